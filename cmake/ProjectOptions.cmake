@@ -1,0 +1,24 @@
+# What every target of this project is compiled with.
+add_library(project_options INTERFACE)
+target_compile_features(project_options INTERFACE cxx_std_20)
+target_include_directories(project_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_definitions(project_options INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
+    TALLYROOM_VERSION_MAJOR=${PROJECT_VERSION_MAJOR}
+    TALLYROOM_VERSION_MINOR=${PROJECT_VERSION_MINOR}
+    TALLYROOM_VERSION_PATCH=${PROJECT_VERSION_PATCH})
+target_compile_options(project_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Wconversion
+    -Wno-sign-conversion -fvisibility=hidden -fvisibility-inlines-hidden
+    $<$<BOOL:${TALLYROOM_WARNINGS_AS_ERRORS}>:-Werror>)
+if(TALLYROOM_SANITIZE)
+    target_compile_options(project_options INTERFACE -fsanitize=${TALLYROOM_SANITIZE} -fno-omit-frame-pointer)
+    target_link_options(project_options INTERFACE -fsanitize=${TALLYROOM_SANITIZE})
+endif()
+
+# tallyroom_library(NAME SOURCES... LINKS targets...): a static library under the project's options.
+function(tallyroom_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_link_libraries(${name} PUBLIC project_options ${ARG_LINKS})
+endfunction()

@@ -1,0 +1,46 @@
+// Dates as the platform keeps and writes them. This is the one module that knows date texts.
+#pragma once
+
+#include <QDate>
+#include <QDateTime>
+#include <QString>
+#include <optional>
+
+namespace tallyroom {
+
+// A point in time: whole days since 30 December 1899 plus the time of day as a fraction. Before
+// that day the fraction still counts forward from midnight, as the platform has it.
+struct Date {
+    double serial = 0;
+    friend bool operator==(Date, Date) = default;
+    friend auto operator<=>(Date, Date) = default;
+};
+
+namespace Dates {
+
+Date fromQDate(QDate day);
+Date fromQDateTime(const QDateTime& moment); // to the second
+QDateTime toQDateTime(Date date);            // local clock reading, rounded to the second
+QDate dayOf(Date date);
+Date now();
+Date today();
+
+// Reads a text as the platform's date parser does for the en-US locale; nothing when it is no date.
+// Accepts month/day/year with swapped day and month where only that makes sense, month names, a
+// time alone (on day 0), am and pm, and a point between hour and minute.
+std::optional<Date> parse(const QString& text);
+bool isDate(const QString& text);
+
+// The default conversion: "1/2/2008", "1/2/2008 8:09:36 AM", and for day 0 the time alone.
+QString toText(Date date);
+
+// Formats with a picture of d, dd, ddd, dddd, m, mm, mmm, mmmm, yy, yyyy, h, hh, n, nn, s, ss and
+// am/pm; "m" after an hour is minutes, other letters stand for themselves.
+QString format(Date date, const QString& picture);
+
+// The store's text form, "YYYY-MM-DD HH:MM:SS", and back; nothing when the text is of another form.
+QString toIso(Date date);
+std::optional<Date> fromIso(const QString& text);
+
+} // namespace Dates
+} // namespace tallyroom

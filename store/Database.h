@@ -1,0 +1,53 @@
+// A connection to one database file.
+#pragma once
+
+#include <QString>
+#include <memory>
+
+namespace tallyroom {
+
+class Recordset;
+
+enum class RecordsetType { Dynaset, Snapshot };
+
+// Statements are written in the desktop engine's SQL; the store translates them. Errors are
+// RunErrors with that engine's numbers, texts and sources. A connection closes with its last
+// owner; recordsets are owners.
+class Database : public std::enable_shared_from_this<Database> {
+public:
+    virtual ~Database() = default;
+
+    // Runs one Delete, Insert, Update or Drop statement. Rows that cannot be written (a duplicate
+    // key, a required value missing) are skipped and the others written; a statement that cannot
+    // be understood, an unknown name or an unavailable file raise.
+    virtual void execute(const QString& sql) = 0;
+
+    // Opens the rows of a Select statement. The first row, if any, is current.
+    virtual std::shared_ptr<Recordset> openRecordset(const QString& sql, RecordsetType type) = 0;
+
+    // Groups the statements that follow into one write to the disk. Without a batch each statement
+    // is durable when it returns. Batches do not nest: see Batch.
+    virtual void beginBatch() = 0;
+    virtual void commitBatch() = 0; // raises; the statements are then undone
+    virtual bool inBatch() const = 0;
+
+    // Closes the file at once; later use of the connection or its recordsets raises 3420.
+    virtual void close() = 0;
+};
+
+// Scope in which statements share one write. What was done before a failure stays done: leaving
+// the scope by an exception commits as well. Inside another batch this one does nothing.
+class Batch {
+public:
+    explicit Batch(std::shared_ptr<Database> database);
+    ~Batch();
+    Batch(const Batch&) = delete;
+    Batch& operator=(const Batch&) = delete;
+
+    void commit(); // ends the scope early and reports what goes wrong
+
+private:
+    std::shared_ptr<Database> m_database; // null once the batch is over or was not ours
+};
+
+} // namespace tallyroom

@@ -1,0 +1,49 @@
+// The single list of files, tables, columns and types, from which each engine's tables are made.
+#pragma once
+
+#include <QString>
+#include <span>
+
+namespace tallyroom::Schema {
+
+enum class ColumnType {
+    Text,    // up to Column::width characters
+    Memo,    // text of any length
+    Long,    // whole number, 32 bits; minutes and codes of actions
+    Double,  // fractions of a day, seniority numbers
+    Date,    // date and time of day, to the second
+    Boolean, // True is −1
+    Counter  // whole number that the engine assigns; the table's key
+};
+
+struct Column {
+    const char16_t* name;
+    ColumnType type;
+    int width = 0;
+};
+
+// An index over columns of a table, in this order.
+struct Index {
+    const char16_t* name;
+    std::span<const char16_t* const> columns;
+    bool unique = false;
+};
+
+struct Table {
+    const char16_t* name;
+    std::span<const Column> columns;
+    std::span<const Index> indexes;
+};
+
+struct File {
+    const char16_t* name; // "aidb01.mdb"
+    std::span<const Table> tables;
+};
+
+std::span<const File> files();
+
+// Creates the three files with their tables and indexes in an existing folder, which is a native
+// path. Raises 3204 when one of the files is there already, and then leaves all as it was.
+void createFiles(const QString& folder);
+
+} // namespace tallyroom::Schema

@@ -1,0 +1,22 @@
+// Opening databases by the paths that the host gives.
+#pragma once
+
+#include "store/Database.h"
+
+#include <QString>
+#include <memory>
+
+namespace tallyroom::Workspace {
+
+// Opens the database file at `path` for reading and writing. "\" and "/" both separate folders,
+// and names are found without regard to case. Raises 3024 (no such file), 3044 (no such folder),
+// 3343 (not a database), 3051 (no permission). Never creates a file.
+std::shared_ptr<Database> openDatabase(const QString& path);
+
+// The existing file that a path as the host writes it stands for; raises 3024 or 3044.
+QString resolveFile(const QString& path);
+
+// As above, for a folder; raises 3044.
+QString resolveFolder(const QString& path);
+
+} // namespace tallyroom::Workspace
