@@ -33,7 +33,7 @@ inline constexpr Status statusOutOfMemory = static_cast<Status>(0x8007000E);
 class IObject;
 
 // Counted reference to an object of either side. Copying adds a reference, destruction releases it.
-template <class Interface>
+template<class Interface>
 class Counted {
 public:
     Counted() = default;

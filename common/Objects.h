@@ -70,7 +70,7 @@ private:
 };
 
 // Makes an object of a class derived from LateBoundObject and returns the first reference to it.
-template <class Type, class... Args>
+template<class Type, class... Args>
 ObjectRef makeObject(Args&&... args) {
     return ObjectRef(Counted<IObject>(new Type(std::forward<Args>(args)...)));
 }

@@ -84,9 +84,9 @@ constexpr ErrorText errorTexts[] = {
 };
 
 const ErrorText* findText(int number) {
-    const auto* found = std::lower_bound(
-        std::begin(errorTexts), std::end(errorTexts), number,
-        [](const ErrorText& entry, int wanted) { return entry.number < wanted; });
+    const auto* found =
+        std::lower_bound(std::begin(errorTexts), std::end(errorTexts), number,
+                         [](const ErrorText& entry, int wanted) { return entry.number < wanted; });
     return found != std::end(errorTexts) && found->number == number ? found : nullptr;
 }
 
@@ -112,7 +112,8 @@ RunError RunError::make(int number, const QStringList& inserts, const QString& s
     const ErrorText* entry = findText(number);
     const QString text = entry ? QString::fromUtf16(entry->text)
                                : QStringLiteral("Application-defined or object-defined error");
-    const QString origin = number < 3000 ? QStringLiteral("Tallyroom") : QStringLiteral("DAO.Database");
+    const QString origin =
+        number < 3000 ? QStringLiteral("Tallyroom") : QStringLiteral("DAO.Database");
     return {number, withInserts(text, inserts), source.isEmpty() ? origin : source};
 }
 

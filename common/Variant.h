@@ -47,13 +47,13 @@ public:
     bool isNull() const { return type() == Type::Null; }
     bool isNumber() const { return type() == Type::Long || type() == Type::Double; }
 
-    QString toText() const;       // Null raises 94; Empty is ""
-    QString textOrEmpty() const;  // as joining texts does: Null and Empty are ""
-    double toDouble() const;      // text must be wholly a number
-    std::int32_t toLong() const;  // rounds half to even
-    bool toBoolean() const;       // "True", "False" in any case, or a number
-    Date toDate() const;          // a date text, or a number as a day serial
-    ObjectRef toObject() const;   // 424 when it is no object; a null reference is an object
+    QString toText() const;      // Null raises 94; Empty is ""
+    QString textOrEmpty() const; // as joining texts does: Null and Empty are ""
+    double toDouble() const;     // text must be wholly a number
+    std::int32_t toLong() const; // rounds half to even
+    bool toBoolean() const;      // "True", "False" in any case, or a number
+    Date toDate() const;         // a date text, or a number as a day serial
+    ObjectRef toObject() const;  // 424 when it is no object; a null reference is an object
     const QByteArray& toBytes() const;
     const VariantArray& toArray() const;
 

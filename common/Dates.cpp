@@ -1,0 +1,184 @@
+#include "common/Dates.h"
+
+#include <QTime>
+#include <cmath>
+
+namespace tallyroom::Dates {
+
+namespace {
+
+constexpr double secondsPerDay = 86400.0;
+
+QDate dayZero() {
+    return {1899, 12, 30};
+}
+
+QString twoDigits(int value) {
+    return QStringLiteral("%1").arg(value, 2, 10, QLatin1Char('0'));
+}
+
+QString monthName(int month, bool full) {
+    static constexpr const char16_t* names[] = {
+        u"January", u"February", u"March",     u"April",   u"May",      u"June",
+        u"July",    u"August",   u"September", u"October", u"November", u"December"};
+    const QString name = QString::fromUtf16(names[month - 1]);
+    return full ? name : name.left(3);
+}
+
+QString dayName(int dayOfWeek, bool full) {
+    static constexpr const char16_t* names[] = {u"Monday", u"Tuesday",  u"Wednesday", u"Thursday",
+                                                u"Friday", u"Saturday", u"Sunday"};
+    const QString name = QString::fromUtf16(names[dayOfWeek - 1]);
+    return full ? name : name.left(3);
+}
+
+QString timeText(QTime time) {
+    const int hour = time.hour() % 12 == 0 ? 12 : time.hour() % 12;
+    return QStringLiteral("%1:%2:%3 %4")
+        .arg(QString::number(hour), twoDigits(time.minute()), twoDigits(time.second()),
+             time.hour() < 12 ? QStringLiteral("AM") : QStringLiteral("PM"));
+}
+
+QString dateText(QDate day) {
+    return QStringLiteral("%1/%2/%3").arg(day.month()).arg(day.day()).arg(day.year());
+}
+
+// Walks a picture token by token. The state it carries is what the platform needs to tell months
+// from minutes.
+class Picture {
+public:
+    Picture(const QDateTime& moment, const QString& picture)
+        : m_date(moment.date()), m_time(moment.time()), m_picture(picture),
+          m_halfDay(picture.contains(QLatin1String("am/pm"), Qt::CaseInsensitive)) {}
+
+    QString text() {
+        while (m_at < m_picture.size())
+            m_text += takeMark() ? mark() : takeToken();
+        return m_text;
+    }
+
+private:
+    bool takeMark() const {
+        return m_picture.mid(m_at, 5).compare(QLatin1String("am/pm"), Qt::CaseInsensitive) == 0;
+    }
+    QString mark() {
+        const QString both = m_picture.mid(m_at, 5);
+        m_at += 5;
+        return m_time.hour() < 12 ? both.left(2) : both.right(2);
+    }
+    QString takeToken() {
+        const QChar letter = m_picture[m_at].toLower();
+        const qsizetype start = m_at;
+        while (m_at < m_picture.size() && m_picture[m_at].toLower() == letter)
+            ++m_at;
+        return token(letter, static_cast<int>(m_at - start), m_picture.mid(start, m_at - start));
+    }
+    QString token(QChar letter, int length, const QString& literal) {
+        switch (letter.unicode()) {
+        case u'd':
+            return day(length);
+        case u'm':
+            return std::exchange(m_afterHour, false) ? number(m_time.minute(), length)
+                                                     : month(length);
+        case u'y':
+            return length > 2 ? QStringLiteral("%1").arg(m_date.year(), 4, 10, QLatin1Char('0'))
+                              : twoDigits(m_date.year() % 100);
+        case u'h':
+            m_afterHour = true;
+            return number(hour(), length);
+        case u'n':
+            return number(m_time.minute(), length);
+        case u's':
+            return number(m_time.second(), length);
+        default:
+            return literal;
+        }
+    }
+    int hour() const {
+        if (!m_halfDay)
+            return m_time.hour();
+        return m_time.hour() % 12 == 0 ? 12 : m_time.hour() % 12;
+    }
+    QString day(int length) const {
+        return length > 2 ? dayName(m_date.dayOfWeek(), length > 3) : number(m_date.day(), length);
+    }
+    QString month(int length) const {
+        return length > 2 ? monthName(m_date.month(), length > 3) : number(m_date.month(), length);
+    }
+    static QString number(int value, int length) {
+        return length > 1 ? twoDigits(value) : QString::number(value);
+    }
+
+    QDate m_date;
+    QTime m_time;
+    QString m_picture;
+    QString m_text;
+    qsizetype m_at = 0;
+    bool m_halfDay;
+    bool m_afterHour = false;
+};
+
+} // namespace
+
+Date fromQDate(QDate day) {
+    return {static_cast<double>(dayZero().daysTo(day))};
+}
+
+Date fromQDateTime(const QDateTime& moment) {
+    const double days = fromQDate(moment.date()).serial;
+    const double time = moment.time().msecsSinceStartOfDay() / 1000 / secondsPerDay;
+    return {days < 0 ? days - time : days + time};
+}
+
+QDateTime toQDateTime(Date date) {
+    const double whole = std::trunc(date.serial);
+    const auto seconds = std::llround(std::abs(date.serial - whole) * secondsPerDay);
+    const QDate day = dayZero().addDays(static_cast<qint64>(whole));
+    return QDateTime(day, QTime(0, 0), Qt::UTC).addSecs(seconds);
+}
+
+QDate dayOf(Date date) {
+    return toQDateTime(date).date();
+}
+
+Date now() {
+    return fromQDateTime(QDateTime::currentDateTime());
+}
+
+Date today() {
+    return fromQDate(QDate::currentDate());
+}
+
+bool isDate(const QString& text) {
+    return parse(text).has_value();
+}
+
+QString toText(Date date) {
+    const QDateTime moment = toQDateTime(date);
+    if (moment.date() == dayZero())
+        return timeText(moment.time());
+    const QString day = dateText(moment.date());
+    return moment.time() == QTime(0, 0) ? day : day + QLatin1Char(' ') + timeText(moment.time());
+}
+
+QString format(Date date, const QString& picture) {
+    return Picture(toQDateTime(date), picture).text();
+}
+
+QString toIso(Date date) {
+    return toQDateTime(date).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+}
+
+std::optional<Date> fromIso(const QString& text) {
+    const QDate day = QDate::fromString(text.left(10), Qt::ISODate);
+    if (!day.isValid() || text.size() < 10)
+        return std::nullopt;
+    if (text.size() == 10)
+        return fromQDate(day);
+    const QTime time = QTime::fromString(text.mid(11), Qt::ISODate);
+    if (!time.isValid())
+        return std::nullopt;
+    return fromQDateTime(QDateTime(day, time, Qt::UTC));
+}
+
+} // namespace tallyroom::Dates
