@@ -1,0 +1,33 @@
+#include "common/ui/Background.h"
+
+#include "common/RunError.h"
+
+#include <QEvent>
+#include <QPainter>
+
+namespace tallyroom {
+
+void Background::copyFrom(const ObjectRef& splashPicture, QWidget* widget) {
+    const Variant picture = splashPicture.property(QStringLiteral("Picture"));
+    if (picture.isEmpty() || picture.isNull())
+        return;
+    QPixmap pixmap;
+    if (!pixmap.loadFromData(picture.toBytes()))
+        throw RunError::make(ErrorNumber::invalidPicture);
+    new Background(widget, pixmap);
+}
+
+Background::Background(QWidget* widget, QPixmap picture)
+    : QObject(widget), m_picture(std::move(picture)) {
+    widget->installEventFilter(this);
+}
+
+bool Background::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Paint) {
+        QPainter painter(static_cast<QWidget*>(watched));
+        painter.drawPixmap(0, 0, m_picture);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace tallyroom

@@ -1,0 +1,31 @@
+// The host's splash picture behind a window's controls.
+#pragma once
+
+#include "common/Objects.h"
+
+#include <QObject>
+#include <QPixmap>
+#include <QWidget>
+
+namespace tallyroom {
+
+// Draws a picture at the upper left corner of a widget, unscaled, as a form draws its background.
+// Owned by the widget.
+class Background : public QObject {
+    Q_OBJECT
+
+public:
+    // Takes the `Picture` of the host's picture box (the bytes of an image file; none gives no
+    // background). Raises what the host raises, 481 when the bytes are no image.
+    static void copyFrom(const ObjectRef& splashPicture, QWidget* widget);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    Background(QWidget* widget, QPixmap picture);
+
+    QPixmap m_picture;
+};
+
+} // namespace tallyroom

@@ -1,0 +1,78 @@
+#include "common/ui/DateBinding.h"
+
+#include "common/ui/Events.h"
+
+#include <optional>
+
+namespace tallyroom {
+
+namespace {
+
+const QString shownForm = QStringLiteral("mm/dd/yyyy");
+
+QDate firstOfMonth(QDate day) {
+    return {day.year(), day.month(), 1};
+}
+
+bool isDateKey(int key) {
+    return key == Qt::Key_PageUp || key == Qt::Key_PageDown || key == Qt::Key_Up ||
+           key == Qt::Key_Down || key == Qt::Key_Home || key == Qt::Key_End;
+}
+
+QDate moved(QDate day, int key) {
+    switch (key) {
+    case Qt::Key_PageUp:
+        return day.addMonths(1);
+    case Qt::Key_PageDown:
+        return day.addMonths(-1);
+    case Qt::Key_Up:
+        return day.addDays(1);
+    case Qt::Key_Down:
+        return day.addDays(-1);
+    case Qt::Key_Home:
+        return firstOfMonth(day);
+    default:
+        return firstOfMonth(day).addMonths(1).addDays(-1);
+    }
+}
+
+} // namespace
+
+DateBinding::DateBinding(QWidget* window, ObjectRef datePicker)
+    : QObject(window), m_window(window), m_datePicker(std::move(datePicker)) {}
+
+void DateBinding::bind(QLineEdit* box, QAbstractButton* pickerButton) {
+    box->installEventFilter(this);
+    Events::connect(pickerButton, &QAbstractButton::clicked, m_window, [this, box] { pick(box); });
+}
+
+void DateBinding::pick(QLineEdit* box) const {
+    const ObjectRef monthView = m_datePicker.property(QStringLiteral("MonthView1")).toObject();
+    const auto shown = Dates::parse(box->text());
+    monthView.setProperty(QStringLiteral("Value"), shown.value_or(Dates::today()));
+    m_datePicker.call(QStringLiteral("Show"), {Variant(1)});
+    if (m_datePicker.property(QStringLiteral("WasPicked")).toBoolean())
+        box->setText(
+            Dates::format(monthView.property(QStringLiteral("Value")).toDate(), shownForm));
+}
+
+void DateBinding::markWrong(QLineEdit* box) {
+    box->setStyleSheet(QStringLiteral("QLineEdit { background-color: #ff0000; }"));
+}
+
+bool DateBinding::eventFilter(QObject* watched, QEvent* event) {
+    auto* box = static_cast<QLineEdit*>(watched);
+    if (event->type() != QEvent::KeyPress || box->isReadOnly())
+        return QObject::eventFilter(watched, event);
+    const auto* keyEvent = static_cast<QKeyEvent*>(event);
+    if (!isDateKey(keyEvent->key()) || keyEvent->modifiers() != Qt::NoModifier)
+        return QObject::eventFilter(watched, event);
+    if (const auto date = Dates::parse(box->text()))
+        box->setText(Dates::format(Dates::fromQDate(moved(Dates::dayOf(*date), keyEvent->key())),
+                                   shownForm));
+    else
+        markWrong(box);
+    return true;
+}
+
+} // namespace tallyroom

@@ -1,0 +1,41 @@
+// Date boxes: filling them from the host's date picker and by keyboard.
+#pragma once
+
+#include "common/Objects.h"
+
+#include <QAbstractButton>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QObject>
+
+namespace tallyroom {
+
+// Binds the date boxes of one window to their picker buttons and to the date keys: Page Up and
+// Page Down a month later or earlier, Up and Down a day, Home and End the first and last day of the
+// month. The keys act on a box that is not locked and holds a date; a text that is none turns red.
+// Dates are written as mm/dd/yyyy. The binding is owned by the window and ends with it.
+class DateBinding : public QObject {
+    Q_OBJECT
+
+public:
+    // `datePicker` is the host's form with MonthView1.Value, Show and WasPicked.
+    DateBinding(QWidget* window, ObjectRef datePicker);
+
+    void bind(QLineEdit* box, QAbstractButton* pickerButton);
+
+    // Shows the host's date picker on the box's date (today when it holds none) and takes over what
+    // was picked. Raises what the host's form raises.
+    void pick(QLineEdit* box) const;
+
+    // Paints the box in the light red of a field that needs correcting.
+    static void markWrong(QLineEdit* box);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QWidget* m_window;
+    ObjectRef m_datePicker;
+};
+
+} // namespace tallyroom

@@ -1,0 +1,166 @@
+#include "common/ui/Grid.h"
+
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QMouseEvent>
+#include <QScrollBar>
+
+namespace tallyroom {
+
+namespace {
+
+constexpr Qt::Alignment qtAlignment(CellAlignment alignment) {
+    return Qt::AlignVCenter | (alignment == CellAlignment::Right ? Qt::AlignRight : Qt::AlignLeft);
+}
+
+} // namespace
+
+int GridModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size()) - 1;
+}
+
+int GridModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(m_alignments.size());
+}
+
+QVariant GridModel::data(const QModelIndex& index, int role) const {
+    if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole)
+        return m_rows[static_cast<std::size_t>(index.row()) + 1].value(index.column());
+    if (role == Qt::TextAlignmentRole)
+        return QVariant::fromValue(
+            qtAlignment(m_alignments[static_cast<std::size_t>(index.column())]));
+    return {};
+}
+
+QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal)
+        return {};
+    if (role == Qt::DisplayRole)
+        return m_rows.front().value(section);
+    if (role == Qt::TextAlignmentRole)
+        return QVariant::fromValue(qtAlignment(CellAlignment::Left));
+    return {};
+}
+
+Grid::Grid(QWidget* parent) : QTableView(parent) {
+    setModel(&m_model);
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setSelectionMode(QAbstractItemView::ContiguousSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setTabKeyNavigation(false);
+    setWordWrap(false);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setSectionsClickable(false);
+    horizontalHeader()->setMinimumSectionSize(1);
+}
+
+QString Grid::text(int row, int column) const {
+    if (row < 0 || row >= rows())
+        return {};
+    return m_model.m_rows[static_cast<std::size_t>(row)].value(column);
+}
+
+void Grid::setHeading(int column, const QString& text, CellAlignment alignment) {
+    m_model.m_rows.front()[column] = text;
+    m_model.m_alignments[static_cast<std::size_t>(column)] = alignment;
+}
+
+void Grid::setRowCount(int rows) {
+    m_model.m_rows.resize(static_cast<std::size_t>(rows));
+}
+
+void Grid::setColumnCount(int columns) {
+    m_model.m_alignments.resize(static_cast<std::size_t>(columns), CellAlignment::Left);
+    m_widths.resize(static_cast<std::size_t>(columns), horizontalHeader()->defaultSectionSize());
+    m_model.m_rows.front().resize(columns);
+}
+
+void Grid::addRow(const QStringList& cells) {
+    insertRow(rows(), cells);
+}
+
+void Grid::insertRow(int row, const QStringList& cells) {
+    m_model.m_rows.insert(m_model.m_rows.begin() + row, cells.mid(0, columns()));
+}
+
+void Grid::removeRow(int row) {
+    m_model.m_rows.erase(m_model.m_rows.begin() + row);
+}
+
+void Grid::setColumnWidthOf(int column, int width) {
+    m_widths[static_cast<std::size_t>(column)] = width;
+}
+
+Grid::RowRange Grid::selectedRows() const {
+    const QItemSelection selection = selectionModel()->selection();
+    if (selection.isEmpty())
+        return {0, 0};
+    RowRange range{selection.front().top() + 1, selection.front().bottom() + 1};
+    for (const QItemSelectionRange& part : selection) {
+        range.first = std::min(range.first, part.top() + 1);
+        range.last = std::max(range.last, part.bottom() + 1);
+    }
+    return range;
+}
+
+void Grid::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::RightButton)
+        event->accept();
+    else
+        QTableView::mousePressEvent(event);
+}
+
+void Grid::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::RightButton)
+        Q_EMIT popupRequested(event->globalPosition().toPoint());
+    else
+        QTableView::mouseReleaseEvent(event);
+}
+
+void Grid::contextMenuEvent(QContextMenuEvent* event) {
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        Q_EMIT popupRequested(viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()));
+}
+
+void Grid::beginFill() {
+    if (m_fills++ == 0)
+        m_model.beginResetModel();
+}
+
+// A view under a screen reader needs a valid current index; it is not a selection. The place to
+// which the user had scrolled stays.
+void Grid::endFill() {
+    if (--m_fills > 0)
+        return;
+    const int scrolled = verticalScrollBar()->value();
+    m_model.endResetModel();
+    for (int column = 0; column < columns(); ++column)
+        horizontalHeader()->resizeSection(column, columnWidthOf(column));
+    selectionModel()->setCurrentIndex(m_model.index(0, 0), QItemSelectionModel::NoUpdate);
+    updateGeometries();
+    verticalScrollBar()->setValue(scrolled);
+}
+
+int TextMeasurer::width(const QString& text) {
+    const auto known = m_known.constFind(text);
+    if (known != m_known.constEnd())
+        return *known;
+    return *m_known.insert(text, m_metrics.horizontalAdvance(QLatin1Char('W') + text));
+}
+
+void AutoSizeColumns(Grid& grid, TextMeasurer& measurer, int row, int column, bool force) {
+    const GridFill fill(grid);
+    const int shownRow = row == -1 ? grid.rows() - 1 : row;
+    const int first = column == -1 ? 0 : column;
+    const int last = column == -1 ? grid.columns() - 1 : column;
+    for (int at = first; at <= last; ++at) {
+        const int width = measurer.width(grid.text(shownRow, at));
+        if (force || width > grid.columnWidthOf(at))
+            grid.setColumnWidthOf(at, width);
+    }
+}
+
+} // namespace tallyroom
