@@ -1,5 +1,6 @@
 #include "common/ui/WaitPointer.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 
 namespace tallyroom::WaitPointer {
@@ -12,7 +13,7 @@ bool shown = false;
 void show() {
     if (shown)
         return;
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    QGuiApplication::setOverrideCursor(QCursor(Qt::WaitCursor));
     shown = true;
 }
 

@@ -1,0 +1,26 @@
+#include "common/ui/FormWindow.h"
+
+#include "common/ui/Events.h"
+#include "common/ui/WaitPointer.h"
+
+#include <QEvent>
+
+namespace tallyroom {
+
+void FormWindow::showModally() {
+    Form_Load();
+    exec();
+}
+
+void FormWindow::Form_Activate() {
+    WaitPointer::hide();
+}
+
+bool FormWindow::event(QEvent* event) {
+    const bool handled = QDialog::event(event);
+    if (event->type() == QEvent::WindowActivate || event->type() == QEvent::Show)
+        Events::run(this, [this] { Form_Activate(); });
+    return handled;
+}
+
+} // namespace tallyroom

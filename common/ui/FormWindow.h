@@ -1,0 +1,27 @@
+// Base of the modal windows that the main window opens.
+#pragma once
+
+#include <QDialog>
+
+namespace tallyroom {
+
+// A window lives from its modal opening to its closing and is loaded fresh each time.
+class FormWindow : public QDialog {
+    Q_OBJECT
+
+public:
+    // Loads the window and shows it until it is closed. What fails while loading is thrown to the
+    // caller, and nothing is shown.
+    void showModally();
+
+protected:
+    using QDialog::QDialog;
+
+    virtual void Form_Load() = 0;
+    // The window was shown or came to the front. Restores the default pointer.
+    virtual void Form_Activate();
+
+    bool event(QEvent* event) override;
+};
+
+} // namespace tallyroom

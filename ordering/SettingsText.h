@@ -1,0 +1,16 @@
+// Texts of key=value pairs joined by "|", in which orderings and menu tags keep their settings.
+#pragma once
+
+#include <QString>
+
+namespace tallyroom {
+
+// The value of the first pair whose start equals the key, without regard to case: "Index1" is also
+// answered by a pair "Index12=…" that stands before its own. A pair without "=" is its own value.
+// No such pair, or an empty value, gives the default.
+QString GetTagValue(const QString& text, const QString& key, const QString& defaultValue = {});
+
+// Replaces the first pair that answers to the key, found as above, or appends one.
+QString SetTagValue(const QString& text, const QString& key, const QString& value);
+
+} // namespace tallyroom

@@ -1,0 +1,78 @@
+#include "setup/AssociationLists.h"
+
+#include "common/CoreFunctions.h"
+#include "common/ui/Messages.h"
+#include "common/ui/WaitPointer.h"
+#include "setup/Associations.h"
+
+#include <QFontDatabase>
+
+namespace tallyroom::AssociationLists {
+
+namespace {
+
+// A fixed pitch lines the descriptions up behind the codes.
+void useFixedPitch(QComboBox* list) {
+    QFont font(QStringLiteral("Courier New"));
+    font.setStyleHint(QFont::TypeWriter);
+    font.setFixedPitch(true);
+    list->setFont(font);
+}
+
+void selectStored(const Lists& lists, const Associations::Codes& codes,
+                  const QStringList& entries) {
+    for (std::size_t kind = 0; kind < lists.size(); ++kind) {
+        if (!codes[kind].isNull())
+            lists[kind]->setCurrentIndex(CoreFunctions::FindInBox(entries, codes[kind].toText()));
+    }
+}
+
+void reportNoCodes(QWidget* window, const QString& dataPath) {
+    Messages::show(window,
+                   QStringLiteral("The Tallyroom cannot continue until you setup at least one "
+                                  "absent code from Brightclock."),
+                   QMessageBox::Warning);
+    Associations::removeAll(dataPath);
+}
+
+QStringList chosenCodes(const Lists& lists) {
+    QStringList codes;
+    for (const QComboBox* list : lists)
+        codes.append(CoreFunctions::GetCode(list->currentText()));
+    return codes;
+}
+
+} // namespace
+
+bool load(QWidget* window, const QString& dataPath, const Lists& lists) {
+    const QStringList entries = Associations::absentCodeEntries(dataPath);
+    for (QComboBox* list : lists) {
+        useFixedPitch(list);
+        list->clear();
+        list->addItems(entries);
+        list->setCurrentIndex(-1);
+    }
+    if (entries.isEmpty()) {
+        reportNoCodes(window, dataPath);
+        return false;
+    }
+    if (const auto codes = Associations::read(dataPath))
+        selectStored(lists, *codes, entries);
+    return true;
+}
+
+bool save(QWidget* window, const QString& dataPath, const Lists& lists,
+          const QStringList& messages) {
+    WaitPointer::show();
+    for (std::size_t kind = 0; kind < lists.size(); ++kind) {
+        if (lists[kind]->currentIndex() < 0) {
+            Messages::show(window, messages[static_cast<qsizetype>(kind)], QMessageBox::Critical);
+            WaitPointer::hide();
+            return false;
+        }
+    }
+    Associations::save(dataPath, chosenCodes(lists));
+    return true;
+}
+
+} // namespace tallyroom::AssociationLists

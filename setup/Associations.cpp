@@ -1,0 +1,54 @@
+#include "setup/Associations.h"
+
+#include "common/CoreFunctions.h"
+#include "store/Recordset.h"
+#include "store/Workspace.h"
+
+namespace tallyroom::Associations {
+
+namespace {
+
+std::shared_ptr<Database> openAddInFile(const QString& dataPath) {
+    return Workspace::openDatabase(dataPath + QStringLiteral("\\aidb01.mdb"));
+}
+
+} // namespace
+
+QStringList absentCodeEntries(const QString& dataPath) {
+    const auto database = Workspace::openDatabase(dataPath + QStringLiteral("\\bcx.mdb"));
+    const auto rows = database->openRecordset(
+        QStringLiteral(
+            "Select [absent_code], [absent_descr] from [Absentee] order by [Absent_code];"),
+        RecordsetType::Snapshot);
+    QStringList entries;
+    for (; !rows->eof(); rows->moveNext())
+        entries.append(
+            CoreFunctions::listEntry(rows->field(0).textOrEmpty(), rows->field(1).textOrEmpty()));
+    return entries;
+}
+
+std::optional<Codes> read(const QString& dataPath) {
+    const auto rows = openAddInFile(dataPath)->openRecordset(
+        QStringLiteral("Select * from [tlyr_assoc];"), RecordsetType::Snapshot);
+    if (rows->eof())
+        return std::nullopt;
+    return Codes{rows->field(QStringLiteral("accepted")), rows->field(QStringLiteral("declined")),
+                 rows->field(QStringLiteral("accepted2")),
+                 rows->field(QStringLiteral("declined2"))};
+}
+
+void removeAll(const QString& dataPath) {
+    openAddInFile(dataPath)->execute(QStringLiteral("Delete * from [tlyr_assoc];"));
+}
+
+void save(const QString& dataPath, const QStringList& codes) {
+    removeAll(dataPath);
+    const QString columns = codes.size() == kindCount
+                                ? QStringLiteral("[Accepted], [Declined], [Accepted2], [Declined2]")
+                                : QStringLiteral("[Accepted], [Declined]");
+    openAddInFile(dataPath)->execute(QStringLiteral("Insert Into [TlYR_Assoc] (") + columns +
+                                     QStringLiteral(") Values ('") +
+                                     codes.join(QStringLiteral("', '")) + QStringLiteral("');"));
+}
+
+} // namespace tallyroom::Associations

@@ -1,0 +1,30 @@
+// The host's absent codes that stand for accepted and declined overtime.
+#pragma once
+
+#include "common/Variant.h"
+
+#include <QStringList>
+#include <array>
+#include <optional>
+
+namespace tallyroom::Associations {
+
+// Accepted and declined, then the same two for double time. A Null is a code that is not set up.
+enum Kind { Accepted, Declined, Accepted2, Declined2, kindCount };
+using Codes = std::array<Variant, kindCount>;
+
+// All routines take the host's data folder and raise what the database raises.
+
+// One list entry for each absent code of the host, by code; see CoreFunctions::listEntry().
+QStringList absentCodeEntries(const QString& dataPath);
+
+// The stored codes; nothing before the first setup.
+std::optional<Codes> read(const QString& dataPath);
+
+void removeAll(const QString& dataPath);
+
+// Replaces the stored codes by two (double time is then not set up) or four, in the order of Kind.
+// The statements stand on their own: a failure of the second one leaves no codes.
+void save(const QString& dataPath, const QStringList& codes);
+
+} // namespace tallyroom::Associations

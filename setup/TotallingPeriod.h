@@ -1,0 +1,24 @@
+// The period over which the board totals overtime.
+#pragma once
+
+#include "common/Dates.h"
+
+#include <QString>
+#include <optional>
+
+namespace tallyroom {
+
+// First and last shift date, both included. There is no rule that the first is the earlier one.
+struct TotallingPeriod {
+    Date from;
+    Date to;
+
+    bool contains(Date date) const { return date >= from && date <= to; }
+
+    // The stored period; nothing when it is indefinite (no row, or either date Null). Both raise
+    // what the database raises.
+    static std::optional<TotallingPeriod> read(const QString& dataPath);
+    static void write(const QString& dataPath, const std::optional<TotallingPeriod>& period);
+};
+
+} // namespace tallyroom
