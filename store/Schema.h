@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <span>
 
 namespace tallyroom::Schema {
@@ -41,6 +42,11 @@ struct File {
 };
 
 std::span<const File> files();
+
+// What makes a table or its indexes in the engine's own SQL, one statement an entry. A loader of
+// many rows runs the table's statements first and those of the indexes once the rows are there.
+QStringList createTableStatements(const File& file);
+QStringList createIndexStatements(const File& file);
 
 // Creates the three files with their tables and indexes in an existing folder, which is a native
 // path. Raises 3204 when one of the files is there already, and then leaves all as it was.
