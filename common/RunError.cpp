@@ -43,6 +43,7 @@ constexpr ErrorText errorTexts[] = {
     {3051, u"The Microsoft Jet database engine cannot open the file '|'. It is already opened "
            u"exclusively by another user, or you need permission to view its data."},
     {3061, u"Too few parameters. Expected |."},
+    {3063, u"Duplicate output destination '|'."},
     {3065, u"Cannot execute a select query."},
     {3070, u"The Microsoft Jet database engine does not recognize '|' as a valid field name or "
            u"expression."},
@@ -51,7 +52,10 @@ constexpr ErrorText errorTexts[] = {
     {3078, u"The Microsoft Jet database engine cannot find the input table or query '|'. Make sure "
            u"it exists and that its name is spelled correctly."},
     {3085, u"Undefined function '|' in expression."},
+    {3096, u"Cannot have aggregate function in WHERE clause (|)."},
     {3103, u"Circular reference caused by alias '|' in query definition's SELECT list."},
+    {3122, u"You tried to execute a query that does not include the specified expression '|' as "
+           u"part of an aggregate function."},
     {3126, u"Invalid bracketing of name '|'."},
     {3127, u"The INSERT INTO statement contains the following unknown field name: '|'. Make sure "
            u"you have typed the name correctly, and try the operation again."},
@@ -60,10 +64,13 @@ constexpr ErrorText errorTexts[] = {
     {3131, u"Syntax error in FROM clause."},
     {3134, u"Syntax error in INSERT INTO statement."},
     {3138, u"Syntax error in ORDER BY clause."},
+    {3141, u"The SELECT statement includes a reserved word or an argument name that is misspelled "
+           u"or missing, or the punctuation is incorrect."},
     {3142, u"Characters found after end of SQL statement."},
     {3144, u"Syntax error in UPDATE statement."},
     {3163, u"The field is too small to accept the amount of data you attempted to add. Try "
            u"inserting or pasting less data."},
+    {3164, u"Field cannot be updated."},
     {3167, u"Record is deleted."},
     {3192, u"Could not find output table '|'."},
     {3196, u"The database '|' is already in use by another person or process. When the database is "
@@ -73,10 +80,18 @@ constexpr ErrorText errorTexts[] = {
     {3204, u"Database '|' already exists."},
     {3211, u"The database engine could not lock table '|' because it is already in use by another "
            u"person or process."},
+    {3219, u"Invalid operation."},
     {3265, u"Item not found in this collection."},
+    {3295, u"Syntax error in DROP TABLE or DROP INDEX."},
+    {3314, u"The field '|' cannot contain a Null value because the Required property for this "
+           u"field is set to True. Enter a value in this field."},
     {3315, u"Field '|' cannot be a zero-length string."},
+    {3317, u"One or more values are prohibited by the validation rule set for '|'. Enter a value "
+           u"that the expression for this field can accept."},
     {3343, u"Unrecognized database format '|'."},
+    {3346, u"Number of query values and destination fields are not the same."},
     {3354, u"At most one record can be returned by this subquery."},
+    {3360, u"Query is too complex."},
     {3376, u"Table '|' does not exist."},
     {3420, u"Object invalid or no longer set."},
     {3421, u"Data type conversion error."},
