@@ -44,12 +44,15 @@ public:
     Status invoke(const char16_t* name, InvokeKind kind, const BoundaryValue* args,
                   std::size_t count, BoundaryValue* result, BoundaryError* error) noexcept final;
 
+    // Objects of this module that somebody still holds.
+    static int aliveCount() { return s_alive; }
+
     LateBoundObject(const LateBoundObject&) = delete;
     LateBoundObject& operator=(const LateBoundObject&) = delete;
 
 protected:
-    LateBoundObject() = default;
-    virtual ~LateBoundObject() = default;
+    LateBoundObject() { ++s_alive; }
+    virtual ~LateBoundObject() { --s_alive; }
 
     void addMethod(const QString& name, Member member);
     void addProperty(const QString& name, Member get, Member set = {});
@@ -66,6 +69,7 @@ private:
     const Member* findMember(const QString& name, InvokeKind kind) const;
 
     QHash<MemberKey, Member> m_members;
+    static inline int s_alive = 0;
     std::uint32_t m_references = 0;
 };
 

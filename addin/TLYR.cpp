@@ -1,0 +1,62 @@
+#include "addin/TLYR.h"
+
+#include "addin/Component.h"
+#include "canvass/Tallyroom.h"
+#include "common/RunError.h"
+
+namespace tallyroom {
+
+namespace {
+
+// Position k of the host's array, counted from 1 whatever its lower bound.
+const Variant& element(const VariantArray& values, std::size_t position) {
+    if (values.dimensions != 1 || position > values.elements.size())
+        throw RunError::make(ErrorNumber::subscriptOutOfRange);
+    return values.elements[position - 1];
+}
+
+QString userName(const VariantArray& values) {
+    const QString nobody = QStringLiteral("*Master*");
+    try {
+        const QString name = element(values, 6).toText();
+        return name.isEmpty() ? nobody : name;
+    } catch (const RunError&) { // a host without users simply gives none
+        return nobody;
+    }
+}
+
+// The window that is up, while one is. A second call meanwhile cannot show it modally again.
+Tallyroom* openWindow = nullptr;
+
+void showMainWindow(const HostContext& context) {
+    if (openWindow)
+        return;
+    Tallyroom window(context);
+    openWindow = &window;
+    window.showModally();
+    openWindow = nullptr;
+}
+
+} // namespace
+
+TLYR::TLYR(HostContext& context) : m_context(context) {
+    addMethod(QStringLiteral("Smallforge"), [](const Arguments&) { return Variant(); });
+    addMethod(QStringLiteral("TLYRShow"), [this](const Arguments& args) {
+        TLYRShow(argument(args, 0));
+        return Variant();
+    });
+}
+
+void TLYR::TLYRShow(const Variant& argument) {
+    const VariantArray& values = argument.toArray();
+    m_context.DataPath = element(values, 1).toText();
+    m_context.BucketForm = element(values, 2).toObject();
+    m_context.DatePickerForm = element(values, 3).toObject();
+    m_context.HostMenuForm = element(values, 4).toObject();
+    m_context.SplashPicture = element(values, 5).toObject();
+    m_context.CurrentUser = userName(values);
+    Component::requireDisplay();
+    showMainWindow(m_context);
+}
+
+} // namespace tallyroom

@@ -1,0 +1,22 @@
+// What the main window keeps open while it lives.
+#pragma once
+
+#include "common/HostContext.h"
+#include "setup/TotallingPeriod.h"
+#include "store/Recordset.h"
+#include "store/Workspace.h"
+
+#include <memory>
+#include <optional>
+
+namespace tallyroom {
+
+// The host options connection and the totals recordset are the only ones that outlive a routine.
+struct CanvassState {
+    QString DataPath;                        // the host's data folder, as it was at load
+    std::shared_ptr<Database> HostOptionsDb; // bcx.mdb
+    std::shared_ptr<Recordset> CanvassRs;    // all of tlyrTemp, replaced by every build
+    std::optional<TotallingPeriod> period;   // nothing: the totals cover all dates
+};
+
+} // namespace tallyroom

@@ -1,0 +1,290 @@
+#include "canvass/CanvassTotals.h"
+
+#include <array>
+#include <optional>
+
+namespace tallyroom::CanvassTotals {
+
+namespace {
+
+struct Aborted {};
+
+// Statements that once gave missing figures a zero. A comparison with NULL is never true, so they
+// change no row; the grid shows the missing figures as it always did.
+constexpr std::array zeroedColumns = {
+    u"T15Hours",    u"T20Hours",     u"T15Accepted",  u"T20Accepted",  u"T15Declined",
+    u"T20Declined", u"xT15Accepted", u"xT20Accepted", u"xT15Declined", u"xT20Declined",
+    u"WorkedOT",    u"AcceptedOT",   u"DeclinedOT",   u"TotalOT1",     u"TotalOT2"};
+
+QString zeroStatement(const char16_t* column) {
+    return QStringLiteral("Update [tlyrTemp] Set [%1] = 0 Where [%1] = NULL;")
+        .arg(QString::fromUtf16(column));
+}
+
+QString employeeInsert(const QString& dataPath, const QString& filter) {
+    return QStringLiteral("Insert Into [tlyrTemp] in '") + dataPath +
+           QStringLiteral(
+               "\\vrlxdb01.mdb' "
+               "Select Employee.emp_code, Employee.emp_name, Employee.sendate, "
+               "IIf(IsNull([Employee].[Seniority]),0,[Employee].[Seniority]) AS Seniority, "
+               "Employee.emp_dept, Employee.phone, Employee.emp_shift, Employee.defaulttimecalc,"
+               "(Select [Qual_Code] From [Emp_Qualifications] Where "
+               "([Emp_Qualifications].[Emp_Code] = [Employee].[Emp_Code]) and "
+               "([Emp_Qualifications].[Default] = TRUE)) AS Qual_Code "
+               "FROM Employee Where ([Emp_Code] ") +
+           filter + QStringLiteral(");");
+}
+
+QString dateClause(const std::optional<TotallingPeriod>& period) {
+    if (!period)
+        return {};
+    return QStringLiteral(" and ([shift_date] between #") + Dates::toText(period->from) +
+           QStringLiteral("# and #") + Dates::toText(period->to) + QStringLiteral("#)");
+}
+
+QString totalsQuery(const QString& filter, const std::optional<TotallingPeriod>& period) {
+    return QStringLiteral("select [thist_emp], "
+                          "((sum(iif(Isnull([t15]),0,[t15])) * 1440)) as [T15Hours], "
+                          "((sum(iif(Isnull([t20]),0,[t20])) * 1440)) as [T20Hours], "
+                          "Sum(iif(isnull([tlyrAccepted]),0,[tlyrAccepted])) as [xT15Accepted], "
+                          "Sum(iif(isnull([tlyrAccepted2]),0,[tlyrAccepted2])) as [xT20Accepted], "
+                          "Sum(iif(isnull([tlyrDeclined]),0,[tlyrDeclined])) as [xT15Declined], "
+                          "Sum(iif(isnull([tlyrDeclined2]),0,[tlyrDeclined2])) as [xT20Declined], "
+                          "([T15Hours] + [T20Hours]) As [WorkedOT], "
+                          "([xT15Accepted] + [xT20Accepted]) As [AcceptedOT], "
+                          "([xT15Declined] + [xT20Declined]) As [DeclinedOT], "
+                          "([WorkedOT] + [AcceptedOT] + [DeclinedOT]) As [TotalOT1], "
+                          "([WorkedOT] + [DeclinedOT]) AS [TotalOT2] "
+                          "From [Timehistory] where ([thist_emp] ") +
+           filter + QStringLiteral(") and ([thist_record_type] in ('TR','AR','HR'))") +
+           dateClause(period) + QStringLiteral(" group by [thist_emp] order by [thist_emp];");
+}
+
+template<class Pointer>
+auto& required(const Pointer& pointer) {
+    if (!pointer)
+        throw RunError::make(ErrorNumber::objectNotSet);
+    return *pointer;
+}
+
+// The columns of a totals row that make up a derived column of tlyrTemp.
+struct DerivedColumn {
+    const char16_t* name;
+    std::initializer_list<int> positions;
+};
+
+const std::array<DerivedColumn, 5> derivedColumns = {{{u"WorkedOT", {1, 2}},
+                                                      {u"AcceptedOT", {3, 4}},
+                                                      {u"DeclinedOT", {5, 6}},
+                                                      {u"TotalOT1", {1, 2, 3, 4, 5, 6}},
+                                                      {u"TotalOT2", {1, 2, 5, 6}}}};
+
+// One run of the build. Each statement goes through step(), which knows what to do when it fails.
+class TotalsBuild {
+public:
+    TotalsBuild(CanvassState& state, const ObjectRef& bucketForm, bool multiply,
+                const ErrorQuestion& ask)
+        : m_state(state), m_bucketForm(bucketForm), m_multiply(multiply), m_ask(ask) {}
+
+    void run() {
+        step([this] { openMain(); });
+        step([this] { required(m_main).execute(QStringLiteral("Delete * from [tlyrTemp];")); });
+        step([this] {
+            required(m_state.HostOptionsDb).execute(employeeInsert(m_state.DataPath, filter()));
+        });
+        std::shared_ptr<Recordset> totals;
+        step([&] { totals = openTotals(); });
+        beginBatch();
+        bool anyTotals = false;
+        step([&] { anyTotals = !required(totals).eof(); });
+        if (anyTotals)
+            merge(*totals);
+        step([&] { totals.reset(); });
+        finish();
+        commitBatch();
+    }
+
+private:
+    void openMain() {
+        m_main = Workspace::openDatabase(m_state.DataPath + QStringLiteral("\\vrlxdb01.mdb"));
+    }
+
+    QString filter() const {
+        return m_bucketForm.property(QStringLiteral("employeefilter")).toText();
+    }
+
+    std::shared_ptr<Recordset> openTotals() const {
+        return required(m_state.HostOptionsDb)
+            .openRecordset(totalsQuery(filter(), m_state.period), RecordsetType::Dynaset);
+    }
+
+    // A one-sided merge: the totals advance only on a match, so totals of somebody who is not on
+    // the board keep all later employees from theirs. That is how the board has always counted.
+    void merge(Recordset& totals) {
+        std::shared_ptr<Recordset> rows;
+        step([&] { rows = openRows(); });
+        bool atEnd = true;
+        step([&] { atEnd = required(rows).eof(); });
+        while (!atEnd) {
+            bool match = false;
+            step([&] { match = rows->field(0).sameValue(totals.field(0)); });
+            if (match && !takeTotals(*rows, totals))
+                return;
+            step([&] { rows->moveNext(); });
+            step([&] { atEnd = rows->eof(); });
+        }
+    }
+
+    std::shared_ptr<Recordset> openRows() const {
+        return required(m_main).openRecordset(
+            QStringLiteral(
+                "Select [emp_code],[T15Hours],[T20Hours],[xT15Accepted],[xT20Accepted],"
+                "[xT15Declined],[xT20Declined],[WorkedOT],[AcceptedOT],[DeclinedOT],[TotalOT1],"
+                "[TotalOT2] from [tlyrTemp] order by [emp_code];"),
+            RecordsetType::Dynaset);
+    }
+
+    // Copies the current totals into the current row. False when those were the last totals.
+    bool takeTotals(Recordset& row, Recordset& totals) {
+        step([&] { row.edit(); });
+        for (int position = 1; position <= 6; ++position)
+            step([&] { row.setField(position, totals.field(position)); });
+        for (const DerivedColumn& column : derivedColumns) {
+            step([&] { row.setField(QString::fromUtf16(column.name), sum(totals, column)); });
+        }
+        step([&] { row.update(); });
+        step([&] { totals.moveNext(); });
+        bool atEnd = false;
+        step([&] { atEnd = totals.eof(); });
+        return !atEnd;
+    }
+
+    static Variant sum(const Recordset& totals, const DerivedColumn& column) {
+        double minutes = 0;
+        for (const int position : column.positions)
+            minutes += totals.field(position).toDouble();
+        return {minutes};
+    }
+
+    void finish() {
+        for (const char16_t* column : zeroedColumns)
+            step([&] { required(m_main).execute(zeroStatement(column)); });
+        step([this] {
+            required(m_main).execute(
+                QStringLiteral("Update [tlyrTemp] Set [T15Hours_Mult] = ([T15Hours] * 1.5);"));
+        });
+        step([this] {
+            required(m_main).execute(
+                QStringLiteral("Update [tlyrTemp] Set [T20Hours_Mult] = ([T20Hours] * 2.0);"));
+        });
+        step([this] {
+            m_state.CanvassRs = required(m_main).openRecordset(
+                QStringLiteral("Select * from [tlyrTemp];"), RecordsetType::Dynaset);
+        });
+        step([this] { applyMultipliers(m_state, m_multiply); });
+    }
+
+    template<class Statement>
+    void step(const Statement& statement) {
+        for (;;) {
+            try {
+                statement();
+                return;
+            } catch (const RunError& error) {
+                if (!retryAfter(error))
+                    return;
+            }
+        }
+    }
+
+    bool retryAfter(const RunError& error) {
+        if (error.number() == ErrorNumber::tableExists && !m_dropped) {
+            dropScratchTable();
+            return true;
+        }
+        const bool batched = m_batch.has_value();
+        commitBatch();
+        const ErrorAnswer answer = m_ask(error);
+        if (answer == ErrorAnswer::Abort)
+            throw Aborted{};
+        if (batched)
+            beginBatch();
+        return answer == ErrorAnswer::Retry;
+    }
+
+    // A failure in here is not one of the build's statements: it ends the command with a report.
+    void dropScratchTable() {
+        Workspace::openDatabase(m_state.DataPath + QStringLiteral("\\aidb01.mdb"))
+            ->execute(QStringLiteral("Drop Table [tlyrTemp];"));
+        m_dropped = true;
+    }
+
+    // The merge and what follows share one write to the disk: nobody reads the half-filled scratch
+    // table, and the statements of a finished step survive a failing one all the same.
+    void beginBatch() {
+        if (m_main)
+            m_batch.emplace(m_main);
+    }
+
+    void commitBatch() {
+        if (m_batch)
+            m_batch->commit();
+        m_batch.reset();
+    }
+
+    CanvassState& m_state;
+    const ObjectRef& m_bucketForm;
+    bool m_multiply;
+    const ErrorQuestion& m_ask;
+    std::shared_ptr<Database> m_main; // vrlxdb01.mdb; lives on as the owner of CanvassRs
+    std::optional<Batch> m_batch;
+    bool m_dropped = false;
+};
+
+} // namespace
+
+bool build(CanvassState& state, const ObjectRef& bucketForm, bool multiply,
+           const ErrorQuestion& ask) {
+    try {
+        TotalsBuild(state, bucketForm, multiply, ask).run();
+        return true;
+    } catch (const Aborted&) {
+        return false;
+    }
+}
+
+void applyMultipliers(const CanvassState& state, bool multiply) {
+    const auto database = required(state.CanvassRs).database();
+    const QString f15 = multiply ? QStringLiteral("1.5") : QStringLiteral("1");
+    const QString f20 = multiply ? QStringLiteral("2") : QStringLiteral("1");
+    const QString s = multiply ? QStringLiteral("_Mult") : QString();
+    const std::array statements = {
+        QStringLiteral("Update [tlyrTemp] Set [T15Accepted] = ([xT15Accepted] * ") + f15 +
+            QStringLiteral(");"),
+        QStringLiteral("Update [tlyrTemp] Set [T20Accepted] = ([xT20Accepted] * ") + f20 +
+            QStringLiteral(");"),
+        QStringLiteral("Update [tlyrTemp] Set [T15Declined] = ([xT15Declined] * ") + f15 +
+            QStringLiteral(");"),
+        QStringLiteral("Update [tlyrTemp] Set [T20Declined] = ([xT20Declined] * ") + f20 +
+            QStringLiteral(");"),
+        // No guard against nulls: who has no hours has no worked overtime either.
+        QStringLiteral("Update [tlyrTemp] Set [WorkedOT] = ([T15Hours") + s +
+            QStringLiteral("] + [T20Hours") + s + QStringLiteral("])"),
+        QStringLiteral("Update [tlyrTemp] Set [AcceptedOT] = "
+                       "Iif(Isnull([t15Accepted]),0,[t15Accepted]) + "
+                       "Iif(Isnull([t20Accepted]),0,[t20accepted]);"),
+        QStringLiteral("Update [tlyrTemp] Set [DeclinedOT] = "
+                       "iif(isnull([t15Declined]),0,[t15Declined]) + "
+                       "iif(isnull([t20Declined]),0,[t20Declined]);"),
+        QStringLiteral("Update [tlyrTemp] Set [TotalOT1] = iif(isnull([WorkedOT]),0,[WorkedOT]) + "
+                       "iif(isnull([AcceptedOT]),0,[AcceptedOT]) + "
+                       "iif(isnull([DeclinedOT]),0,[DeclinedOT]);"),
+        QStringLiteral("Update [tlyrTemp] Set [TotalOT2] = iif(isnull([WorkedOT]),0,[WorkedOT])  + "
+                       "iif(isnull([DeclinedOT]),0,[DeclinedOT]);")};
+    Batch batch(database);
+    for (const QString& statement : statements)
+        database->execute(statement);
+    batch.commit();
+}
+
+} // namespace tallyroom::CanvassTotals

@@ -1,0 +1,201 @@
+#include "canvass/Tallyroom.h"
+
+#include "canvass/CanvassFill.h"
+#include "canvass/CanvassTotals.h"
+#include "canvass/SortExpression.h"
+#include "common/ui/Background.h"
+#include "common/ui/Events.h"
+#include "common/ui/Messages.h"
+#include "common/ui/Twips.h"
+#include "common/ui/WaitPointer.h"
+#include "setup/Associations.h"
+#include "setup/frmTLYRAssoc.h"
+#include "ui_Tallyroom.h"
+
+#include <QCloseEvent>
+
+namespace tallyroom {
+
+namespace {
+
+// The Close item is gone from the window's own menu: only the button closes the board.
+constexpr Qt::WindowFlags frameWithoutClose = Qt::Window | Qt::CustomizeWindowHint |
+                                              Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                                              Qt::WindowMinMaxButtonsHint;
+
+ErrorAnswer askAboutError(QWidget* parent, const RunError& error) {
+    const QString text = QStringLiteral("An error has occured.\n\nNumber: \t\t") +
+                         QString::number(error.number()) + QStringLiteral("\nDescription: \t") +
+                         error.description().trimmed() + QStringLiteral("\nSource: \t\t") +
+                         error.source().trimmed() + QStringLiteral("\n\n");
+    switch (Messages::show(parent, text, QMessageBox::Critical,
+                           QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore)) {
+    case QMessageBox::Retry:
+        return ErrorAnswer::Retry;
+    case QMessageBox::Ignore:
+        return ErrorAnswer::Ignore;
+    default:
+        return ErrorAnswer::Abort;
+    }
+}
+
+} // namespace
+
+Tallyroom::Tallyroom(const HostContext& context)
+    : QMainWindow(nullptr, frameWithoutClose), m_context(context),
+      m_ui(std::make_unique<Ui::Tallyroom>()), m_popup(new QMenu(QStringLiteral("PopUp"), this)) {
+    m_ui->setupUi(this);
+    setWindowModality(Qt::ApplicationModal);
+    m_ui->centralwidget->installEventFilter(this);
+    Events::connect(m_ui->Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
+    connectSetupMenus();
+    connectViewMenus();
+    connectShortcuts();
+    connectAnswers();
+}
+
+Tallyroom::~Tallyroom() = default;
+
+void Tallyroom::showModally() {
+    if (!Events::run(this, [this] { Form_Load(); })) {
+        WaitPointer::hide();
+        return;
+    }
+    show();
+    m_loop.exec();
+}
+
+void Tallyroom::Form_Load() {
+    m_state.DataPath = m_context.DataPath;
+    m_state.HostOptionsDb = Workspace::openDatabase(m_state.DataPath + QStringLiteral("\\bcx.mdb"));
+    Background::copyFrom(m_context.SplashPicture, m_ui->centralwidget);
+    firstRunSetup();
+    m_state.period = TotallingPeriod::read(m_state.DataPath);
+    m_ui->mnuDefinePeriod->setVisible(m_context.isMaster());
+    m_ui->mnuValidate->setVisible(m_context.isMaster());
+    LoadOrderings();
+    showBreakOut();
+    Canvass();
+    m_ui->to_date->setText(Dates::format(Dates::today(), QStringLiteral("mm/dd/yyyy")));
+    auto* dates = new DateBinding(this, m_context.DatePickerForm);
+    dates->bind(m_ui->to_date, m_ui->SSCommand2);
+}
+
+void Tallyroom::firstRunSetup() {
+    if (Associations::read(m_state.DataPath))
+        return;
+    Messages::show(
+        this,
+        QStringLiteral(
+            "Welcome to the Tallyroom!\r\n\r\n"
+            "This add-in for Brightclock requires some setup to occur prior to starting. After "
+            "clicking [Ok] below, you will be taken to a new window which will ask you to "
+            "associate two absent codes; one to identify ACCEPTED overtime, and another to "
+            "identify DECLINED overtime."),
+        QMessageBox::Information);
+    frmTLYRAssoc(m_context, this).showModally();
+}
+
+void Tallyroom::Form_Activate() {
+    WaitPointer::hide();
+}
+
+bool Tallyroom::event(QEvent* event) {
+    const bool handled = QMainWindow::event(event);
+    if (event->type() == QEvent::WindowActivate)
+        Form_Activate();
+    return handled;
+}
+
+void Tallyroom::closeEvent(QCloseEvent* event) {
+    event->setAccepted(m_closing);
+}
+
+bool Tallyroom::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Resize)
+        Form_Resize();
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void Tallyroom::Form_Resize() {
+    const int width = m_ui->centralwidget->width();
+    const int height = m_ui->centralwidget->height();
+    m_ui->Grid->resize(width - pixels(345), height - pixels(2145));
+    m_ui->Command1->move(width - pixels(1440), height - pixels(1200));
+    m_ui->Command2->move(width - pixels(2880), height - pixels(1200));
+    for (QWidget* label : {m_ui->Label2, m_ui->Label3, m_ui->Label4})
+        label->move(label->x(), height - pixels(1320));
+    for (QWidget* box : {m_ui->to_date, m_ui->Text1, m_ui->Text2})
+        box->move(box->x(), height - pixels(1320) + m_ui->Label2->height());
+    m_ui->SSCommand2->move(m_ui->SSCommand2->x(), height - pixels(1260));
+    m_ui->Label1->resize(width - 2 * m_ui->Label1->x(), m_ui->Label1->height());
+}
+
+void Tallyroom::Command1_Click() {
+    for (const auto& close : std::initializer_list<std::function<void()>>{
+             [this] { m_state.CanvassRs->close(); }, [this] { m_state.HostOptionsDb->close(); }}) {
+        try {
+            close();
+        } catch (const RunError&) { // the window closes whatever becomes of its files
+        }
+    }
+    m_closing = true;
+    close();
+    m_loop.quit();
+}
+
+void Tallyroom::Canvass() {
+    WaitPointer::show();
+    const bool built =
+        CanvassTotals::build(m_state, m_context.BucketForm, m_ui->mnuMult->isChecked(),
+                             [this](const RunError& error) { return askAboutError(this, error); });
+    if (built)
+        Update();
+    else
+        WaitPointer::hide();
+}
+
+// Any error ends the fill where it is, without a report; the grid shows what came in until then.
+void Tallyroom::Update() {
+    WaitPointer::show();
+    {
+        const GridFill fill(*m_ui->Grid);
+        try {
+            fillGrid();
+        } catch (const RunError&) {
+        }
+    }
+    WaitPointer::hide();
+}
+
+void Tallyroom::fillGrid() {
+    TextMeasurer measurer(m_ui->Picture1);
+    const CanvassOptions shown = options();
+    CanvassFill::begin(*m_ui->Grid, measurer);
+    CanvassTotals::applyMultipliers(m_state, shown.multiply);
+    if (const QAction* ordering = checkedOrdering())
+        m_state.CanvassRs->setSort(sortExpression(ordering->data().toString(), shown, [this] {
+            Messages::show(this, QStringLiteral("Error"), QMessageBox::NoIcon);
+        }));
+    const auto rows = m_state.CanvassRs->openRecordset();
+    if (!rows->eof())
+        CanvassFill::fill(*m_ui->Grid, measurer, *rows, shown);
+}
+
+CanvassOptions Tallyroom::options() const {
+    CanvassOptions options;
+    options.blankForZero = m_ui->mnuBlank0->isChecked();
+    options.multiply = m_ui->mnuMult->isChecked();
+    options.department = m_ui->mnuDept->isChecked();
+    options.position = m_ui->mnuPos->isChecked();
+    options.seniorityDate = m_ui->mnuSenDate->isChecked();
+    options.seniorityNumber = m_ui->mnuSenNum->isChecked();
+    options.breakOut = m_ui->mnuBreakOut->isChecked();
+    options.alternatePhone = m_ui->mnuAltPhone->isChecked();
+    options.cellPhone = m_ui->mnuCellPhone->isChecked();
+    options.pager = m_ui->mnuPager->isChecked();
+    options.totalWithAccepted = m_ui->mnuTot_0->isChecked();
+    return options;
+}
+
+} // namespace tallyroom

@@ -1,0 +1,252 @@
+// The main window's menus: setup, view, orderings, shortcuts into the host, and the answers.
+#include "canvass/AnswerRecording.h"
+#include "canvass/Tallyroom.h"
+#include "common/Units.h"
+#include "common/ui/Events.h"
+#include "common/ui/ListObject.h"
+#include "common/ui/Messages.h"
+#include "common/ui/WaitPointer.h"
+#include "ordering/Orderings.h"
+#include "setup/frmTLYRAssoc.h"
+#include "setup/frmTLYRAssoc2.h"
+#include "setup/frmTLYRPeriod.h"
+#include "ui_Tallyroom.h"
+
+namespace tallyroom {
+
+namespace {
+
+constexpr int firstOrdering = 2; // items 0 and 1 are "Define..." and the separator
+
+} // namespace
+
+void Tallyroom::onTriggered(QAction* action, void (Tallyroom::*handler)()) {
+    Events::connect(action, &QAction::triggered, this, [this, handler] { (this->*handler)(); });
+}
+
+void Tallyroom::connectSetupMenus() {
+    onTriggered(m_ui->mnuAssoc, &Tallyroom::mnuAssoc_Click);
+    onTriggered(m_ui->mnuBuckets, &Tallyroom::mnuBuckets_Click);
+    onTriggered(m_ui->mnuDefinePeriod, &Tallyroom::mnuDefinePeriod_Click);
+    onTriggered(m_ui->mnuValidate, &Tallyroom::mnuValidate_Click);
+    onTriggered(m_ui->mnuRefresh, &Tallyroom::mnuRefresh_Click);
+    m_ui->mnuRefresh->setShortcut(QKeySequence::Refresh);
+    // These wait for the windows that they open.
+    for (QAction* action : {m_ui->mnuUndo, m_ui->mnuAudit, m_ui->MnuOrder_0})
+        action->setEnabled(false);
+    m_ui->Command2->setEnabled(false);
+}
+
+// The platform toggles the check mark itself before it calls the handler.
+void Tallyroom::connectViewMenus() {
+    for (QAction* option :
+         {m_ui->mnuDept, m_ui->mnuPos, m_ui->mnuSenDate, m_ui->mnuSenNum, m_ui->mnuAltPhone,
+          m_ui->mnuCellPhone, m_ui->mnuPager, m_ui->mnuBlank0, m_ui->mnuMult})
+        onTriggered(option, &Tallyroom::Update);
+    onTriggered(m_ui->mnuBreakOut, &Tallyroom::mnuBreakOut_Click);
+    Events::connect(m_ui->mnuTot_0, &QAction::triggered, this, [this] { mnuTot_Click(0); });
+    Events::connect(m_ui->mnuTot_1, &QAction::triggered, this, [this] { mnuTot_Click(1); });
+    Events::connect(m_ui->MnuOrder_0, &QAction::triggered, this, [this] { MnuOrder_Click(0); });
+    m_ui->MnuOrd->addSeparator()->setObjectName(QStringLiteral("MnuOrder_1"));
+    m_ui->mnuDept->setChecked(true);
+    m_ui->mnuSenDate->setChecked(true);
+    m_ui->mnuTot_0->setChecked(true);
+}
+
+void Tallyroom::connectShortcuts() {
+    const std::pair<QAction*, const char16_t*> handlers[] = {
+        {m_ui->mnuETA, u"ttedit_click"},
+        {m_ui->mnuDSched, u"mnupms_click"},
+        {m_ui->mnuWSched, u"mnuchangesched_click"},
+        {m_ui->mnuMSched, u"mnuemployeesch_click"}};
+    for (const auto& [action, handler] : handlers)
+        Events::connect(action, &QAction::triggered, this,
+                        [this, name = QString::fromUtf16(handler)] { CallHostMenu(name); });
+    onTriggered(m_ui->mnuOTAnalysis, &Tallyroom::mnuOTAnalysis_Click);
+}
+
+void Tallyroom::connectAnswers() {
+    m_popup->setObjectName(QStringLiteral("mnuPopup"));
+    m_popup->addActions({m_ui->mnuAccept, m_ui->mnuDecline});
+    m_popup->addSeparator();
+    m_popup->addActions({m_ui->mnuAcceptWithComment, m_ui->mnuDeclineWithComment});
+    onTriggered(m_ui->mnuAccept, &Tallyroom::mnuAccept_Click);
+    onTriggered(m_ui->mnuDecline, &Tallyroom::mnuDecline_Click);
+    onTriggered(m_ui->mnuAcceptWithComment, &Tallyroom::mnuAcceptWithComment_Click);
+    onTriggered(m_ui->mnuDeclineWithComment, &Tallyroom::mnuDeclineWithComment_Click);
+    Events::connect(m_ui->Grid, &Grid::popupRequested, this,
+                    [this](const QPoint& position) { Grid_MouseUp(position); });
+}
+
+void Tallyroom::mnuAssoc_Click() {
+    if (m_ui->mnuBreakOut->isChecked())
+        frmTLYRAssoc2(m_context, this).showModally();
+    else
+        frmTLYRAssoc(m_context, this).showModally();
+}
+
+void Tallyroom::mnuBuckets_Click() {
+    m_context.BucketForm.call(QStringLiteral("FillSpot"), {makeObject<ListObject>(m_ui->List1)});
+    m_context.BucketForm.call(QStringLiteral("Show"), {Variant(1)});
+    Canvass();
+}
+
+void Tallyroom::mnuDefinePeriod_Click() {
+    frmTLYRPeriod(m_context, this).showModally();
+    m_state.period = TotallingPeriod::read(m_state.DataPath);
+    Canvass();
+}
+
+// The validation window that this entry addresses does not exist, so the command fails before it
+// comes to the rebuild.
+void Tallyroom::mnuValidate_Click() {
+    const Variant validationWindow;
+    validationWindow.toObject().call(QStringLiteral("Show"), {Variant(1)});
+    Canvass();
+}
+
+void Tallyroom::mnuRefresh_Click() {
+    Canvass();
+}
+
+void Tallyroom::mnuTot_Click(int index) {
+    m_ui->mnuTot_0->setChecked(index == 0);
+    m_ui->mnuTot_1->setChecked(index == 1);
+    Update();
+}
+
+void Tallyroom::mnuBreakOut_Click() {
+    showBreakOut();
+    Update();
+}
+
+void Tallyroom::showBreakOut() {
+    const bool apart = m_ui->mnuBreakOut->isChecked();
+    m_ui->Label3->setText(apart ? QStringLiteral("1.5") : QStringLiteral("Overtime"));
+    m_ui->Label4->setVisible(apart);
+    m_ui->Text2->setVisible(apart);
+}
+
+void Tallyroom::CallHostMenu(const QString& handler) {
+    m_context.HostMenuForm.call(handler);
+}
+
+void Tallyroom::mnuOTAnalysis_Click() {
+    CallHostMenu(QStringLiteral("mnu_ot_anal_click"));
+    Canvass();
+}
+
+void Tallyroom::LoadOrderings() {
+    const QAction* inForce = checkedOrdering();
+    const QString caption = inForce ? inForce->property("descr").toString() : QString();
+    removeOrderings();
+    for (const Ordering& ordering : readOrderings(m_state.DataPath)) {
+        addOrdering(ordering.descr, ordering.details);
+        if (!caption.isEmpty() && caption == ordering.descr)
+            m_orderings.back()->setChecked(true);
+    }
+}
+
+void Tallyroom::removeOrderings() {
+    for (QAction* item : m_orderings)
+        delete item;
+    m_orderings.clear();
+}
+
+// The description is the caption as it stands: an ampersand in it is no mark of a shortcut.
+void Tallyroom::addOrdering(const QString& descr, const QString& details) {
+    const int index = firstOrdering + static_cast<int>(m_orderings.size());
+    auto* item =
+        m_ui->MnuOrd->addAction(QString(descr).replace(QLatin1String("&"), QLatin1String("&&")));
+    item->setObjectName(QStringLiteral("MnuOrder_%1").arg(index));
+    item->setCheckable(true);
+    item->setData(details);
+    item->setProperty("descr", descr);
+    m_orderings.push_back(item);
+    Events::connect(item, &QAction::triggered, this, [this, index] { MnuOrder_Click(index); });
+}
+
+QAction* Tallyroom::checkedOrdering() const {
+    const auto found = std::find_if(m_orderings.begin(), m_orderings.end(),
+                                    [](const QAction* item) { return item->isChecked(); });
+    return found == m_orderings.end() ? nullptr : *found;
+}
+
+// There is no way back to no ordering: the one that is chosen again stays chosen.
+void Tallyroom::MnuOrder_Click(int index) {
+    if (index == 0)
+        LoadOrderings();
+    else
+        for (std::size_t at = 0; at < m_orderings.size(); ++at)
+            m_orderings[at]->setChecked(static_cast<int>(at) + firstOrdering == index);
+    Update();
+}
+
+void Tallyroom::Grid_MouseUp(const QPoint& globalPosition) {
+    const bool amounts = IsTime(m_ui->Text1->text()) &&
+                         (!m_ui->mnuBreakOut->isChecked() || IsTime(m_ui->Text2->text()));
+    m_ui->mnuAccept->setEnabled(amounts && Dates::isDate(m_ui->to_date->text()));
+    m_ui->mnuDecline->setEnabled(m_ui->mnuAccept->isEnabled());
+    m_popup->popup(globalPosition);
+}
+
+void Tallyroom::mnuAccept_Click() {
+    RecordAnswer(true, false, QString());
+}
+
+void Tallyroom::mnuDecline_Click() {
+    RecordAnswer(false, true, QString());
+}
+
+// There is no window that asks for a comment: the prompt is never set, so that the command ends
+// with the platform's error 424 and nothing is recorded.
+void Tallyroom::mnuAcceptWithComment_Click() {
+    const Variant prompt;
+    RecordAnswer(true, false, prompt.toObject().call(QStringLiteral("GetComment")).toText());
+}
+
+void Tallyroom::mnuDeclineWithComment_Click() {
+    const Variant prompt;
+    RecordAnswer(false, true, prompt.toObject().call(QStringLiteral("GetComment")).toText());
+}
+
+void Tallyroom::RecordAnswer(bool accept, bool decline, const QString& comment) {
+    const QString amount = m_ui->Text1->text();
+    if (amount.isEmpty() || !AnswerRecording::isValidAmount(amount)) {
+        Messages::show(this,
+                       amount.isEmpty() ? QStringLiteral("Overtime field cannot be empty.")
+                                        : QStringLiteral("'%1' is not a valid time.").arg(amount),
+                       QMessageBox::Information);
+        m_ui->Text1->setFocus();
+        return;
+    }
+    WaitPointer::show();
+    AnswerRequest request;
+    request.accept = accept;
+    request.decline = decline;
+    request.comment = comment;
+    request.breakOut = m_ui->mnuBreakOut->isChecked();
+    request.multiply = m_ui->mnuMult->isChecked();
+    request.amount = amount;
+    request.doubleAmount = m_ui->Text2->text();
+    request.canvassDate = m_ui->to_date->text();
+    // The department is read from the heading row, whichever employee answers; hosts' histories
+    // have always had that text there.
+    request.department = m_ui->Grid->text(0, 2);
+    request.user = m_context.CurrentUser;
+    request.employees = selectedEmployees();
+    AnswerRecording::record(m_state, request);
+    m_state.CanvassRs->requery();
+    Update();
+    WaitPointer::hide();
+}
+
+QStringList Tallyroom::selectedEmployees() const {
+    const Grid::RowRange rows = m_ui->Grid->selectedRows();
+    QStringList codes;
+    for (int row = rows.first; row <= rows.last; ++row)
+        codes.append(m_ui->Grid->text(row, 0));
+    return codes;
+}
+
+} // namespace tallyroom
