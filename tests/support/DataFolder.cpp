@@ -1,0 +1,80 @@
+#include "tests/support/DataFolder.h"
+
+#include "store/Schema.h"
+
+namespace tallyroom {
+
+DataFolder::DataFolder() {
+    Schema::createFiles(m_folder.path());
+}
+
+QString DataFolder::file(const char16_t* name) const {
+    return m_folder.filePath(QString::fromUtf16(name));
+}
+
+std::shared_ptr<Database> DataFolder::open(const char16_t* name) const {
+    return Workspace::openDatabase(path() + QLatin1Char('\\') + QString::fromUtf16(name));
+}
+
+void DataFolder::execute(const char16_t* name, const QString& sql) const {
+    open(name)->execute(sql);
+}
+
+QStringList DataFolder::rows(const char16_t* name, const QString& sql) const {
+    const auto set = open(name)->openRecordset(sql, RecordsetType::Snapshot);
+    QStringList lines;
+    for (; !set->eof(); set->moveNext()) {
+        QStringList cells;
+        for (int at = 0; at < set->fieldCount(); ++at)
+            cells.append(set->field(at).isNull() ? QStringLiteral("Null")
+                                                 : set->field(at).toText());
+        lines.append(cells.join(QLatin1Char('|')));
+    }
+    return lines;
+}
+
+void DataFolder::addHost(int employees) const {
+    const auto host = open(hostFile);
+    host->execute(
+        QStringLiteral("Insert Into [Shift] ([Shift_Code], [Shift_Rule_Num]) Values ('S1', '7');"));
+    for (const char* code : {"OTA", "OTD", "OTA2", "OTD2"})
+        host->execute(QStringLiteral("Insert Into [Absentee] ([absent_code], [absent_descr]) "
+                                     "Values ('%1', 'Overtime %1');")
+                          .arg(QString::fromLatin1(code)));
+    for (int n = 1; n <= employees; ++n)
+        host->execute(QStringLiteral("Insert Into [Employee] ([emp_code], [emp_name], [emp_dept], "
+                                     "[phone], [emp_shift], [sendate], [Seniority]) Values "
+                                     "('E%1', 'Name %1', 'D%2', '5551234567', 'S1', "
+                                     "#1/%1/2001#, %3);")
+                          .arg(n)
+                          .arg(n % 3)
+                          .arg(100 - n));
+}
+
+void DataFolder::addHistory(const QString& emp, const QString& shiftDate, double t15Minutes,
+                            double t20Minutes, const QString& recordType) const {
+    const auto rows = open(hostFile)->openRecordset(QStringLiteral("Select * from [TimeHistory];"),
+                                                    RecordsetType::Dynaset);
+    rows->addNew();
+    rows->setField(QStringLiteral("thist_emp"), emp);
+    rows->setField(QStringLiteral("shift_date"), Variant(shiftDate).toDate());
+    rows->setField(QStringLiteral("thist_record_type"), recordType);
+    rows->setField(QStringLiteral("t15"), t15Minutes / 1440);
+    rows->setField(QStringLiteral("t20"), t20Minutes / 1440);
+    rows->update();
+}
+
+void DataFolder::associateAll() const {
+    execute(addInFile, QStringLiteral("Insert Into [tlyr_assoc] ([Accepted], [Declined], "
+                                      "[Accepted2], [Declined2]) Values ('OTA', 'OTD', 'OTA2', "
+                                      "'OTD2');"));
+}
+
+void DataFolder::setPeriod(const QString& from, const QString& to) const {
+    execute(
+        addInFile,
+        QStringLiteral("Insert Into [tlyr_period] ([from_date], [to_date]) Values (#%1#, #%2#);")
+            .arg(from, to));
+}
+
+} // namespace tallyroom

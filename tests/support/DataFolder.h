@@ -1,0 +1,45 @@
+// A temporary data folder with the three database files and a few known rows.
+#pragma once
+
+#include "store/Recordset.h"
+#include "store/Workspace.h"
+
+#include <QString>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+#include <memory>
+#include <vector>
+
+namespace tallyroom {
+
+class DataFolder {
+public:
+    // Makes the files with all tables and no rows.
+    DataFolder();
+
+    // The folder as a host gives it to the add-in.
+    QString path() const { return m_folder.path(); }
+    QString file(const char16_t* name) const;
+
+    std::shared_ptr<Database> open(const char16_t* file) const;
+    void execute(const char16_t* file, const QString& sql) const;
+
+    // The rows of a query as texts, cells joined by "|", Null as "Null".
+    QStringList rows(const char16_t* file, const QString& sql) const;
+
+    // One shift, four absent codes, and employees E1 to E`employees` in departments D0 to D2.
+    void addHost(int employees = 3) const;
+    void addHistory(const QString& emp, const QString& shiftDate, double t15Minutes,
+                    double t20Minutes, const QString& recordType = QStringLiteral("TR")) const;
+    void associateAll() const;
+    void setPeriod(const QString& from, const QString& to) const;
+
+private:
+    QTemporaryDir m_folder;
+};
+
+inline constexpr const char16_t* addInFile = u"aidb01.mdb";
+inline constexpr const char16_t* mainFile = u"vrlxdb01.mdb";
+inline constexpr const char16_t* hostFile = u"bcx.mdb";
+
+} // namespace tallyroom

@@ -1,0 +1,21 @@
+// Makes the n-th operation on the database files fail, as a bad disk would.
+#pragma once
+
+namespace tallyroom {
+
+// Sits between the database engine and the file system for every file opened while an instance
+// lives. One instance at a time.
+class FaultyFiles {
+public:
+    FaultyFiles();
+    ~FaultyFiles();
+    FaultyFiles(const FaultyFiles&) = delete;
+    FaultyFiles& operator=(const FaultyFiles&) = delete;
+
+    // The n-th operation from now on fails, n counted from 1; 0 lets all succeed.
+    void failAt(int n);
+    // Operations since the last call of failAt().
+    int operations() const;
+};
+
+} // namespace tallyroom

@@ -1,0 +1,34 @@
+// How GoogleTest shows the project's values.
+#pragma once
+
+#include "common/Dates.h"
+#include "common/RunError.h"
+
+#include <QString>
+#include <gtest/gtest.h>
+#include <ostream>
+
+QT_BEGIN_NAMESPACE
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
+}
+QT_END_NAMESPACE
+
+namespace tallyroom {
+
+inline void PrintTo(Date date, std::ostream* out) {
+    *out << Dates::toIso(date).toStdString();
+}
+
+// The number of the RunError that a command raises; 0 when it raises none.
+template<class Command>
+int errorNumberOf(const Command& command) {
+    try {
+        command();
+        return 0;
+    } catch (const RunError& error) {
+        return error.number();
+    }
+}
+
+} // namespace tallyroom
