@@ -83,6 +83,7 @@ constexpr ErrorText errorTexts[] = {
     {3219, u"Invalid operation."},
     {3265, u"Item not found in this collection."},
     {3295, u"Syntax error in DROP TABLE or DROP INDEX."},
+    {3306, u"You have written a subquery that can return more than one field."},
     {3314, u"The field '|' cannot contain a Null value because the Required property for this "
            u"field is set to True. Enter a value in this field."},
     {3315, u"Field '|' cannot be a zero-length string."},

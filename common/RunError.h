@@ -86,6 +86,7 @@ inline constexpr int tableInUse = 3211;
 inline constexpr int invalidOperation = 3219;
 inline constexpr int itemNotFound = 3265;
 inline constexpr int syntaxInDrop = 3295;
+inline constexpr int subqueryColumns = 3306;
 inline constexpr int valueRequired = 3314;
 inline constexpr int zeroLengthText = 3315;
 inline constexpr int valueProhibited = 3317;

@@ -1,0 +1,86 @@
+// Statements with every name looked up and every value typed: what an engine's text is made from.
+#pragma once
+
+#include "common/Variant.h"
+#include "store/sql/Catalog.h"
+
+#include <optional>
+
+namespace tallyroom::sql {
+
+struct BoundNode;
+struct BoundSelect;
+using BoundPtr = std::shared_ptr<const BoundNode>; // aliases share what they stand for
+
+enum class BoundKind { Literal, Column, Apply, InList, InSelect, Subquery };
+
+struct BoundNode {
+    BoundKind kind = BoundKind::Literal;
+    ValueType type = ValueType::Null;
+    int width = 0;                   // of a text; 0 is any length
+    Variant value = Variant::null(); // Literal
+    QString source;                  // Column: the alias that the statement gives its table
+    QString column;                  // Column
+    Operation operation = {};        // Apply
+    bool aggregate = false;          // Apply: here or in an operand, rows are summed up
+    std::vector<BoundPtr> operands;  // InList and InSelect: the left side comes first
+    std::shared_ptr<const BoundSelect> select; // InSelect, Subquery
+};
+
+struct BoundSource {
+    std::shared_ptr<const CatalogTable> table;
+    QString alias; // unique in the statement
+};
+
+struct BoundColumn {
+    QString name;
+    BoundPtr value;
+};
+
+struct BoundOrder {
+    BoundPtr value;
+    bool descending = false;
+};
+
+struct BoundSelect {
+    bool distinct = false;
+    bool totals = false; // one row a group, or one in all
+    std::optional<BoundSource> source;
+    std::vector<BoundColumn> columns;
+    BoundPtr where;
+    std::vector<BoundPtr> groupBy;
+    BoundPtr having;
+    std::vector<BoundOrder> orderBy;
+
+    // Each of its rows is one row of a table.
+    bool updatable() const { return source && source->table->keyed && !distinct && !totals; }
+};
+
+struct BoundDelete {
+    BoundSource target;
+    BoundPtr where;
+};
+
+struct BoundInsert {
+    BoundSource target;
+    QStringList columns;
+    std::vector<BoundPtr> values;
+    std::shared_ptr<const BoundSelect> select; // instead of values
+};
+
+struct BoundAssignment {
+    QString column;
+    BoundPtr value;
+};
+
+struct BoundUpdate {
+    BoundSource target;
+    std::vector<BoundAssignment> assignments;
+    BoundPtr where;
+};
+
+struct BoundDrop {
+    BoundSource target;
+};
+
+} // namespace tallyroom::sql

@@ -1,0 +1,38 @@
+// What the translator must know of the tables.
+#pragma once
+
+#include "store/sql/Operation.h"
+
+#include <QString>
+#include <memory>
+#include <vector>
+
+namespace tallyroom::sql {
+
+struct CatalogColumn {
+    QString name;
+    ValueType type = ValueType::Text;
+    int width = 0; // of a text; 0 is any length
+};
+
+struct CatalogTable {
+    QString place; // what the engine calls the file
+    QString name;  // as the engine spells it
+    std::vector<CatalogColumn> columns;
+    bool keyed = true; // its rows can be found again by key
+
+    // Position of the column, or −1; names are compared without regard to case.
+    int indexOf(const QString& column) const;
+};
+
+class Catalog {
+public:
+    virtual ~Catalog() = default;
+
+    // The table of that name in any case, or null.
+    virtual std::shared_ptr<const CatalogTable> findTable(const QString& name) const = 0;
+    // Likewise in the file that an Insert names in its "In" clause.
+    virtual std::shared_ptr<const CatalogTable> findTargetTable(const QString& name) const = 0;
+};
+
+} // namespace tallyroom::sql

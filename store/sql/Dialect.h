@@ -1,0 +1,44 @@
+// An engine's way of writing statements, as data. A further engine is a further constant.
+#pragma once
+
+#include "store/sql/Operation.h"
+
+#include <QChar>
+#include <array>
+
+namespace tallyroom::sql {
+
+// In the templates $1 to $9 stand for the parts; every template is a whole that needs no further
+// parentheses.
+struct Dialect {
+    QChar nameQuote;
+    QChar textQuote;
+    const char16_t* nullLiteral;
+    const char16_t* trueLiteral;
+    const char16_t* falseLiteral;
+    const char16_t* keyColumn;  // by which a row is found again
+    const char16_t* parameter;  // the $1st value that is bound to a statement
+    const char16_t* ascending;  // Nulls come first
+    const char16_t* descending; // Nulls come last
+    const char16_t* deleteRows; // $1 table, $2 alias, $3 condition
+    // Rows that cannot be kept are skipped.
+    const char16_t* insertRows; // $1 table, $2 columns, $3 rows
+    const char16_t* updateRows; // $1 table, $2 alias, $3 assignments, $4 condition
+    // One row of a recordset; what cannot be kept is an error.
+    const char16_t* insertRow; // $1 table, $2 columns, $3 parameters
+    const char16_t* updateRow; // $1 table, $2 assignments, $3 key, $4 its parameter
+    const char16_t* deleteRow; // $1 table, $2 key, $3 its parameter
+    const char16_t* dropTable;
+    const char16_t* tableWithAlias;
+    const char16_t* singleValue; // $1 a query of one column "v"; fails on a second row
+    const char16_t* inSet;       // $1 value, $2 list or query
+    std::array<const char16_t*, operationCount> operations;
+
+    const char16_t* operation(Operation operation) const {
+        return operations[static_cast<std::size_t>(operation)];
+    }
+};
+
+const Dialect& sqliteDialect();
+
+} // namespace tallyroom::sql

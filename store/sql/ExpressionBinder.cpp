@@ -1,0 +1,196 @@
+#include "store/sql/ExpressionBinder.h"
+
+#include "common/RunError.h"
+#include "store/sql/Functions.h"
+#include "store/sql/SelectBinder.h"
+#include "store/sql/Typing.h"
+
+namespace tallyroom::sql {
+
+namespace {
+
+BoundPtr bindChoice(const std::vector<BoundPtr>& arguments) {
+    const CatalogColumn format = commonFormat(arguments[1], arguments[2]);
+    return applyNode(Operation::If, format.type,
+                     {logicalOperand(arguments[0]), convert(arguments[1], format.type),
+                      convert(arguments[2], format.type)},
+                     format.width);
+}
+
+BoundPtr bindTextFunction(const Function& function, std::vector<BoundPtr> arguments) {
+    arguments[0] = convert(arguments[0], ValueType::Text);
+    for (std::size_t i = 1; i < arguments.size(); ++i)
+        arguments[i] = convert(arguments[i], ValueType::Long);
+    return applyNode(function.operation, function.result, std::move(arguments));
+}
+
+BoundPtr bindFunction(const Function& function, std::vector<BoundPtr> arguments) {
+    switch (function.shape) {
+    case FunctionShape::Choice:
+        return bindChoice(arguments);
+    case FunctionShape::Texts:
+        return bindTextFunction(function, std::move(arguments));
+    case FunctionShape::Numbers:
+        arguments[0] =
+            convert(arguments[0],
+                    arguments[0]->type == ValueType::Long ? ValueType::Long : ValueType::Double);
+        break;
+    case FunctionShape::Date:
+        arguments[0] = convert(arguments[0], ValueType::Date);
+        break;
+    case FunctionShape::OneOfValues:
+        arguments[0] = caseBlind(arguments[0]);
+        break;
+    case FunctionShape::Plain:
+        break;
+    }
+    const bool typed = function.result != ValueType::Null;
+    const ValueType type = typed ? function.result : arguments[0]->type;
+    const int width = typed ? 0 : arguments[0]->width;
+    return applyNode(function.operation, type, std::move(arguments), width);
+}
+
+// Functions without arguments may be called without parentheses.
+const Function* findBareFunction(const Expression& name) {
+    bool known = false;
+    return name.bracketed ? nullptr : findFunction(name.name, 0, known);
+}
+
+} // namespace
+
+BoundSource BindContext::addSource(std::shared_ptr<const CatalogTable> table) {
+    return {std::move(table), QStringLiteral("t%1").arg(++sources)};
+}
+
+void BindContext::addUnknownName(const QString& name) {
+    const QString lower = name.toLower();
+    if (!unknownNames.contains(lower))
+        unknownNames << lower;
+}
+
+ExpressionBinder::ExpressionBinder(BindContext& context, Scope& scope, Aggregates aggregates)
+    : m_context(context), m_scope(scope), m_aggregates(aggregates) {}
+
+BoundPtr ExpressionBinder::bind(const Expression& expression) {
+    switch (expression.kind) {
+    case NodeKind::Literal:
+        return literalNode(expression.value);
+    case NodeKind::Name:
+        return bindName(expression);
+    case NodeKind::Apply:
+        return bindApply(expression);
+    case NodeKind::Call:
+        return bindCall(expression);
+    case NodeKind::InList: {
+        const std::vector<BoundPtr> operands = bindAll(expression.operands);
+        return inList(operands.front(), {operands.begin() + 1, operands.end()});
+    }
+    case NodeKind::InSelect:
+        return inSelect(bind(*expression.operands.front()), bindSelect(*expression.select));
+    case NodeKind::Subquery:
+        return bindSubquery(expression);
+    }
+    return nullptr;
+}
+
+std::vector<BoundPtr> ExpressionBinder::bindAll(const std::vector<ExpressionPtr>& expressions) {
+    std::vector<BoundPtr> bound;
+    bound.reserve(expressions.size());
+    for (const ExpressionPtr& expression : expressions)
+        bound.push_back(bind(*expression));
+    return bound;
+}
+
+BoundPtr ExpressionBinder::bindName(const Expression& name) {
+    if (BoundPtr found = m_scope.resolve(name.qualifier, name.name)) {
+        m_metAggregate = m_metAggregate || found->aggregate;
+        return found;
+    }
+    if (const Function* function = findBareFunction(name))
+        return bindFunction(*function, {});
+    m_context.addUnknownName(name.qualifier.isEmpty() ? name.name
+                                                      : name.qualifier + u'.' + name.name);
+    return literalNode(Variant::null());
+}
+
+BoundPtr ExpressionBinder::bindApply(const Expression& apply) {
+    const std::vector<BoundPtr> operands = bindAll(apply.operands);
+    switch (apply.operation) {
+    case Operation::And:
+    case Operation::Or:
+    case Operation::Not:
+        return logical(apply.operation, operands);
+    case Operation::Between:
+        return between(operands[0], operands[1], operands[2]);
+    case Operation::Like:
+        return applyNode(
+            Operation::Like, ValueType::Boolean,
+            {convert(operands[0], ValueType::Text), convert(operands[1], ValueType::Text)});
+    case Operation::IsNull:
+    case Operation::IsNotNull:
+        return applyNode(apply.operation, ValueType::Boolean, operands);
+    case Operation::Negate:
+        return bindNegate(operands[0]);
+    case Operation::Concat:
+        return bindConcat(operands[0], operands[1]);
+    case Operation::Add:
+    case Operation::Subtract:
+    case Operation::Multiply:
+    case Operation::Divide:
+    case Operation::Modulo:
+        return arithmetic(apply.operation, operands[0], operands[1]);
+    default:
+        return compare(apply.operation, operands[0], operands[1]);
+    }
+}
+
+BoundPtr ExpressionBinder::bindConcat(const BoundPtr& left, const BoundPtr& right) const {
+    return applyNode(Operation::Concat, ValueType::Text,
+                     {convert(left, ValueType::Text), convert(right, ValueType::Text)});
+}
+
+BoundPtr ExpressionBinder::bindNegate(const BoundPtr& operand) const {
+    if (operand->kind == BoundKind::Literal && operand->type == ValueType::Double)
+        return literalNode(Variant(-operand->value.toDouble()));
+    return arithmetic(Operation::Subtract, literalNode(Variant(0)), operand);
+}
+
+BoundPtr ExpressionBinder::bindCall(const Expression& call) {
+    bool known = false;
+    const Function* function =
+        findFunction(call.name, static_cast<int>(call.operands.size()), known);
+    if (!known)
+        throw RunError::make(ErrorNumber::unknownFunction, {call.name});
+    if (!function)
+        throw RunError::make(
+            ErrorNumber::syntaxInQuery,
+            {QStringLiteral("Wrong number of arguments used with function"), call.name});
+    if (!function->aggregate)
+        return bindFunction(*function, bindAll(call.operands));
+    if (m_aggregates == Aggregates::Refused)
+        throw RunError::make(ErrorNumber::aggregateInWhere, {call.name});
+    m_aggregates = Aggregates::Refused; // none inside another
+    BoundPtr result = bindFunction(*function, bindAll(call.operands));
+    m_aggregates = Aggregates::Allowed;
+    m_metAggregate = true;
+    return result;
+}
+
+BoundPtr ExpressionBinder::bindSubquery(const Expression& subquery) {
+    auto node = std::make_shared<BoundNode>();
+    node->kind = BoundKind::Subquery;
+    node->select = bindSelect(*subquery.select);
+    const BoundPtr& value = node->select->columns.front().value;
+    node->type = value->type;
+    node->width = value->width;
+    return node;
+}
+
+std::shared_ptr<const BoundSelect> ExpressionBinder::bindSelect(const SelectStatement& select) {
+    auto bound = std::make_shared<BoundSelect>(SelectBinder(m_context, &m_scope).bind(select));
+    if (bound->columns.size() != 1)
+        throw RunError::make(ErrorNumber::subqueryColumns);
+    return bound;
+}
+
+} // namespace tallyroom::sql

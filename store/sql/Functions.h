@@ -1,0 +1,33 @@
+// The functions that expressions may call.
+#pragma once
+
+#include "store/sql/Operation.h"
+
+#include <QString>
+
+namespace tallyroom::sql {
+
+// How a function treats the types of its arguments.
+enum class FunctionShape {
+    Texts,       // converts the first argument to text and further ones to whole numbers
+    Numbers,     // converts its argument to a number
+    Date,        // converts its argument to a date
+    Plain,       // takes it as it is
+    Choice,      // IIf
+    OneOfValues, // an aggregate that gives back one of the values
+};
+
+struct Function {
+    QLatin1StringView name; // lower case
+    Operation operation;
+    int arguments;
+    FunctionShape shape;
+    ValueType result; // Null: that of the argument
+    bool aggregate = false;
+};
+
+// The function of that name, in any case, with that number of arguments. Null when there is none;
+// `known` tells whether the name at least exists.
+const Function* findFunction(const QString& name, int arguments, bool& known);
+
+} // namespace tallyroom::sql

@@ -1,0 +1,267 @@
+#include "store/sql/Generator.h"
+
+#include "common/RunError.h"
+
+namespace tallyroom::sql {
+
+namespace {
+
+constexpr qsizetype maximumLength = 8'000'000;
+
+// The template with its marks $1 to $9 replaced by the parts.
+QString filled(const char16_t* text, const QStringList& parts) {
+    QString result;
+    for (QStringView rest(text); !rest.isEmpty(); rest = rest.sliced(1)) {
+        if (rest.front() != u'$') {
+            result += rest.front();
+            continue;
+        }
+        rest = rest.sliced(1);
+        result += parts.at(rest.front().digitValue() - 1);
+    }
+    return result;
+}
+
+QString quoted(QChar quote, const QString& text) {
+    QString doubled = text;
+    doubled.replace(quote, QString(2, quote));
+    return quote + doubled + quote;
+}
+
+// All digits, and always a point or an exponent: a number without is a whole one to an engine.
+QString realText(double value) {
+    const QString text = QString::number(value, 'g', 17);
+    const bool whole = !text.contains(u'.') && !text.contains(u'e');
+    return whole ? text + QStringLiteral(".0") : text;
+}
+
+} // namespace
+
+QString Generator::rows(const BoundSelect& query) {
+    return select(query, columns(query));
+}
+
+QString Generator::keys(const BoundSelect& query) {
+    return select(query, key(*query.source));
+}
+
+QString Generator::rowByKey(const BoundSelect& query) {
+    return QStringLiteral("SELECT %1 FROM %2 WHERE %3 = %4")
+        .arg(columns(query), source(*query.source), key(*query.source), parameter(1));
+}
+
+QString Generator::keysWhere(const BoundSelect& query, const BoundPtr& criteria) {
+    return QStringLiteral("SELECT %1 FROM %2%3")
+        .arg(key(*query.source), source(*query.source), clause(u" WHERE ", criteria));
+}
+
+QString Generator::deleteRows(const BoundDelete& statement) {
+    return filled(m_dialect.deleteRows,
+                  {tableName(*statement.target.table), quotedName(statement.target.alias),
+                   clause(u" WHERE ", statement.where)});
+}
+
+QString Generator::insertRows(const BoundInsert& statement) {
+    const QString rowsText = statement.select
+                                 ? rows(*statement.select)
+                                 : QStringLiteral("VALUES (%1)").arg(texts(statement.values));
+    return filled(m_dialect.insertRows,
+                  {tableName(*statement.target.table),
+                   quotedNames(statement.columns).join(QStringLiteral(", ")), rowsText});
+}
+
+QString Generator::updateRows(const BoundUpdate& statement) {
+    QStringList assignments;
+    for (const BoundAssignment& assignment : statement.assignments)
+        assignments << quotedName(assignment.column) + QStringLiteral(" = ") +
+                           text(*assignment.value);
+    return filled(m_dialect.updateRows,
+                  {tableName(*statement.target.table), quotedName(statement.target.alias),
+                   assignments.join(QStringLiteral(", ")), clause(u" WHERE ", statement.where)});
+}
+
+QString Generator::dropTable(const BoundDrop& statement) {
+    return filled(m_dialect.dropTable, {tableName(*statement.target.table)});
+}
+
+QString Generator::insertRow(const CatalogTable& table, const QStringList& names) const {
+    QStringList parameters;
+    for (qsizetype i = 0; i < names.size(); ++i)
+        parameters << parameter(i + 1);
+    return filled(m_dialect.insertRow,
+                  {tableName(table), quotedNames(names).join(QStringLiteral(", ")),
+                   parameters.join(QStringLiteral(", "))});
+}
+
+QString Generator::updateRow(const CatalogTable& table, const QStringList& names) const {
+    QStringList assignments;
+    for (qsizetype i = 0; i < names.size(); ++i)
+        assignments << quotedName(names.at(i)) + QStringLiteral(" = ") + parameter(i + 1);
+    return filled(m_dialect.updateRow,
+                  {tableName(table), assignments.join(QStringLiteral(", ")),
+                   QString::fromUtf16(m_dialect.keyColumn), parameter(names.size() + 1)});
+}
+
+QString Generator::deleteRow(const CatalogTable& table) const {
+    return filled(m_dialect.deleteRow,
+                  {tableName(table), QString::fromUtf16(m_dialect.keyColumn), parameter(1)});
+}
+
+QString Generator::tableName(const CatalogTable& table) const {
+    return quotedName(table.place) + u'.' + quotedName(table.name);
+}
+
+QString Generator::quotedName(const QString& name) const {
+    return quoted(m_dialect.nameQuote, name);
+}
+
+QStringList Generator::quotedNames(const QStringList& names) const {
+    QStringList result;
+    for (const QString& name : names)
+        result << quotedName(name);
+    return result;
+}
+
+QString Generator::key(const BoundSource& source) const {
+    return quotedName(source.alias) + u'.' + QString::fromUtf16(m_dialect.keyColumn);
+}
+
+QString Generator::parameter(qsizetype number) const {
+    return filled(m_dialect.parameter, {QString::number(number)});
+}
+
+QString Generator::source(const BoundSource& source) const {
+    return filled(m_dialect.tableWithAlias, {tableName(*source.table), quotedName(source.alias)});
+}
+
+// Appends to one text throughout, so that long lists are not copied once a level.
+QString Generator::text(const BoundNode& node) {
+    QString outer;
+    outer.swap(m_out);
+    append(node);
+    outer.swap(m_out);
+    return outer;
+}
+
+QString Generator::texts(const std::vector<BoundPtr>& nodes, std::size_t from) {
+    QStringList result;
+    for (std::size_t i = from; i < nodes.size(); ++i)
+        result << text(*nodes[i]);
+    return result.join(QStringLiteral(", "));
+}
+
+QString Generator::columns(const BoundSelect& query) {
+    QStringList result;
+    for (const BoundColumn& column : query.columns)
+        result << text(*column.value);
+    return result.join(QStringLiteral(", "));
+}
+
+QString Generator::select(const BoundSelect& query, const QString& columnTexts) {
+    QString result =
+        query.distinct ? QStringLiteral("SELECT DISTINCT ") : QStringLiteral("SELECT ");
+    result += columnTexts;
+    if (query.source)
+        result += QStringLiteral(" FROM ") + source(*query.source);
+    result += clause(u" WHERE ", query.where);
+    if (!query.groupBy.empty())
+        result += QStringLiteral(" GROUP BY ") + texts(query.groupBy);
+    result += clause(u" HAVING ", query.having);
+    return result + order(query);
+}
+
+// Rows of a table that the order leaves equal come in the order in which they were added.
+QString Generator::order(const BoundSelect& query) {
+    QStringList items;
+    for (const BoundOrder& item : query.orderBy)
+        items << filled(item.descending ? m_dialect.descending : m_dialect.ascending,
+                        {text(*item.value)});
+    if (query.updatable())
+        items << key(*query.source);
+    return items.isEmpty() ? QString()
+                           : QStringLiteral(" ORDER BY ") + items.join(QStringLiteral(", "));
+}
+
+QString Generator::clause(const char16_t* keyword, const BoundPtr& condition) {
+    return condition ? QString::fromUtf16(keyword) + text(*condition) : QString();
+}
+
+QString Generator::subselect(const BoundSelect& query) {
+    return select(query, text(*query.columns.front().value) + QStringLiteral(" AS ") +
+                             quotedName(QStringLiteral("v")));
+}
+
+void Generator::append(const BoundNode& node) {
+    if (m_out.size() > maximumLength)
+        throw RunError::make(ErrorNumber::tooComplex);
+    switch (node.kind) {
+    case BoundKind::Literal:
+        appendLiteral(node);
+        break;
+    case BoundKind::Column:
+        m_out += quotedName(node.source) + u'.' + quotedName(node.column);
+        break;
+    case BoundKind::Apply:
+        appendTemplate(m_dialect.operation(node.operation), node.operands);
+        break;
+    case BoundKind::InList:
+    case BoundKind::InSelect:
+        appendIn(node);
+        break;
+    case BoundKind::Subquery:
+        appendSubquery(*node.select);
+        break;
+    }
+}
+
+void Generator::appendTemplate(const char16_t* text, const std::vector<BoundPtr>& operands) {
+    for (QStringView rest(text); !rest.isEmpty(); rest = rest.sliced(1)) {
+        if (rest.front() != u'$') {
+            m_out += rest.front();
+            continue;
+        }
+        rest = rest.sliced(1);
+        append(*operands[static_cast<std::size_t>(rest.front().digitValue() - 1)]);
+    }
+}
+
+void Generator::appendLiteral(const BoundNode& literal) {
+    switch (literal.type) {
+    case ValueType::Null:
+        m_out += QStringView(m_dialect.nullLiteral);
+        break;
+    case ValueType::Boolean:
+        m_out +=
+            QStringView(literal.value.toBoolean() ? m_dialect.trueLiteral : m_dialect.falseLiteral);
+        break;
+    case ValueType::Date:
+        m_out += quoted(m_dialect.textQuote, Dates::toIso(literal.value.toDate()));
+        break;
+    case ValueType::Text:
+        m_out += quoted(m_dialect.textQuote, literal.value.toText());
+        break;
+    case ValueType::Long:
+        m_out += QString::number(literal.value.toLong());
+        break;
+    case ValueType::Double:
+        m_out += realText(literal.value.toDouble());
+        break;
+    }
+}
+
+void Generator::appendIn(const BoundNode& in) {
+    const QString set =
+        in.kind == BoundKind::InList ? texts(in.operands, 1) : subselect(*in.select);
+    m_out += filled(m_dialect.inSet, {text(*in.operands.front()), set});
+}
+
+// Totals without groups are one row in any case.
+void Generator::appendSubquery(const BoundSelect& query) {
+    const QString rowsText = subselect(query);
+    if (query.totals && query.groupBy.empty())
+        m_out += u'(' + rowsText + u')';
+    else
+        m_out += filled(m_dialect.singleValue, {rowsText});
+}
+
+} // namespace tallyroom::sql

@@ -1,0 +1,74 @@
+// What an expression can do, independent of how an engine writes it.
+#pragma once
+
+#include <cstddef>
+
+namespace tallyroom::sql {
+
+enum class ValueType { Null, Boolean, Long, Double, Date, Text };
+
+enum class Operation {
+    // Logic; the results are True, False or Null.
+    And,
+    Or,
+    Not,
+    Equal,
+    NotEqual,
+    Less,
+    LessOrEqual,
+    Greater,
+    GreaterOrEqual,
+    Between,        // the bounds in either order
+    BetweenOrdered, // the lower bound comes first
+    Like,
+    IsNull,
+    IsNotNull,
+    Negate, // turned into a subtraction when it is bound
+    // Arithmetic and text.
+    Add,
+    Subtract,
+    Multiply,
+    Divide,
+    Modulo,
+    Join,   // as "+" does for texts: Null when either is
+    Concat, // as "&" does: Null only when both are
+    // Functions.
+    If,
+    DayOf,
+    Now,
+    Today,
+    Trim,
+    TrimLeft,
+    TrimRight,
+    UpperCase,
+    LowerCase,
+    Left,
+    Right,
+    Middle,
+    MiddleToEnd,
+    Length,
+    Absolute,
+    Floor,
+    // Over the rows of a group.
+    Sum,
+    Count,
+    CountAll,
+    Minimum,
+    Maximum,
+    Average,
+    // Conversions. What does not convert becomes Null.
+    Truth,       // anything logical or numeric to −1 or 0
+    RoundToLong, // halves to the even number, Null outside 32 bits
+    NumberToText,
+    DateToText,
+    TextToNumber,
+    TextToDate,
+    DateToSerial,
+    SerialToDate,
+    FitText,   // cut to a number of characters
+    CaseBlind, // the text, compared and sorted without regard to case
+};
+
+inline constexpr std::size_t operationCount = static_cast<std::size_t>(Operation::CaseBlind) + 1;
+
+} // namespace tallyroom::sql

@@ -1,0 +1,110 @@
+// SQLite. Functions that begin with "tr_" are those of SqliteFunctions.
+#include "store/sql/Dialect.h"
+
+#include <iterator>
+
+namespace tallyroom::sql {
+
+namespace {
+
+struct Template {
+    Operation operation;
+    const char16_t* text;
+};
+
+constexpr Template templates[] = {
+    {Operation::And, u"($1 AND $2)"},
+    {Operation::Or, u"($1 OR $2)"},
+    {Operation::Not, u"(NOT $1)"},
+    {Operation::Equal, u"($1 = $2)"},
+    {Operation::NotEqual, u"($1 <> $2)"},
+    {Operation::Less, u"($1 < $2)"},
+    {Operation::LessOrEqual, u"($1 <= $2)"},
+    {Operation::Greater, u"($1 > $2)"},
+    {Operation::GreaterOrEqual, u"($1 >= $2)"},
+    {Operation::Between, u"($1 BETWEEN min($2, $3) AND max($2, $3))"},
+    {Operation::BetweenOrdered, u"($1 BETWEEN $2 AND $3)"},
+    {Operation::Like, u"tr_like($1, $2)"},
+    {Operation::IsNull, u"($1 IS NULL)"},
+    {Operation::IsNotNull, u"($1 IS NOT NULL)"},
+    {Operation::Negate, u"(- $1)"},
+    {Operation::Add, u"($1 + $2)"},
+    {Operation::Subtract, u"($1 - $2)"},
+    {Operation::Multiply, u"($1 * $2)"},
+    {Operation::Divide, u"(CAST($1 AS REAL) / $2)"},
+    {Operation::Modulo, u"(tr_long($1) % tr_long($2))"},
+    {Operation::Join, u"($1 || $2)"},
+    {Operation::Concat, u"tr_concat($1, $2)"},
+    {Operation::If, u"(CASE WHEN $1 THEN $2 ELSE $3 END)"},
+    {Operation::DayOf, u"(substr($1, 1, 10) || ' 00:00:00')"},
+    {Operation::Now, u"datetime('now', 'localtime')"},
+    {Operation::Today, u"(date('now', 'localtime') || ' 00:00:00')"},
+    {Operation::Trim, u"trim($1)"},
+    {Operation::TrimLeft, u"ltrim($1)"},
+    {Operation::TrimRight, u"rtrim($1)"},
+    {Operation::UpperCase, u"tr_upper($1)"},
+    {Operation::LowerCase, u"tr_lower($1)"},
+    {Operation::Left, u"substr($1, 1, max($2, 0))"},
+    {Operation::Right, u"tr_right($1, $2)"},
+    {Operation::Middle, u"substr($1, $2, max($3, 0))"},
+    {Operation::MiddleToEnd, u"substr($1, $2)"},
+    {Operation::Length, u"length($1)"},
+    {Operation::Absolute, u"abs($1)"},
+    {Operation::Floor, u"tr_floor($1)"},
+    {Operation::Sum, u"sum($1)"},
+    {Operation::Count, u"count($1)"},
+    {Operation::CountAll, u"count(*)"},
+    {Operation::Minimum, u"min($1)"},
+    {Operation::Maximum, u"max($1)"},
+    {Operation::Average, u"avg($1)"},
+    {Operation::Truth, u"(- ($1 <> 0))"},
+    {Operation::RoundToLong, u"tr_long($1)"},
+    {Operation::NumberToText, u"tr_number_text($1)"},
+    {Operation::DateToText, u"tr_date_text($1)"},
+    {Operation::TextToNumber, u"tr_number($1)"},
+    {Operation::TextToDate, u"tr_date($1)"},
+    {Operation::DateToSerial, u"tr_serial($1)"},
+    {Operation::SerialToDate, u"tr_from_serial($1)"},
+    {Operation::FitText, u"substr($1, 1, $2)"},
+    {Operation::CaseBlind, u"$1 COLLATE NOCASE"},
+};
+
+static_assert(std::size(templates) == operationCount, "an operation without a template");
+
+constexpr std::array<const char16_t*, operationCount> byOperation() {
+    std::array<const char16_t*, operationCount> result{};
+    for (const Template& entry : templates)
+        result[static_cast<std::size_t>(entry.operation)] = entry.text;
+    return result;
+}
+
+constexpr Dialect dialect = {
+    u'"',
+    u'\'',
+    u"NULL",
+    u"-1",
+    u"0",
+    u"rowid",
+    u"?$1",
+    u"$1 ASC",
+    u"$1 DESC",
+    u"DELETE FROM $1 AS $2$3",
+    u"INSERT OR IGNORE INTO $1 ($2) $3",
+    u"UPDATE OR IGNORE $1 AS $2 SET $3$4",
+    u"INSERT INTO $1 ($2) VALUES ($3)",
+    u"UPDATE $1 SET $2 WHERE $3 = $4",
+    u"DELETE FROM $1 WHERE $2 = $3",
+    u"DROP TABLE $1",
+    u"$1 AS $2",
+    u"(SELECT tr_single(\"v\") FROM ($1))",
+    u"($1 IN ($2))",
+    byOperation(),
+};
+
+} // namespace
+
+const Dialect& sqliteDialect() {
+    return dialect;
+}
+
+} // namespace tallyroom::sql

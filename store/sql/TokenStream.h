@@ -1,0 +1,54 @@
+// Tokens with a reading position, and the errors that they lead to.
+#pragma once
+
+#include "store/sql/Lexer.h"
+
+namespace tallyroom::sql {
+
+class TokenStream {
+public:
+    // Criteria are reported as such: 3077 in place of 3075.
+    TokenStream(const QString& text, bool criteria);
+
+    const Token& peek(std::size_t ahead = 0) const;
+    Token take();
+
+    bool atKeyword(QLatin1StringView keyword, std::size_t ahead = 0) const;
+    bool acceptKeyword(QLatin1StringView keyword);
+    void expectKeyword(QLatin1StringView keyword);
+    bool atSymbol(QLatin1StringView symbol, std::size_t ahead = 0) const;
+    bool acceptSymbol(QLatin1StringView symbol);
+    void expectSymbol(QLatin1StringView symbol);
+
+    // A name in brackets, or a word that the language does not reserve.
+    bool atName() const;
+    QString expectName();
+    QString expectText();
+
+    // Where the reader is, for the error: a clause with a number of its own, or an expression.
+    struct Place {
+        int clauseError = 0;
+        qsizetype expressionStart = -1; // −1 outside expressions
+    };
+    void enterClause(int errorNumber);
+    void enterExpression();
+    Place place() const { return m_place; }
+    void returnTo(Place place) { m_place = place; }
+
+    // Only an end, with or without a semicolon, may follow.
+    void expectEnd();
+
+    [[noreturn]] void fail() const;
+    [[noreturn]] void failExpression(const QString& what) const;
+
+private:
+    QString expressionText() const;
+
+    QString m_text;
+    std::vector<Token> m_tokens;
+    std::size_t m_next = 0;
+    Place m_place;
+    bool m_criteria;
+};
+
+} // namespace tallyroom::sql

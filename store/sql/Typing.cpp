@@ -1,0 +1,281 @@
+#include "store/sql/Typing.h"
+
+#include "common/RunError.h"
+
+#include <algorithm>
+
+namespace tallyroom::sql {
+
+namespace {
+
+ValueType literalType(const Variant& value) {
+    switch (value.type()) {
+    case Variant::Type::Boolean:
+        return ValueType::Boolean;
+    case Variant::Type::Long:
+        return ValueType::Long;
+    case Variant::Type::Double:
+        return ValueType::Double;
+    case Variant::Type::Date:
+        return ValueType::Date;
+    case Variant::Type::Text:
+        return ValueType::Text;
+    default:
+        return ValueType::Null;
+    }
+}
+
+bool isNumeric(const BoundPtr& node) {
+    return node->type == ValueType::Long || node->type == ValueType::Double ||
+           node->type == ValueType::Boolean;
+}
+
+// Columns and literals hold −1 for True; what an engine computes may be 1.
+BoundPtr truthAsNumber(BoundPtr value) {
+    const bool stored = value->kind == BoundKind::Column || value->kind == BoundKind::Literal ||
+                        value->kind == BoundKind::Subquery;
+    if (stored || (value->kind == BoundKind::Apply && value->operation == Operation::Truth))
+        return value;
+    return applyNode(Operation::Truth, ValueType::Boolean, {std::move(value)});
+}
+
+BoundPtr toNumber(BoundPtr value) {
+    switch (value->type) {
+    case ValueType::Text:
+        return applyNode(Operation::TextToNumber, ValueType::Double, {std::move(value)});
+    case ValueType::Date:
+        return applyNode(Operation::DateToSerial, ValueType::Double, {std::move(value)});
+    case ValueType::Boolean:
+        return truthAsNumber(std::move(value));
+    default:
+        return value;
+    }
+}
+
+BoundPtr toText(BoundPtr value) {
+    const Operation operation =
+        value->type == ValueType::Date ? Operation::DateToText : Operation::NumberToText;
+    if (value->type == ValueType::Boolean)
+        value = truthAsNumber(std::move(value));
+    return applyNode(operation, ValueType::Text, {std::move(value)});
+}
+
+BoundPtr toLong(BoundPtr value) {
+    BoundPtr number = toNumber(std::move(value));
+    if (number->type == ValueType::Double)
+        return applyNode(Operation::RoundToLong, ValueType::Long, {std::move(number)});
+    return number;
+}
+
+BoundPtr toDate(BoundPtr value) {
+    const Operation operation =
+        value->type == ValueType::Text ? Operation::TextToDate : Operation::SerialToDate;
+    return applyNode(operation, ValueType::Date, {std::move(value)});
+}
+
+bool anyAggregate(const std::vector<BoundPtr>& operands) {
+    return std::any_of(operands.begin(), operands.end(),
+                       [](const BoundPtr& operand) { return operand && operand->aggregate; });
+}
+
+// Brings both sides to one type, or refuses.
+void matchForComparison(BoundPtr& left, BoundPtr& right) {
+    if (left->type == ValueType::Boolean)
+        left = truthAsNumber(std::move(left));
+    if (right->type == ValueType::Boolean)
+        right = truthAsNumber(std::move(right));
+    if (left->type == right->type || isNullLiteral(left) || isNullLiteral(right))
+        return;
+    if (left->type == ValueType::Text || right->type == ValueType::Text)
+        throw RunError::make(ErrorNumber::criteriaTypeMismatch);
+    if (left->type == ValueType::Date)
+        right = convert(std::move(right), ValueType::Date);
+    else if (right->type == ValueType::Date)
+        left = convert(std::move(left), ValueType::Date);
+}
+
+// Exchanges two literal bounds that stand the wrong way round, so that the engine sees plain ones.
+bool boundsAreOrdered(BoundPtr& low, BoundPtr& high) {
+    if (low->kind != BoundKind::Literal || high->kind != BoundKind::Literal ||
+        low->type == ValueType::Null || low->type != high->type || low->type == ValueType::Text)
+        return false;
+    if (low->value.toDouble() > high->value.toDouble())
+        std::swap(low, high);
+    return true;
+}
+
+ValueType arithmeticType(Operation operation, const BoundPtr& left, const BoundPtr& right) {
+    const auto whole = [](const BoundPtr& node) {
+        return node->type == ValueType::Long || node->type == ValueType::Boolean;
+    };
+    if (operation == Operation::Modulo)
+        return ValueType::Long;
+    const bool bothWhole = whole(left) && whole(right) && operation != Operation::Divide;
+    return bothWhole ? ValueType::Long : ValueType::Double;
+}
+
+} // namespace
+
+BoundPtr literalNode(const Variant& value) {
+    auto node = std::make_shared<BoundNode>();
+    node->type = literalType(value);
+    node->value = value;
+    if (node->type == ValueType::Text)
+        node->width = static_cast<int>(value.toText().size());
+    return node;
+}
+
+BoundPtr applyNode(Operation operation, ValueType type, std::vector<BoundPtr> operands, int width) {
+    auto node = std::make_shared<BoundNode>();
+    node->kind = BoundKind::Apply;
+    node->type = type;
+    node->width = width;
+    node->operation = operation;
+    node->operands = std::move(operands);
+    node->aggregate = isAggregate(operation) || anyAggregate(node->operands);
+    return node;
+}
+
+bool isNullLiteral(const BoundPtr& node) {
+    return node->type == ValueType::Null;
+}
+
+BoundPtr convert(BoundPtr value, ValueType type) {
+    if (value->type == type || isNullLiteral(value) || type == ValueType::Null)
+        return type == ValueType::Boolean ? truthAsNumber(std::move(value)) : value;
+    switch (type) {
+    case ValueType::Boolean:
+        return applyNode(Operation::Truth, type, {toNumber(std::move(value))});
+    case ValueType::Long:
+        return toLong(std::move(value));
+    case ValueType::Double:
+        return toNumber(std::move(value));
+    case ValueType::Date:
+        return toDate(value->type == ValueType::Text ? std::move(value)
+                                                     : toNumber(std::move(value)));
+    default:
+        return toText(std::move(value));
+    }
+}
+
+BoundPtr convertForColumn(BoundPtr value, const CatalogColumn& column) {
+    BoundPtr converted = convert(std::move(value), column.type);
+    const bool fits = column.width == 0 || isNullLiteral(converted) ||
+                      (converted->width > 0 && converted->width <= column.width);
+    if (column.type != ValueType::Text || fits)
+        return converted;
+    return applyNode(Operation::FitText, ValueType::Text,
+                     {std::move(converted), literalNode(Variant(column.width))}, column.width);
+}
+
+CatalogColumn commonFormat(const BoundPtr& left, const BoundPtr& right) {
+    if (isNullLiteral(left))
+        return {{}, right->type, right->width};
+    if (isNullLiteral(right))
+        return {{}, left->type, left->width};
+    const bool anyLength = left->width == 0 || right->width == 0;
+    if (left->type == right->type)
+        return {{}, left->type, anyLength ? 0 : std::max(left->width, right->width)};
+    if (isNumeric(left) && isNumeric(right))
+        return {{}, arithmeticType(Operation::Add, left, right), 0};
+    return {{}, ValueType::Text, 0};
+}
+
+BoundPtr compare(Operation operation, BoundPtr left, BoundPtr right) {
+    // Only "<>" with Null on its right is a test; every other comparison with Null is unknown.
+    if (operation == Operation::NotEqual && isNullLiteral(right) && !isNullLiteral(left))
+        return applyNode(Operation::IsNotNull, ValueType::Boolean, {std::move(left)});
+    matchForComparison(left, right);
+    return applyNode(operation, ValueType::Boolean, {caseBlind(std::move(left)), std::move(right)});
+}
+
+BoundPtr between(const BoundPtr& value, const BoundPtr& low, const BoundPtr& high) {
+    BoundPtr left = value;
+    BoundPtr from = low;
+    BoundPtr to = high;
+    matchForComparison(left, from); // may turn the left side into a date
+    matchForComparison(left, to);
+    matchForComparison(left, from);
+    const bool ordered = boundsAreOrdered(from, to);
+    return applyNode(ordered ? Operation::BetweenOrdered : Operation::Between, ValueType::Boolean,
+                     {caseBlind(std::move(left)), caseBlind(std::move(from)), std::move(to)});
+}
+
+BoundPtr inList(const BoundPtr& value, const std::vector<BoundPtr>& list) {
+    auto node = std::make_shared<BoundNode>();
+    node->kind = BoundKind::InList;
+    node->type = ValueType::Boolean;
+    node->operands.reserve(list.size() + 1);
+    BoundPtr left = value;
+    node->operands.push_back(nullptr);
+    for (BoundPtr item : list) {
+        matchForComparison(left, item);
+        node->operands.push_back(std::move(item));
+    }
+    node->operands.front() = caseBlind(std::move(left));
+    node->aggregate = anyAggregate(node->operands);
+    return node;
+}
+
+BoundPtr inSelect(const BoundPtr& value, std::shared_ptr<const BoundSelect> select) {
+    BoundPtr left = value;
+    BoundPtr right = select->columns.front().value;
+    matchForComparison(left, right);
+    auto node = std::make_shared<BoundNode>();
+    node->kind = BoundKind::InSelect;
+    node->type = ValueType::Boolean;
+    node->operands.push_back(caseBlind(std::move(left)));
+    node->select = std::move(select);
+    return node;
+}
+
+BoundPtr logicalOperand(BoundPtr value) {
+    return value->type == ValueType::Boolean ? value : toNumber(std::move(value));
+}
+
+BoundPtr logical(Operation operation, std::vector<BoundPtr> operands) {
+    for (BoundPtr& operand : operands)
+        operand = logicalOperand(std::move(operand));
+    return applyNode(operation, ValueType::Boolean, std::move(operands));
+}
+
+BoundPtr arithmetic(Operation operation, BoundPtr left, BoundPtr right) {
+    if (operation == Operation::Add && left->type == ValueType::Text &&
+        right->type == ValueType::Text)
+        return applyNode(Operation::Join, ValueType::Text, {std::move(left), std::move(right)});
+    const bool leftDate = left->type == ValueType::Date;
+    const bool rightDate = right->type == ValueType::Date;
+    const bool givesDate = (operation == Operation::Add && (leftDate || rightDate)) ||
+                           (operation == Operation::Subtract && leftDate && !rightDate);
+    BoundPtr from = toNumber(std::move(left));
+    BoundPtr to = toNumber(std::move(right));
+    const ValueType type = arithmeticType(operation, from, to);
+    BoundPtr result = applyNode(operation, type, {std::move(from), std::move(to)});
+    return givesDate ? convert(std::move(result), ValueType::Date) : result;
+}
+
+BoundPtr caseBlind(BoundPtr value) {
+    if (value->type != ValueType::Text)
+        return value;
+    const int width = value->width;
+    return applyNode(Operation::CaseBlind, ValueType::Text, {std::move(value)}, width);
+}
+
+bool isAggregate(Operation operation) {
+    return operation >= Operation::Sum && operation <= Operation::Average;
+}
+
+bool sameNode(const BoundPtr& left, const BoundPtr& right) {
+    if (left == right)
+        return true;
+    if (left->kind != right->kind || left->operands.size() != right->operands.size() ||
+        left->select != right->select)
+        return false;
+    const bool sameSelf = left->operation == right->operation && left->source == right->source &&
+                          left->column == right->column &&
+                          (left->kind != BoundKind::Literal || left->value.sameValue(right->value));
+    return sameSelf && std::equal(left->operands.begin(), left->operands.end(),
+                                  right->operands.begin(), sameNode);
+}
+
+} // namespace tallyroom::sql
