@@ -1,8 +1,5 @@
 #include "tests/support/FakeHost.h"
 
-#include <QBuffer>
-#include <QPixmap>
-
 namespace tallyroom {
 
 namespace {
@@ -85,13 +82,10 @@ public:
     }
 };
 
+// An image of one pixel.
 QByteArray smallPicture() {
-    QPixmap pixmap(8, 8);
-    pixmap.fill(Qt::white);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    pixmap.save(&buffer, "PNG");
-    return bytes;
+    return QByteArray::fromBase64("iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mP8z8BQ"
+                                  "DwAEhQGAhKmMIQAAAABJRU5ErkJggg==");
 }
 
 } // namespace

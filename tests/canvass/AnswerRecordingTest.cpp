@@ -1,0 +1,186 @@
+#include "canvass/AnswerRecording.h"
+#include "canvass/CanvassTotals.h"
+#include "tests/support/DataFolder.h"
+#include "tests/support/FakeHost.h"
+#include "tests/support/Printing.h"
+
+using namespace tallyroom;
+
+namespace {
+
+class AnswerRecordingTest : public testing::Test {
+protected:
+    AnswerRecordingTest() {
+        folder.addHost(3);
+        folder.associateAll();
+        state.DataPath = folder.path();
+        state.HostOptionsDb = folder.open(hostFile);
+        const HostContext context = host.context(folder.path());
+        CanvassTotals::build(state, context.BucketForm, false,
+                             [](const RunError&) { return ErrorAnswer::Abort; });
+        request.accept = true;
+        request.amount = QStringLiteral("1:30");
+        request.canvassDate = QStringLiteral("02/03/2020");
+        request.department = QStringLiteral("Dept");
+        request.user = QStringLiteral("Ann");
+        request.employees = {QStringLiteral("E2")};
+    }
+
+    void record() { AnswerRecording::record(state, request); }
+
+    QStringList history() const {
+        return folder.rows(hostFile,
+                           QStringLiteral("Select [thist_emp], [rule], [thist_date], [shift_date], "
+                                          "[thist_record_type], [thist_shift], [thist_dept], "
+                                          "[thist_start_time], [thist_stop_time], "
+                                          "[thist_attend_code], [tlyrAccepted], [tlyrAccepted2], "
+                                          "[tlyrDeclined], [tlyrDeclined2], [Notes] from "
+                                          "[TimeHistory];"));
+    }
+    QStringList audit() const {
+        return folder.rows(addInFile,
+                           QStringLiteral("Select [User], [Emp_Code], [Date], [Action], [OT], "
+                                          "[tHistField] from [TLYR_Audit];"));
+    }
+    QString board(const QString& emp) const {
+        return folder
+            .rows(mainFile, QStringLiteral("Select [xT15Accepted], [xT20Accepted], "
+                                           "[xT15Declined], [xT20Declined], [TotalOT1] from "
+                                           "[tlyrTemp] where [emp_code] = '%1';")
+                                .arg(emp))
+            .value(0);
+    }
+
+    DataFolder folder;
+    FakeHost host;
+    CanvassState state;
+    AnswerRequest request;
+};
+
+TEST_F(AnswerRecordingTest, WritesTransactionAuditAndBoard) {
+    record();
+    EXPECT_EQ(history(),
+              QStringList(QStringLiteral("E2|7|2/3/2020|2/3/2020|AR|S1|Dept|1:30:00 AM|12:00:00 "
+                                         "AM|OTA|90|Null|Null|Null|")));
+    EXPECT_EQ(audit(), QStringList(QStringLiteral("Ann|E2|2/3/2020|0|90|tlyrAccepted")));
+    EXPECT_EQ(board(QStringLiteral("E2")), QStringLiteral("90|Null|Null|Null|90"));
+    EXPECT_EQ(board(QStringLiteral("E1")), QStringLiteral("Null|Null|Null|Null|0"));
+}
+
+TEST_F(AnswerRecordingTest, EachAnswerGoesToItsColumns) {
+    request.doubleAmount = QStringLiteral("0.5");
+    const struct {
+        bool accept;
+        bool breakOut;
+        QStringList lines;
+    } cases[] = {
+        {true, false, {QStringLiteral("0|90|tlyrAccepted")}},
+        {false, false, {QStringLiteral("1|90|tlyrDeclined")}},
+        {true, true, {QStringLiteral("0|90|tlyrAccepted"), QStringLiteral("0|30|tlyrAccepted2")}},
+        {false, true, {QStringLiteral("1|90|tlyrDeclined"), QStringLiteral("1|30|tlyrDeclined2")}},
+    };
+    for (const auto& c : cases) {
+        folder.execute(addInFile, QStringLiteral("Delete * from [TLYR_Audit];"));
+        request.accept = c.accept;
+        request.decline = !c.accept;
+        request.breakOut = c.breakOut;
+        record();
+        EXPECT_EQ(folder.rows(addInFile, QStringLiteral("Select [Action], [OT], [tHistField] from "
+                                                        "[TLYR_Audit];")),
+                  c.lines);
+    }
+    EXPECT_EQ(board(QStringLiteral("E2")), QStringLiteral("180|30|180|30|420"));
+    EXPECT_EQ(folder.rows(hostFile, QStringLiteral("Select [thist_attend_code] from [TimeHistory] "
+                                                   "where [tlyrDeclined2] = 30;")),
+              QStringList(QStringLiteral("OTD2")));
+}
+
+TEST_F(AnswerRecordingTest, AnUnusableSecondAmountIsLeftOut) {
+    request.breakOut = true;
+    for (const char16_t* second : {u"", u"1:75", u"x"}) {
+        request.doubleAmount = QString::fromUtf16(second);
+        record();
+    }
+    EXPECT_EQ(audit().filter(QStringLiteral("tlyrAccepted2")).size(), 0);
+    EXPECT_EQ(audit().size(), 3);
+    request.doubleAmount = QStringLiteral("-1:15");
+    EXPECT_EQ(errorNumberOf([&] { record(); }), 13);
+    EXPECT_EQ(audit().size(), 4) << "the first line stays";
+    EXPECT_EQ(history().size(), 4);
+}
+
+TEST_F(AnswerRecordingTest, AWholeDayIsRecordedAsOne) {
+    request.amount = QStringLiteral("24:00");
+    record();
+    EXPECT_EQ(folder.rows(hostFile, QStringLiteral("Select [tlyrAccepted], [thist_start_time] from "
+                                                   "[TimeHistory];")),
+              QStringList(QStringLiteral("1440|12/31/1899")));
+}
+
+TEST_F(AnswerRecordingTest, AnswersOutsideThePeriodLeaveTheBoardAlone) {
+    state.period = TotallingPeriod{*Dates::parse(QStringLiteral("2/3/2020")),
+                                   *Dates::parse(QStringLiteral("2/4/2020"))};
+    for (const char16_t* day : {u"2/2/2020", u"2/5/2020"}) {
+        request.canvassDate = QString::fromUtf16(day);
+        record();
+    }
+    EXPECT_EQ(audit().size(), 2);
+    EXPECT_EQ(board(QStringLiteral("E2")), QStringLiteral("Null|Null|Null|Null|0"));
+    for (const char16_t* day : {u"2/3/2020", u"2/4/2020"}) {
+        request.canvassDate = QString::fromUtf16(day);
+        record();
+    }
+    EXPECT_EQ(board(QStringLiteral("E2")), QStringLiteral("180|Null|Null|Null|180"));
+}
+
+TEST_F(AnswerRecordingTest, PassesOverWhoCannotBeRecorded) {
+    folder.execute(hostFile, QStringLiteral("Delete * from [Shift];"));
+    record();
+    EXPECT_TRUE(history().isEmpty()) << "shift unknown";
+    folder.execute(hostFile, QStringLiteral("Insert Into [Shift] ([Shift_Code], [Shift_Rule_Num]) "
+                                            "Values ('S1', '7');"));
+    request.employees = {QStringLiteral("Code"), QStringLiteral("E9")};
+    record();
+    EXPECT_TRUE(history().isEmpty()) << "not on the board";
+    request.employees = {QStringLiteral("E1")};
+    folder.execute(addInFile, QStringLiteral("Update [tlyr_assoc] Set [Accepted] = Null;"));
+    record();
+    EXPECT_TRUE(history().isEmpty()) << "no code for accepted";
+    folder.execute(addInFile, QStringLiteral("Delete * from [tlyr_assoc];"));
+    request.accept = false;
+    request.decline = true;
+    record();
+    EXPECT_TRUE(history().isEmpty()) << "no associations";
+    EXPECT_TRUE(audit().isEmpty());
+}
+
+TEST_F(AnswerRecordingTest, TheEmployeesOwnRuleComesFirst) {
+    folder.execute(mainFile, QStringLiteral("Update [tlyrTemp] Set [defaulttimecalc] = '12' Where "
+                                            "[emp_code] = 'E2';"));
+    record();
+    EXPECT_EQ(folder.rows(hostFile, QStringLiteral("Select [rule] from [TimeHistory];")),
+              QStringList(QStringLiteral("12")));
+}
+
+TEST_F(AnswerRecordingTest, AnApostropheBreaksItsStatementAndNothingElse) {
+    request.employees = {QStringLiteral("E1"), QStringLiteral("E2")};
+    request.comment = QStringLiteral("it's");
+    EXPECT_EQ(errorNumberOf([&] { record(); }), 3075);
+    EXPECT_TRUE(history().isEmpty());
+    EXPECT_TRUE(audit().isEmpty());
+    request.comment.clear();
+    request.user = QStringLiteral("O'Neill");
+    EXPECT_EQ(errorNumberOf([&] { record(); }), 3075);
+    EXPECT_EQ(history().size(), 1) << "each write stands on its own";
+    EXPECT_TRUE(audit().isEmpty());
+}
+
+TEST(AnswerRecordingAmounts, AreTimesFromNothingToADay) {
+    for (const char16_t* amount : {u"0:00", u"7.5", u"7:30 PM", u"24:00", u"24.0"})
+        EXPECT_TRUE(AnswerRecording::isValidAmount(QString::fromUtf16(amount)));
+    for (const char16_t* amount : {u"", u"-1:15", u"24:01", u"25:00 PM", u"7", u"99999:00"})
+        EXPECT_FALSE(AnswerRecording::isValidAmount(QString::fromUtf16(amount)))
+            << QString::fromUtf16(amount).toStdString();
+}
+
+} // namespace

@@ -1,0 +1,77 @@
+// The board as a test opens and works it.
+#pragma once
+
+#include "canvass/Tallyroom.h"
+#include "common/ui/Grid.h"
+#include "tests/support/DataFolder.h"
+#include "tests/support/DialogScript.h"
+#include "tests/support/FakeHost.h"
+#include "tests/support/Printing.h"
+
+#include <QLineEdit>
+
+namespace tallyroom {
+
+class BoardTest : public testing::Test {
+protected:
+    BoardTest() {
+        folder.addHost(3);
+        folder.associateAll();
+    }
+
+    // Shows the window, works it by `use`, and leaves it by "E&xit <<".
+    void show(const std::function<void(QWidget&)>& use = {},
+              const QString& user = QStringLiteral("Ann")) {
+        const HostContext context = host.context(folder.path(), user);
+        Tallyroom window(context);
+        script.expectWindow(QStringLiteral("Tallyroom"), [use](QWidget& board) {
+            if (use)
+                use(board);
+            clickButton(board, QStringLiteral("Command1"));
+        });
+        window.showModally();
+        EXPECT_FALSE(window.isVisible());
+    }
+
+    static Grid& grid(QWidget& board) { return child<Grid>(board, QStringLiteral("Grid")); }
+
+    // The grid's rows with their heading, cells joined by "|".
+    static QStringList lines(QWidget& board) {
+        QStringList result;
+        const Grid& shown = grid(board);
+        for (int row = 0; row < shown.rows(); ++row) {
+            QStringList cells;
+            for (int column = 0; column < shown.columns(); ++column)
+                cells.append(shown.text(row, column));
+            result.append(cells.join(u'|'));
+        }
+        return result;
+    }
+
+    static void type(QWidget& board, const QString& box, const QString& text) {
+        auto& edit = child<QLineEdit>(board, box);
+        EXPECT_TRUE(edit.isVisible()) << box.toStdString();
+        edit.clear();
+        edit.insert(text);
+    }
+
+    // Selects grid rows, counted with the heading, from one end to the other.
+    static void select(QWidget& board, int from, int to);
+    // Opens the grid's pop-up menu with the right mouse button and chooses an entry of it.
+    static void answer(QWidget& board, const QString& entry);
+
+    DataFolder folder;
+    FakeHost host;
+    DialogScript script;
+};
+
+inline void BoardTest::select(QWidget& board, int from, int to) {
+    Grid& shown = grid(board);
+    shown.clearSelection();
+    shown.setCurrentIndex(shown.model()->index(from - 1, 0));
+    shown.selectionModel()->select(QItemSelection(shown.model()->index(std::min(from, to) - 1, 0),
+                                                  shown.model()->index(std::max(from, to) - 1, 0)),
+                                   QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+} // namespace tallyroom

@@ -1,0 +1,216 @@
+#include "canvass/CanvassTotals.h"
+#include "tests/support/DataFolder.h"
+#include "tests/support/FakeHost.h"
+#include "tests/support/Printing.h"
+
+#include <QFile>
+#include <cmath>
+#include <map>
+#include <random>
+
+using namespace tallyroom;
+
+namespace {
+
+const QString totalsOf = QStringLiteral(
+    "Select [emp_code], [T15Hours], [T20Hours], [xT15Accepted], [xT20Declined], [WorkedOT], "
+    "[AcceptedOT], [DeclinedOT], [TotalOT1], [TotalOT2] from [tlyrTemp] order by [emp_code];");
+
+class CanvassTotalsTest : public testing::Test {
+protected:
+    void open() {
+        context = host.context(folder.path());
+        state.DataPath = folder.path();
+        state.HostOptionsDb = folder.open(hostFile);
+    }
+
+    // Builds; each failing statement gets the next of the answers.
+    bool build(std::vector<ErrorAnswer> answers = {}, bool multiply = false) {
+        errors.clear();
+        return CanvassTotals::build(state, context.BucketForm, multiply,
+                                    [&](const RunError& error) {
+                                        errors.append(QString::number(error.number()));
+                                        EXPECT_FALSE(answers.empty()) << error.what();
+                                        if (answers.empty())
+                                            return ErrorAnswer::Abort;
+                                        const ErrorAnswer answer = answers.front();
+                                        answers.erase(answers.begin());
+                                        return answer;
+                                    });
+    }
+
+    QStringList board() const { return folder.rows(mainFile, totalsOf); }
+
+    DataFolder folder;
+    FakeHost host;
+    HostContext context;
+    CanvassState state;
+    QStringList errors;
+};
+
+TEST_F(CanvassTotalsTest, CopiesEmployeesAndTheirDefaultQualification) {
+    folder.addHost(2);
+    folder.execute(hostFile, QStringLiteral("Update [Employee] Set [Seniority] = Null Where "
+                                            "[emp_code] = 'E2';"));
+    for (const char* row : {"'E1', 'FORK', True", "'E1', 'WELD', False", "'E2', 'WELD', False"})
+        folder.execute(hostFile, QStringLiteral("Insert Into [Emp_Qualifications] ([Emp_Code], "
+                                                "[Qual_Code], [Default]) Values (%1);")
+                                     .arg(QString::fromLatin1(row)));
+    open();
+    ASSERT_TRUE(build());
+    EXPECT_EQ(folder.rows(mainFile, QStringLiteral("Select [emp_code], [emp_name], [emp_dept], "
+                                                   "[Seniority], [qual_code], [altphone], "
+                                                   "[emp_shift] from [tlyrTemp];")),
+              QStringList({QStringLiteral("E1|Name 1|D1|99|FORK|Null|S1"),
+                           QStringLiteral("E2|Name 2|D2|0|Null|Null|S1")}));
+}
+
+TEST_F(CanvassTotalsTest, CountsWholeMinutesAndKeepsNulls) {
+    folder.addHost(3);
+    for (int third = 0; third < 3; ++third)
+        folder.addHistory(QStringLiteral("E1"), QStringLiteral("1/1/2020"), 480.0 / 3, 0);
+    folder.addHistory(QStringLiteral("E2"), QStringLiteral("1/1/2020"), 45, 20,
+                      QStringLiteral("HR"));
+    folder.addHistory(QStringLiteral("E2"), QStringLiteral("1/1/2020"), 500, 500,
+                      QStringLiteral("XX"));
+    open();
+    ASSERT_TRUE(build());
+    EXPECT_EQ(board(), QStringList({QStringLiteral("E1|480|0|0|0|480|0|0|480|480"),
+                                    QStringLiteral("E2|45|20|0|0|65|0|0|65|65"),
+                                    QStringLiteral("E3|Null|Null|Null|Null|Null|0|0|0|0")}));
+    // Half a minute of 45 × 1.5 goes to the even side.
+    EXPECT_EQ(folder.rows(mainFile, QStringLiteral("Select [T15Hours_Mult], [T20Hours_Mult] from "
+                                                   "[tlyrTemp] order by [emp_code];")),
+              QStringList(
+                  {QStringLiteral("720|0"), QStringLiteral("68|40"), QStringLiteral("Null|Null")}));
+}
+
+TEST_F(CanvassTotalsTest, MultiplierWeighsAnswersAndWorkedTime) {
+    folder.addHost(1);
+    folder.addHistory(QStringLiteral("E1"), QStringLiteral("1/1/2020"), 100, 30);
+    folder.execute(hostFile,
+                   QStringLiteral("Insert Into [TimeHistory] ([thist_emp], [shift_date], "
+                                  "[thist_record_type], [tlyrAccepted], [tlyrAccepted2], "
+                                  "[tlyrDeclined2]) Values ('E1', #1/1/2020#, 'AR', 10, 60, 7);"));
+    open();
+    ASSERT_TRUE(build({}, true));
+    EXPECT_EQ(board(), QStringList(QStringLiteral("E1|100|30|10|7|210|135|14|359|224")));
+    CanvassTotals::applyMultipliers(state, false);
+    EXPECT_EQ(board(), QStringList(QStringLiteral("E1|100|30|10|7|130|70|7|207|137")));
+}
+
+TEST_F(CanvassTotalsTest, StopsAtTotalsWithoutAnEmployee) {
+    folder.addHost(3);
+    for (const char* emp : {"E1", "E1B", "E2", "E3"})
+        folder.addHistory(QString::fromLatin1(emp), QStringLiteral("1/1/2020"), 60, 0);
+    host.filter = QStringLiteral("in ('E1', 'E1B', 'e2', 'E3')");
+    open();
+    ASSERT_TRUE(build());
+    EXPECT_EQ(board()[0].left(6), QStringLiteral("E1|60|"));
+    EXPECT_EQ(board()[1].left(7), QStringLiteral("E2|Null"));
+    EXPECT_EQ(board()[2].left(7), QStringLiteral("E3|Null"));
+}
+
+TEST_F(CanvassTotalsTest, ComparesCodesExactlyThoughTheDatabaseDoesNot) {
+    folder.addHost(2);
+    folder.addHistory(QStringLiteral("e1"), QStringLiteral("1/1/2020"), 60, 0);
+    open();
+    ASSERT_TRUE(build());
+    EXPECT_EQ(board()[0].left(7), QStringLiteral("E1|Null"));
+}
+
+TEST_F(CanvassTotalsTest, AgreesWithAnObviousCount) {
+    std::mt19937 random(7);
+    const auto upTo = [&](int limit) { return static_cast<int>(random() % unsigned(limit)); };
+    folder.addHost(20);
+    const QDate first(2020, 1, 1);
+    const char16_t* const types[] = {u"TR", u"AR", u"HR", u"XX"};
+    std::map<QString, std::pair<double, double>> expected;
+    for (int n = 0; n < 400; ++n) {
+        const QString emp = QStringLiteral("E%1").arg(1 + upTo(20));
+        const QDate day = first.addDays(upTo(30));
+        const int type = upTo(4);
+        const int t15 = upTo(300);
+        const int t20 = upTo(300);
+        folder.addHistory(emp, Dates::toText(Dates::fromQDate(day)), t15, t20,
+                          QString::fromUtf16(types[type]));
+        const bool counts = type != 3 && day >= first.addDays(5) && day <= first.addDays(20);
+        if (counts)
+            expected[emp] = {expected[emp].first + t15, expected[emp].second + t20};
+    }
+    open();
+    for (const bool swapped : {false, true}) {
+        const Date from = Dates::fromQDate(first.addDays(swapped ? 20 : 5));
+        const Date to = Dates::fromQDate(first.addDays(swapped ? 5 : 20));
+        state.period = TotallingPeriod{from, to};
+        ASSERT_TRUE(build());
+        for (const QString& line : board()) {
+            const QStringList cells = line.split(u'|');
+            if (!expected.contains(cells[0]))
+                continue;
+            EXPECT_EQ(cells[1].toInt(), static_cast<int>(expected[cells[0]].first))
+                << cells[0].toStdString();
+            EXPECT_EQ(cells[2].toInt(), static_cast<int>(expected[cells[0]].second));
+        }
+    }
+}
+
+TEST_F(CanvassTotalsTest, AbortRetryAndIgnoreActOnTheFailingStatement) {
+    folder.addHost(1);
+    folder.addHistory(QStringLiteral("E1"), QStringLiteral("1/1/2020"), 60, 0);
+    open();
+    int reads = 0;
+    host.onFilterRead = [&] {
+        if (++reads == 1)
+            throw RunError::make(ErrorNumber::noSuchMember);
+    };
+    ASSERT_TRUE(build({ErrorAnswer::Retry}));
+    EXPECT_EQ(reads, 3) << "the insert reads it twice, the totals once";
+    EXPECT_EQ(board().size(), 1);
+
+    reads = 0;
+    ASSERT_TRUE(build({ErrorAnswer::Ignore}));
+    EXPECT_TRUE(board().isEmpty()) << "the insert was skipped, the delete was not";
+
+    host.onFilterRead = {};
+    folder.execute(mainFile, QStringLiteral("Drop Table [tlyrTemp];"));
+    EXPECT_FALSE(build({ErrorAnswer::Retry, ErrorAnswer::Abort}));
+    EXPECT_EQ(errors, QStringList({QStringLiteral("3078"), QStringLiteral("3078")}));
+}
+
+TEST_F(CanvassTotalsTest, AFileInUseIsAskedAboutWithNoTransactionOpen) {
+    folder.addHost(1);
+    open();
+    const auto other = folder.open(mainFile);
+    other->beginBatch();
+    other->execute(QStringLiteral("Delete * from [tlyrTemp];"));
+    errors.clear();
+    ASSERT_TRUE(CanvassTotals::build(state, context.BucketForm, false, [&](const RunError& error) {
+        errors.append(QString::number(error.number()));
+        if (other->inBatch())
+            other->commitBatch();
+        return ErrorAnswer::Retry;
+    }));
+    EXPECT_EQ(errors, QStringList(QStringLiteral("3196")));
+    EXPECT_EQ(board().size(), 1);
+}
+
+TEST_F(CanvassTotalsTest, AnExistingTableIsDroppedOnceInARun) {
+    folder.addHost(1);
+    open();
+    int failures = 2;
+    host.onFilterRead = [&] {
+        if (failures-- > 0)
+            throw RunError::make(ErrorNumber::tableExists, {QStringLiteral("tlyrTemp")});
+    };
+    EXPECT_EQ(errorNumberOf([&] { build(); }), 3376) << "there is none in aidb01.mdb to drop";
+
+    QFile::remove(folder.file(addInFile));
+    QFile::copy(folder.file(mainFile), folder.file(addInFile));
+    failures = 2;
+    ASSERT_TRUE(build({ErrorAnswer::Retry}));
+    EXPECT_EQ(errors, QStringList(QStringLiteral("3010")));
+    EXPECT_EQ(board().size(), 1);
+}
+
+} // namespace

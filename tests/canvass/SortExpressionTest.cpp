@@ -1,0 +1,91 @@
+#include "canvass/SortExpression.h"
+#include "tests/support/Printing.h"
+
+using namespace tallyroom;
+
+namespace {
+
+QString sorted(const QString& details, const CanvassOptions& options = {}, int* unknown = nullptr) {
+    return sortExpression(details, options, [unknown] {
+        if (unknown)
+            ++*unknown;
+        else
+            ADD_FAILURE() << "unknown element";
+    });
+}
+
+QString element(int index, const QString& name, const QString& state, int direction) {
+    return QStringLiteral("%1_State=%2|%1_Order=%3|%1_Direction=%4|Index%3=%1")
+        .arg(name, state)
+        .arg(index)
+        .arg(direction);
+}
+
+TEST(SortExpression, EveryElementHasItsKey) {
+    const struct {
+        const char16_t* name;
+        QString plain;
+        QString multiplied;
+    } cases[] = {
+        {u"Employee Code", QStringLiteral("[emp_code]"), {}},
+        {u"Employee Name", QStringLiteral("[emp_name]"), {}},
+        {u"Home Department", QStringLiteral("[emp_dept]"), {}},
+        {u"Position", QStringLiteral("[qual_code]"), {}},
+        {u"Seniority Date", QStringLiteral("[sendate]"), {}},
+        {u"Seniority Number", QStringLiteral("[seniority]"), {}},
+        {u"1.5", QStringLiteral("[T15Hours]"), QStringLiteral("[T15Hours_Mult]")},
+        {u"2.0", QStringLiteral("[T20Hours]"), QStringLiteral("[T20Hours_Mult]")},
+        {u"Worked Overtime", QStringLiteral("[workedot]"), {}},
+        {u"Accepted 1.5", QStringLiteral("[T15Accepted]"), {}},
+        {u"Accepted 2.0", QStringLiteral("[T20Accepted]"), {}},
+        {u"Declined 1.5", QStringLiteral("[T15Declined]"), {}},
+        {u"Declined 2.0", QStringLiteral("[T20Declined]"), {}},
+        {u"Accepted Overtime", QStringLiteral("[acceptedot]"), {}},
+        {u"DECLINED overtime", QStringLiteral("[declinedot]"), {}},
+        {u"Total Overtime", QStringLiteral("[totalot1]"), QStringLiteral("[totalot2]")},
+    };
+    CanvassOptions other;
+    other.multiply = true;
+    other.totalWithAccepted = false;
+    for (const auto& c : cases) {
+        const QString details = element(0, QString::fromUtf16(c.name), QStringLiteral("True"), 0);
+        EXPECT_EQ(sorted(details), c.plain + QStringLiteral(" asc"));
+        EXPECT_EQ(sorted(details, other),
+                  (c.multiplied.isEmpty() ? c.plain : c.multiplied) + QStringLiteral(" asc"));
+    }
+}
+
+TEST(SortExpression, TakesCheckedElementsInIndexOrder) {
+    const QString a = element(0, QStringLiteral("Seniority Date"), QStringLiteral("true"), 1);
+    const QString b = element(1, QStringLiteral("Position"), QStringLiteral("False"), 0);
+    const QString c = element(2, QStringLiteral("Employee Name"), QStringLiteral("True"), 0);
+    const QString bar(u'|');
+    EXPECT_EQ(sorted(a + bar + b + bar + c), QStringLiteral("[sendate] desc, [emp_name] asc"));
+    EXPECT_EQ(sorted(b), QString()) << "its Index0 is missing";
+    EXPECT_EQ(sorted(a + bar + c), QStringLiteral("[sendate] desc")) << "Index1 is missing";
+    EXPECT_EQ(sorted(QString()), QString());
+    EXPECT_EQ(sorted(QStringLiteral("Index0")), QString()) << "an element named Index0, unchecked";
+}
+
+TEST(SortExpression, TenAndMoreElementsDecodeInWrittenOrder) {
+    QStringList pairs{QStringLiteral("Employee Code_State=True")};
+    for (int n = 0; n < 12; ++n)
+        pairs.append(QStringLiteral("Index%1=Employee Code").arg(n));
+    EXPECT_EQ(sorted(pairs.join(u'|')).count(QStringLiteral("[emp_code] asc")), 12);
+    pairs.swapItemsAt(2, 11); // Index10 now answers for Index1
+    EXPECT_EQ(sorted(pairs.join(u'|')).count(QStringLiteral("[emp_code] asc")), 12);
+}
+
+TEST(SortExpression, DamagedTextsAreReportedOrRaise) {
+    int unknown = 0;
+    const QString good = element(0, QStringLiteral("Employee Code"), QStringLiteral("True"), 0);
+    const QString bad = element(1, QStringLiteral("Shoe Size"), QStringLiteral("True"), 0);
+    EXPECT_EQ(sorted(good + u'|' + bad, {}, &unknown), QStringLiteral("[emp_code] asc,  asc"));
+    EXPECT_EQ(unknown, 1);
+    EXPECT_EQ(errorNumberOf([] { sorted(QStringLiteral("Index0=1.5|1.5_State=perhaps")); }), 13);
+    EXPECT_EQ(errorNumberOf(
+                  [] { sorted(QStringLiteral("Index0=1.5|1.5_State=True|1.5_Direction=down")); }),
+              13);
+}
+
+} // namespace

@@ -1,0 +1,148 @@
+#include "tests/canvass/Board.h"
+
+#include <QMenu>
+#include <QTest>
+
+using namespace tallyroom;
+
+void BoardTest::answer(QWidget& board, const QString& entry) {
+    Grid& shown = grid(board);
+    auto& popup = child<QMenu>(board, QStringLiteral("mnuPopup"));
+    QTest::mouseClick(shown.viewport(), Qt::RightButton, {}, QPoint(20, 20));
+    EXPECT_TRUE(popup.isVisible());
+    auto& action = child<QAction>(board, entry);
+    EXPECT_TRUE(action.isEnabled()) << entry.toStdString();
+    QTest::mouseClick(&popup, Qt::LeftButton, {}, popup.actionGeometry(&action).center());
+}
+
+namespace {
+
+class TallyroomAnswersTest : public BoardTest {
+protected:
+    QStringList audit() const {
+        return folder.rows(addInFile, QStringLiteral("Select [Emp_Code], [Action], [OT], "
+                                                     "[tHistField] from [TLYR_Audit];"));
+    }
+};
+
+TEST_F(TallyroomAnswersTest, SelectedRowsAreRecordedWhicheverWayTheyWereSelected) {
+    show([&](QWidget& board) {
+        type(board, QStringLiteral("Text1"), QStringLiteral("2:15"));
+        select(board, 3, 2);
+        answer(board, QStringLiteral("mnuAccept"));
+        EXPECT_EQ(audit(), QStringList({QStringLiteral("E2|0|135|tlyrAccepted"),
+                                        QStringLiteral("E3|0|135|tlyrAccepted")}));
+        EXPECT_TRUE(lines(board).value(2).endsWith(QStringLiteral("02:15|00:00|02:15")));
+        select(board, 1, 1);
+        answer(board, QStringLiteral("mnuDecline"));
+        EXPECT_EQ(audit().value(2), QStringLiteral("E1|1|135|tlyrDeclined"));
+    });
+    EXPECT_EQ(
+        folder.rows(hostFile, QStringLiteral("Select [thist_dept] from [TimeHistory];")).value(0),
+        QStringLiteral("Dept"))
+        << "the heading's text";
+}
+
+TEST_F(TallyroomAnswersTest, WithNothingSelectedNothingIsRecorded) {
+    show([&](QWidget& board) {
+        type(board, QStringLiteral("Text1"), QStringLiteral("2:15"));
+        answer(board, QStringLiteral("mnuAccept"));
+    });
+    EXPECT_TRUE(audit().isEmpty());
+}
+
+TEST_F(TallyroomAnswersTest, ThePopupIsEnabledByAmountsAndDate) {
+    show([&](QWidget& board) {
+        const auto enabled = [&](const QString& one, const QString& two, const QString& date) {
+            child<QLineEdit>(board, QStringLiteral("Text1")).setText(one);
+            child<QLineEdit>(board, QStringLiteral("Text2")).setText(two);
+            child<QLineEdit>(board, QStringLiteral("to_date")).setText(date);
+            QTest::mouseClick(grid(board).viewport(), Qt::RightButton, {}, QPoint(20, 20));
+            child<QMenu>(board, QStringLiteral("mnuPopup")).close();
+            EXPECT_EQ(child<QAction>(board, QStringLiteral("mnuAccept")).isEnabled(),
+                      child<QAction>(board, QStringLiteral("mnuDecline")).isEnabled());
+            return child<QAction>(board, QStringLiteral("mnuAccept")).isEnabled();
+        };
+        const QString time = QStringLiteral("1:00");
+        const QString date = QStringLiteral("01/02/2020");
+        EXPECT_TRUE(enabled(time, QString(), date));
+        EXPECT_FALSE(enabled(QStringLiteral("1"), QString(), date));
+        EXPECT_FALSE(enabled(time, QString(), QStringLiteral("13/45/2008")));
+        trigger(board, QStringLiteral("mnuBreakOut"));
+        EXPECT_FALSE(enabled(time, QString(), date));
+        EXPECT_TRUE(enabled(time, time, date));
+    });
+}
+
+TEST_F(TallyroomAnswersTest, ABadAmountIsRefusedAndGetsTheFocus) {
+    show([&](QWidget& board) {
+        select(board, 1, 1);
+        const struct {
+            const char16_t* amount;
+            QString message;
+        } cases[] = {
+            {u"", QStringLiteral("Overtime field cannot be empty.")},
+            {u"24:01", QStringLiteral("'24:01' is not a valid time.")},
+            {u"-1:15", QStringLiteral("'-1:15' is not a valid time.")},
+            {u"%1", QStringLiteral("'%1' is not a valid time.")},
+        };
+        for (const auto& c : cases) {
+            type(board, QStringLiteral("Text1"), QString::fromUtf16(c.amount));
+            script.expectBox(c.message, QMessageBox::Ok, QMessageBox::Information);
+            child<QAction>(board, QStringLiteral("mnuAccept")).setEnabled(true);
+            trigger(board, QStringLiteral("mnuAccept"));
+            EXPECT_EQ(board.focusWidget()->objectName(), QStringLiteral("Text1"));
+        }
+    });
+    EXPECT_TRUE(audit().isEmpty());
+}
+
+TEST_F(TallyroomAnswersTest, TheOrderFollowsTheNewFigures) {
+    folder.execute(addInFile,
+                   QStringLiteral("Insert Into [tlyr_order] ([descr], [details]) Values ('Least', "
+                                  "'Index0=Total Overtime|Total Overtime_State=True|Total "
+                                  "Overtime_Direction=0');"));
+    show([&](QWidget& board) {
+        trigger(board, QStringLiteral("MnuOrder_2"));
+        type(board, QStringLiteral("Text1"), QStringLiteral("7.5"));
+        select(board, 1, 1);
+        answer(board, QStringLiteral("mnuAccept"));
+        EXPECT_TRUE(lines(board).last().startsWith(QStringLiteral("E1|")));
+        EXPECT_TRUE(lines(board).last().endsWith(QStringLiteral("07:30")));
+        EXPECT_FALSE(grid(board).selectionModel()->hasSelection());
+    });
+}
+
+TEST_F(TallyroomAnswersTest, ThePickerFillsTheCanvassDate) {
+    host.pickedDate = *Dates::parse(QStringLiteral("3/4/2020"));
+    show([&](QWidget& board) {
+        type(board, QStringLiteral("to_date"), QStringLiteral("2/29/2020"));
+        clickButton(board, QStringLiteral("SSCommand2"));
+        EXPECT_EQ(Dates::toText(host.shownDate), QStringLiteral("2/29/2020"));
+        auto& box = child<QLineEdit>(board, QStringLiteral("to_date"));
+        EXPECT_EQ(box.text(), QStringLiteral("03/04/2020"));
+        const struct {
+            Qt::Key key;
+            const char16_t* from;
+            QString to;
+        } keys[] = {
+            {Qt::Key_PageUp, u"1/31/2020", QStringLiteral("02/29/2020")},
+            {Qt::Key_PageDown, u"3/31/2021", QStringLiteral("02/28/2021")},
+            {Qt::Key_Up, u"12/31/2020", QStringLiteral("01/01/2021")},
+            {Qt::Key_Down, u"3/1/2020", QStringLiteral("02/29/2020")},
+            {Qt::Key_Home, u"2/15/2020", QStringLiteral("02/01/2020")},
+            {Qt::Key_End, u"2/15/2020", QStringLiteral("02/29/2020")},
+        };
+        for (const auto& k : keys) {
+            box.setText(QString::fromUtf16(k.from));
+            QTest::keyClick(&box, k.key);
+            EXPECT_EQ(box.text(), k.to);
+        }
+        box.setText(QStringLiteral("rubbish"));
+        QTest::keyClick(&box, Qt::Key_Up);
+        EXPECT_EQ(box.text(), QStringLiteral("rubbish"));
+        EXPECT_TRUE(box.styleSheet().contains(QStringLiteral("#ff0000")));
+    });
+}
+
+} // namespace

@@ -1,0 +1,226 @@
+#include "tests/canvass/Board.h"
+
+#include "common/ui/Twips.h"
+
+#include <QComboBox>
+#include <QFile>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QTest>
+
+using namespace tallyroom;
+
+namespace {
+
+const QString welcome = QStringLiteral(
+    "Welcome to the Tallyroom!\n\nThis add-in for Brightclock requires some setup to occur prior "
+    "to starting. After clicking [Ok] below, you will be taken to a new window which will ask you "
+    "to associate two absent codes; one to identify ACCEPTED overtime, and another to identify "
+    "DECLINED overtime.");
+
+using TallyroomTest = BoardTest;
+
+TEST_F(TallyroomTest, ShowsTheSelectedEmployeesAndClosesByExitOnly) {
+    folder.addHistory(QStringLiteral("E2"), QStringLiteral("1/1/2020"), 90, 30);
+    show([&](QWidget& board) {
+        EXPECT_EQ(lines(board),
+                  QStringList(
+                      {QStringLiteral("Code|Name|Dept|Phone|Sen. Date|OT Worked|OT Accepted|OT "
+                                      "Declined|Total"),
+                       QStringLiteral("E1|Name 1|D1|(555) 123-4567|01/01/2001||00:00|00:00|00:00"),
+                       QStringLiteral("E2|Name 2|D2|(555) 123-4567|01/02/2001|02:00|00:00|00:00|"
+                                      "02:00"),
+                       QStringLiteral("E3|Name 3|D0|(555) 123-4567|01/03/2001||00:00|00:00|"
+                                      "00:00")}));
+        board.close();
+        QTest::keyClick(&board, Qt::Key_Escape);
+        QTest::keyClick(&board, Qt::Key_F4, Qt::AltModifier);
+        EXPECT_TRUE(board.isVisible());
+        EXPECT_FALSE(board.windowFlags() & Qt::WindowCloseButtonHint);
+        EXPECT_TRUE(grid(board).currentIndex().isValid());
+        EXPECT_FALSE(grid(board).selectionModel()->hasSelection());
+    });
+}
+
+TEST_F(TallyroomTest, OnlyTheMasterSeesHisEntries) {
+    for (const auto& [user, visible] : std::initializer_list<std::pair<const char16_t*, bool>>{
+             {u"Master", true}, {u"MASTER", true}, {u"*Master*", false}, {u" master", false}}) {
+        show(
+            [expected = visible](QWidget& board) {
+                for (const char16_t* name : {u"mnuDefinePeriod", u"mnuValidate"})
+                    EXPECT_EQ(child<QAction>(board, QString::fromUtf16(name)).isVisible(),
+                              expected);
+            },
+            QString::fromUtf16(user));
+    }
+}
+
+TEST_F(TallyroomTest, FirstRunWelcomesAndAssociates) {
+    folder.execute(addInFile, QStringLiteral("Delete * from [tlyr_assoc];"));
+    script.expectBox(welcome, QMessageBox::Ok, QMessageBox::Information);
+    script.expectWindow(QStringLiteral("frmTLYRAssoc"), [](QWidget& window) {
+        child<QComboBox>(window, QStringLiteral("Combo1")).setCurrentIndex(0);
+        child<QComboBox>(window, QStringLiteral("Combo2")).setCurrentIndex(2);
+        clickButton(window, QStringLiteral("Command2"));
+    });
+    show();
+    EXPECT_EQ(folder.rows(addInFile, QStringLiteral("Select * from [tlyr_assoc];")),
+              QStringList(QStringLiteral("OTA|OTD|Null|Null")));
+}
+
+TEST_F(TallyroomTest, AMissingFileIsReportedAndNoWindowAppears) {
+    for (const char16_t* name : {hostFile, addInFile}) {
+        const QString path = folder.file(name);
+        QFile::rename(path, path + QStringLiteral(".away"));
+        const HostContext context = host.context(folder.path());
+        Tallyroom window(context);
+        script.expectBox(QStringLiteral("Run-time error '3024':\n\nCould not find file '%1'.")
+                             .arg(folder.path() + u'\\' + QString::fromUtf16(name)),
+                         QMessageBox::Ok, QMessageBox::Critical);
+        window.showModally();
+        EXPECT_FALSE(window.isVisible());
+        QFile::rename(path + QStringLiteral(".away"), path);
+    }
+}
+
+TEST_F(TallyroomTest, AFailingBuildAsksAndAbortLeavesTheOldGrid) {
+    show([&](QWidget& board) {
+        const QStringList before = lines(board);
+        folder.execute(mainFile, QStringLiteral("Drop Table [tlyrTemp];"));
+        const QString question =
+            QStringLiteral("An error has occured.\n\nNumber: \t\t3078\nDescription: \tThe "
+                           "Microsoft Jet database engine cannot find the input table or query "
+                           "'tlyrTemp'. Make sure it exists and that its name is spelled "
+                           "correctly.\nSource: \t\tDAO.Database\n\n");
+        script.expectBox(question, QMessageBox::Retry, QMessageBox::Critical);
+        script.expectBox(question, QMessageBox::Abort, QMessageBox::Critical);
+        trigger(board, QStringLiteral("mnuRefresh"));
+        EXPECT_EQ(lines(board), before);
+        EXPECT_FALSE(QGuiApplication::overrideCursor());
+    });
+}
+
+TEST_F(TallyroomTest, OptionsChangeTheColumns) {
+    folder.addHistory(QStringLiteral("E1"), QStringLiteral("1/1/2020"), 60, 30);
+    show([&](QWidget& board) {
+        trigger(board, QStringLiteral("mnuBreakOut"));
+        EXPECT_EQ(child<QLabel>(board, QStringLiteral("Label3")).text(), QStringLiteral("1.5"));
+        EXPECT_TRUE(child<QWidget>(board, QStringLiteral("Text2")).isVisible());
+        trigger(board, QStringLiteral("mnuMult"));
+        trigger(board, QStringLiteral("mnuBlank0"));
+        trigger(board, QStringLiteral("mnuSenNum"));
+        trigger(board, QStringLiteral("mnuDept"));
+        trigger(board, QStringLiteral("mnuTot_1"));
+        EXPECT_EQ(lines(board).value(1),
+                  QStringLiteral("E1|Name 1|(555) 123-4567|01/01/2001|99|01:30|01:00|||||02:30"));
+        EXPECT_FALSE(child<QAction>(board, QStringLiteral("mnuTot_0")).isChecked());
+        trigger(board, QStringLiteral("mnuBreakOut"));
+        EXPECT_EQ(child<QLabel>(board, QStringLiteral("Label3")).text(),
+                  QStringLiteral("Overtime"));
+        EXPECT_FALSE(child<QWidget>(board, QStringLiteral("Text2")).isVisible());
+    });
+}
+
+TEST_F(TallyroomTest, OrderingsSortAndADamagedOneStopsTheFill) {
+    for (const char* row :
+         {"'Down', 'Index0=Employee Code|Employee Code_State=True|Employee Code_Direction=1'",
+          "'A && B', ''", "'Odd', 'Index0=Shoe Size|Shoe Size_State=True'"})
+        folder.execute(addInFile, QStringLiteral("Insert Into [tlyr_order] ([descr], [details]) "
+                                                 "Values (%1);")
+                                      .arg(QString::fromLatin1(row)));
+    show([&](QWidget& board) {
+        EXPECT_EQ(child<QAction>(board, QStringLiteral("MnuOrder_3")).text(),
+                  QStringLiteral("Down"));
+        trigger(board, QStringLiteral("MnuOrder_3"));
+        EXPECT_EQ(lines(board).value(1).left(2), QStringLiteral("E3"));
+        trigger(board, QStringLiteral("MnuOrder_3"));
+        EXPECT_TRUE(child<QAction>(board, QStringLiteral("MnuOrder_3")).isChecked());
+        script.expectBox(QStringLiteral("Error"));
+        trigger(board, QStringLiteral("MnuOrder_4"));
+        EXPECT_FALSE(child<QAction>(board, QStringLiteral("MnuOrder_3")).isChecked());
+        EXPECT_EQ(lines(board).size(), 2) << "the heading and one empty row";
+        trigger(board, QStringLiteral("MnuOrder_2"));
+        EXPECT_EQ(lines(board).value(1).left(2), QStringLiteral("E1"));
+    });
+}
+
+TEST_F(TallyroomTest, AnEmptySelectionKeepsTheHeading) {
+    show([&](QWidget& board) {
+        const QString heading = lines(board).value(0);
+        host.selection = {QStringLiteral("nobody")};
+        host.onShowBucket = [&] { host.filter = QStringLiteral("in ('')"); };
+        trigger(board, QStringLiteral("mnuBuckets"));
+        EXPECT_EQ(lines(board), QStringList({heading, QStringLiteral("||||||||")}));
+    });
+    EXPECT_EQ(host.calls, QStringList({QStringLiteral("FillSpot"), QStringLiteral("Show bucket")}));
+}
+
+TEST_F(TallyroomTest, ShortcutsCallTheHostByName) {
+    show([&](QWidget& board) {
+        for (const char16_t* name :
+             {u"mnuETA", u"mnuDSched", u"mnuWSched", u"mnuMSched", u"mnuOTAnalysis"})
+            trigger(board, QString::fromUtf16(name));
+    });
+    EXPECT_EQ(host.calls.join(u' '),
+              QStringLiteral("ttedit_click mnupms_click mnuchangesched_click mnuemployeesch_click "
+                             "mnu_ot_anal_click"));
+}
+
+TEST_F(TallyroomTest, ThePeriodIsDefinedAndUsed) {
+    folder.addHistory(QStringLiteral("E1"), QStringLiteral("1/5/2020"), 60, 0);
+    folder.addHistory(QStringLiteral("E1"), QStringLiteral("2/5/2020"), 30, 0);
+    show(
+        [&](QWidget& board) {
+            EXPECT_TRUE(lines(board).value(1).endsWith(QStringLiteral("01:30")));
+            script.expectWindow(QStringLiteral("frmTLYRPeriod"), [](QWidget& window) {
+                child<QAbstractButton>(window, QStringLiteral("SSCheck1")).click();
+                child<QLineEdit>(window, QStringLiteral("Text1"))
+                    .setText(QStringLiteral("1/1/2020"));
+                child<QLineEdit>(window, QStringLiteral("Text2"))
+                    .setText(QStringLiteral("1/31/2020"));
+                clickButton(window, QStringLiteral("Command1"));
+            });
+            trigger(board, QStringLiteral("mnuDefinePeriod"));
+            EXPECT_TRUE(lines(board).value(1).endsWith(QStringLiteral("01:00")));
+            script.expectWindow(QStringLiteral("frmTLYRPeriod"), [](QWidget& window) {
+                child<QAbstractButton>(window, QStringLiteral("SSCheck1")).click();
+                clickButton(window, QStringLiteral("Command1"));
+            });
+            trigger(board, QStringLiteral("mnuDefinePeriod"));
+            EXPECT_TRUE(lines(board).value(1).endsWith(QStringLiteral("01:30")));
+        },
+        QStringLiteral("master"));
+}
+
+TEST_F(TallyroomTest, CommandsWithoutTheirWindowReportAndTheBoardLivesOn) {
+    show(
+        [&](QWidget& board) {
+            for (const char16_t* name :
+                 {u"mnuValidate", u"mnuAcceptWithComment", u"mnuDeclineWithComment"}) {
+                script.expectBox(QStringLiteral("Run-time error '424':\n\nObject required"),
+                                 QMessageBox::Ok, QMessageBox::Critical);
+                child<QAction>(board, QString::fromUtf16(name)).trigger();
+            }
+            trigger(board, QStringLiteral("mnuRefresh"));
+            EXPECT_EQ(lines(board).size(), 4);
+        },
+        QStringLiteral("master"));
+}
+
+TEST_F(TallyroomTest, ControlsKeepTheirPlacesWhenTheWindowGrows) {
+    show([&](QWidget& board) {
+        for (const QSize size : {QSize(1000, 700), QSize(1400, 900)}) {
+            board.resize(size);
+            QCoreApplication::processEvents();
+            const QSize inner = child<QWidget>(board, QStringLiteral("centralwidget")).size();
+            EXPECT_EQ(grid(board).width(), inner.width() - pixels(345));
+            EXPECT_EQ(grid(board).height(), inner.height() - pixels(2145));
+            const auto& exit = child<QPushButton>(board, QStringLiteral("Command1"));
+            EXPECT_EQ(exit.pos(), QPoint(inner.width() - 96, inner.height() - 80));
+            EXPECT_EQ(child<QWidget>(board, QStringLiteral("SSCommand2")).y(), inner.height() - 84);
+        }
+    });
+}
+
+} // namespace

@@ -1,0 +1,94 @@
+#include "setup/TotallingPeriod.h"
+#include "setup/frmTLYRPeriod.h"
+#include "tests/support/DataFolder.h"
+#include "tests/support/DialogScript.h"
+#include "tests/support/FakeHost.h"
+#include "tests/support/Printing.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+
+using namespace tallyroom;
+
+namespace {
+
+class TotallingPeriodTest : public testing::Test {
+protected:
+    void show(const DialogScript::Action& use) {
+        const HostContext context = host.context(folder.path());
+        frmTLYRPeriod window(context);
+        script.expectWindow(QStringLiteral("frmTLYRPeriod"), use);
+        window.showModally();
+    }
+    QStringList stored() const {
+        return folder.rows(addInFile, QStringLiteral("Select * from [tlyr_period];"));
+    }
+    static QLineEdit& box(QWidget& window, const QString& name) {
+        return child<QLineEdit>(window, name);
+    }
+
+    const QString from = QStringLiteral("Text1");
+    const QString to = QStringLiteral("Text2");
+    const QString save = QStringLiteral("Command1");
+    DataFolder folder;
+    FakeHost host;
+    DialogScript script;
+};
+
+TEST_F(TotallingPeriodTest, OpensIndefiniteWithoutBothDatesAndSavesBothNull) {
+    folder.execute(addInFile,
+                   QStringLiteral("Insert Into [tlyr_period] ([from_date]) Values (#1/2/2020#);"));
+    EXPECT_FALSE(TotallingPeriod::read(folder.path()));
+    show([&](QWidget& window) {
+        EXPECT_TRUE(child<QCheckBox>(window, QStringLiteral("SSCheck1")).isChecked());
+        for (const char16_t* name :
+             {u"Label1", u"Label3", u"Text1", u"Text2", u"SSCommand1", u"SSCommand2"})
+            EXPECT_FALSE(child<QWidget>(window, QString::fromUtf16(name)).isEnabled());
+        box(window, from).setText(QStringLiteral("rubbish"));
+        clickButton(window, save);
+    });
+    EXPECT_EQ(stored(), QStringList(QStringLiteral("Null|Null")));
+}
+
+TEST_F(TotallingPeriodTest, ChecksBothDatesAndKeepsOneRow) {
+    const QString illegal = QStringLiteral("Illegal date. Use the format MM/DD/YYYY");
+    show([&](QWidget& window) {
+        child<QCheckBox>(window, QStringLiteral("SSCheck1")).click();
+        box(window, from).setText(QStringLiteral("13/45/2008"));
+        script.expectBox(illegal);
+        clickButton(window, save);
+        EXPECT_EQ(window.focusWidget()->objectName(), from);
+        EXPECT_TRUE(box(window, to).styleSheet().isEmpty()) << "the second is not tested yet";
+        box(window, from).setText(QStringLiteral("3/1/2020"));
+        script.expectBox(illegal);
+        clickButton(window, save);
+        EXPECT_FALSE(box(window, from).styleSheet().isEmpty()) << "the red stays";
+        EXPECT_FALSE(box(window, to).styleSheet().isEmpty());
+        box(window, to).setText(QStringLiteral("2/1/2020"));
+        clickButton(window, save);
+    });
+    EXPECT_EQ(stored(), QStringList(QStringLiteral("3/1/2020|2/1/2020"))) << "as it was typed";
+    show([&](QWidget& window) {
+        EXPECT_EQ(box(window, from).text(), QStringLiteral("03/01/2020"));
+        EXPECT_EQ(box(window, to).text(), QStringLiteral("02/01/2020"));
+        clickButton(window, save);
+    });
+    EXPECT_EQ(stored().size(), 1);
+}
+
+TEST_F(TotallingPeriodTest, EachPickerFillsItsBox) {
+    folder.setPeriod(QStringLiteral("1/1/2020"), QStringLiteral("1/31/2020"));
+    show([&](QWidget& window) {
+        host.pickedDate = *Dates::parse(QStringLiteral("5/6/2021"));
+        clickButton(window, QStringLiteral("SSCommand1"));
+        EXPECT_EQ(Dates::toText(host.shownDate), QStringLiteral("1/31/2020"));
+        EXPECT_EQ(box(window, to).text(), QStringLiteral("05/06/2021"));
+        host.pickedDate = Variant();
+        clickButton(window, QStringLiteral("SSCommand2"));
+        EXPECT_EQ(box(window, from).text(), QStringLiteral("01/01/2020")) << "nothing was picked";
+        clickButton(window, QStringLiteral("Command2"));
+    });
+    EXPECT_EQ(stored(), QStringList(QStringLiteral("1/1/2020|1/31/2020")));
+}
+
+} // namespace
