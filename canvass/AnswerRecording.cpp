@@ -29,8 +29,8 @@ public:
         : m_state(state), m_request(request), m_associations(associations) {}
 
     void recordEmployee(const QString& code) {
-        m_state.CanvassRs->findFirst(QStringLiteral("[emp_code] = '") + code + QLatin1Char('\''));
-        if (m_state.CanvassRs->noMatch())
+        m_state.rows().findFirst(QStringLiteral("[emp_code] = '") + code + QLatin1Char('\''));
+        if (m_state.rows().noMatch())
             return;
         if (m_request.breakOut)
             recordApart();
@@ -66,7 +66,7 @@ private:
 
     void WriteAnswer(const QString& absentCode, std::int32_t minutes, const QString& historyColumn,
                      const QString& tempColumn, bool accepted, const QString& comment) {
-        const Recordset& employee = *m_state.CanvassRs;
+        const Recordset& employee = m_state.rows();
         const Variant shift = employee.field(QStringLiteral("emp_shift"));
         const auto rules = m_state.HostOptionsDb->openRecordset(
             QStringLiteral("Select [Shift_Rule_Num] from [Shift] where [Shift_Code] = '") +
@@ -128,7 +128,7 @@ private:
     }
 
     void addToBoard(const QString& emp, std::int32_t minutes, const QString& tempColumn) const {
-        m_state.CanvassRs->database()->execute(
+        m_state.rows().database()->execute(
             QStringLiteral("Update [tlyrTemp] Set [") + tempColumn +
             QStringLiteral("] = Iif(Isnull([") + tempColumn + QStringLiteral("]),0,[") +
             tempColumn + QStringLiteral("]) + ") + QString::number(minutes) +

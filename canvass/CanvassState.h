@@ -2,6 +2,7 @@
 #pragma once
 
 #include "common/HostContext.h"
+#include "common/RunError.h"
 #include "setup/TotallingPeriod.h"
 #include "store/Recordset.h"
 #include "store/Workspace.h"
@@ -17,6 +18,13 @@ struct CanvassState {
     std::shared_ptr<Database> HostOptionsDb; // bcx.mdb
     std::shared_ptr<Recordset> CanvassRs;    // all of tlyrTemp, replaced by every build
     std::optional<TotallingPeriod> period;   // nothing: the totals cover all dates
+
+    // CanvassRs, which is not there as long as no build came that far: then raises 91.
+    Recordset& rows() const {
+        if (!CanvassRs)
+            throw RunError::make(ErrorNumber::objectNotSet);
+        return *CanvassRs;
+    }
 };
 
 } // namespace tallyroom

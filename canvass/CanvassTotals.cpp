@@ -254,7 +254,7 @@ bool build(CanvassState& state, const ObjectRef& bucketForm, bool multiply,
 }
 
 void applyMultipliers(const CanvassState& state, bool multiply) {
-    const auto database = required(state.CanvassRs).database();
+    const auto database = state.rows().database();
     const QString f15 = multiply ? QStringLiteral("1.5") : QStringLiteral("1");
     const QString f20 = multiply ? QStringLiteral("2") : QStringLiteral("1");
     const QString s = multiply ? QStringLiteral("_Mult") : QString();

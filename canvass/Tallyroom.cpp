@@ -132,12 +132,13 @@ void Tallyroom::Form_Resize() {
 }
 
 void Tallyroom::Command1_Click() {
-    for (const auto& close : std::initializer_list<std::function<void()>>{
-             [this] { m_state.CanvassRs->close(); }, [this] { m_state.HostOptionsDb->close(); }}) {
-        try {
-            close();
-        } catch (const RunError&) { // the window closes whatever becomes of its files
-        }
+    try {
+        m_state.rows().close();
+    } catch (const RunError&) { // the window closes whatever becomes of its files
+    }
+    try {
+        m_state.HostOptionsDb->close();
+    } catch (const RunError&) { // likewise
     }
     m_closing = true;
     close();
@@ -174,10 +175,10 @@ void Tallyroom::fillGrid() {
     CanvassFill::begin(*m_ui->Grid, measurer);
     CanvassTotals::applyMultipliers(m_state, shown.multiply);
     if (const QAction* ordering = checkedOrdering())
-        m_state.CanvassRs->setSort(sortExpression(ordering->data().toString(), shown, [this] {
+        m_state.rows().setSort(sortExpression(ordering->data().toString(), shown, [this] {
             Messages::show(this, QStringLiteral("Error"), QMessageBox::NoIcon);
         }));
-    const auto rows = m_state.CanvassRs->openRecordset();
+    const auto rows = m_state.rows().openRecordset();
     if (!rows->eof())
         CanvassFill::fill(*m_ui->Grid, measurer, *rows, shown);
 }

@@ -236,7 +236,7 @@ void Tallyroom::RecordAnswer(bool accept, bool decline, const QString& comment) 
     request.user = m_context.CurrentUser;
     request.employees = selectedEmployees();
     AnswerRecording::record(m_state, request);
-    m_state.CanvassRs->requery();
+    m_state.rows().requery();
     Update();
     WaitPointer::hide();
 }

@@ -90,8 +90,7 @@ TEST_F(AssociationsTest, WithoutAbsentCodesOneWindowClosesAndTheOtherStays) {
     {
         frmTLYRAssoc window(context);
         script.expectBox(noCodes, QMessageBox::Ok, QMessageBox::Warning);
-        script.expectWindow(QStringLiteral("frmTLYRAssoc"), [](QWidget&) {});
-        window.showModally();
+        window.showModally(); // comes back by itself
         EXPECT_TRUE(stored().isEmpty());
     }
     frmTLYRAssoc2 window(context);
