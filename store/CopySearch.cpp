@@ -1,0 +1,97 @@
+#include "store/CopySearch.h"
+
+#include "store/SqliteTypes.h"
+#include "store/sql/Generator.h"
+#include "store/sql/Scope.h"
+#include "store/sql/StatementBinder.h"
+
+#include <algorithm>
+
+namespace tallyroom {
+
+namespace {
+
+// Criteria over copied rows cannot look into tables.
+class NoTables final : public sql::Catalog {
+public:
+    std::shared_ptr<const sql::CatalogTable> findTable(const QString&) const override {
+        return nullptr;
+    }
+    std::shared_ptr<const sql::CatalogTable> findTargetTable(const QString&) const override {
+        return nullptr;
+    }
+};
+
+QString definition(const sql::CatalogColumn& column) {
+    return column.type == sql::ValueType::Text
+               ? column.name + QStringLiteral(" TEXT COLLATE NOCASE")
+               : column.name;
+}
+
+} // namespace
+
+CopySearch::CopySearch(const std::vector<sql::BoundColumn>& columns,
+                       const std::vector<std::vector<Variant>>& rows)
+    : m_connection(QString()) {
+    createTable(columns);
+    fill(rows);
+}
+
+void CopySearch::createTable(const std::vector<sql::BoundColumn>& columns) {
+    auto table = std::make_shared<sql::CatalogTable>();
+    table->place = QStringLiteral("main");
+    table->name = QStringLiteral("copy");
+    QStringList definitions;
+    for (const sql::BoundColumn& column : columns) {
+        const QString name = QStringLiteral("c%1").arg(table->columns.size());
+        table->columns.push_back({name, column.value->type, column.value->width});
+        definitions << definition(table->columns.back());
+    }
+    m_select.source = sql::BoundSource{table, QStringLiteral("t1")};
+    const sql::TableScope scope(*m_select.source, table->name, nullptr);
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        m_select.columns.push_back({columns[i].name, scope.column(i)});
+    m_connection.run(
+        QStringLiteral("CREATE TABLE copy (%1)").arg(definitions.join(QStringLiteral(", "))));
+}
+
+void CopySearch::fill(const std::vector<std::vector<Variant>>& rows) {
+    QStringList names;
+    for (const sql::CatalogColumn& column : m_select.source->table->columns)
+        names << column.name;
+    const QString insert =
+        sql::Generator(sql::sqliteDialect()).insertRow(*m_select.source->table, names);
+    m_connection.run(QStringLiteral("BEGIN"));
+    for (const std::vector<Variant>& row : rows) {
+        SqliteQuery query(m_connection, insert);
+        for (std::size_t i = 0; i < row.size(); ++i)
+            query.bind(static_cast<int>(i) + 1, row[i]);
+        query.next();
+    }
+    m_connection.run(QStringLiteral("COMMIT"));
+}
+
+// A search for one value is mostly one of many.
+void CopySearch::indexFor(const sql::BoundNode& condition) {
+    if (condition.kind != sql::BoundKind::Apply || condition.operation != sql::Operation::Equal)
+        return;
+    const sql::BoundNode* left = condition.operands.front().get();
+    if (left->kind == sql::BoundKind::Apply && left->operation == sql::Operation::CaseBlind)
+        left = left->operands.front().get();
+    if (left->kind == sql::BoundKind::Column)
+        m_connection.run(
+            QStringLiteral("CREATE INDEX IF NOT EXISTS index_%1 ON copy (%1)").arg(left->column));
+}
+
+int CopySearch::find(const sql::Expression& criteria) {
+    const sql::BoundPtr condition = sql::bindCriteria(NoTables(), m_select, criteria);
+    indexFor(*condition);
+    SqliteQuery query(m_connection,
+                      sql::Generator(sql::sqliteDialect()).keysWhere(m_select, condition));
+    qint64 first = 0;
+    while (query.next())
+        first = first == 0 ? query.key(0) : std::min(first, query.key(0));
+    return static_cast<int>(first) - 1;
+}
+
+} // namespace tallyroom

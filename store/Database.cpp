@@ -1,0 +1,28 @@
+#include "store/Database.h"
+
+#include "common/RunError.h"
+
+namespace tallyroom {
+
+Batch::Batch(std::shared_ptr<Database> database) {
+    if (!database || database->inBatch())
+        return;
+    database->beginBatch();
+    m_database = std::move(database);
+}
+
+Batch::~Batch() {
+    try {
+        commit();
+    } catch (const RunError&) {
+        // Only reached on the way out of a failed command, whose own error is reported; callers
+        // that go on end the batch with commit().
+    }
+}
+
+void Batch::commit() {
+    if (const auto database = std::exchange(m_database, nullptr))
+        database->commitBatch();
+}
+
+} // namespace tallyroom

@@ -1,0 +1,80 @@
+#include "store/SqliteCatalog.h"
+
+#include "store/SqliteTypes.h"
+
+namespace tallyroom {
+
+namespace {
+
+sql::ValueType valueType(Schema::ColumnType type) {
+    switch (type) {
+    case Schema::ColumnType::Long:
+    case Schema::ColumnType::Counter:
+        return sql::ValueType::Long;
+    case Schema::ColumnType::Double:
+        return sql::ValueType::Double;
+    case Schema::ColumnType::Date:
+        return sql::ValueType::Date;
+    case Schema::ColumnType::Boolean:
+        return sql::ValueType::Boolean;
+    default:
+        return sql::ValueType::Text;
+    }
+}
+
+} // namespace
+
+std::shared_ptr<const sql::CatalogTable> SqliteCatalog::findTable(const QString& name) const {
+    return find(ownPlace, name);
+}
+
+std::shared_ptr<const sql::CatalogTable> SqliteCatalog::findTargetTable(const QString& name) const {
+    return find(m_insertPlace, name);
+}
+
+qint64 SqliteCatalog::version(const QString& place) const {
+    SqliteQuery query(m_connection, QStringLiteral("PRAGMA %1.schema_version").arg(place));
+    query.next();
+    return query.key(0);
+}
+
+std::shared_ptr<const sql::CatalogTable> SqliteCatalog::find(const QString& place,
+                                                             const QString& name) const {
+    if (place != ownPlace)
+        return read(place, name);
+    const qint64 current = version(place);
+    Entry& entry = m_tables[name.toLower()];
+    if (!entry.table || entry.version != current)
+        entry = {current, read(place, name)};
+    return entry.table;
+}
+
+std::shared_ptr<const sql::CatalogTable> SqliteCatalog::read(const QString& place,
+                                                             const QString& name) const {
+    SqliteQuery query(m_connection, QStringLiteral("SELECT name, type, wr FROM pragma_table_list"
+                                                   " WHERE schema = ?1 AND name = ?2 COLLATE NOCASE"
+                                                   " AND name NOT LIKE 'sqlite_%'"));
+    query.bind(1, Variant(place));
+    query.bind(2, Variant(name));
+    if (!query.next())
+        return nullptr;
+    auto table = std::make_shared<sql::CatalogTable>();
+    table->place = place;
+    table->name = query.text(0);
+    table->keyed = query.text(1) == QLatin1String("table") && query.key(2) == 0;
+    readColumns(*table);
+    return table;
+}
+
+void SqliteCatalog::readColumns(sql::CatalogTable& table) const {
+    SqliteQuery query(m_connection,
+                      QStringLiteral("SELECT name, type FROM pragma_table_info(?1, ?2)"));
+    query.bind(1, Variant(table.name));
+    query.bind(2, Variant(table.place));
+    while (query.next()) {
+        const ColumnFormat format = formatOfDeclaredType(query.text(1));
+        table.columns.push_back({query.text(0), valueType(format.type), format.width});
+    }
+}
+
+} // namespace tallyroom

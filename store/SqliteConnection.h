@@ -1,0 +1,59 @@
+// A connection of the engine with its prepared statements.
+#pragma once
+
+#include "common/Variant.h"
+#include "store/sql/Operation.h"
+
+#include <QHash>
+#include <QString>
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Statement.h>
+#include <memory>
+
+namespace tallyroom {
+
+class SqliteConnection {
+public:
+    // Opens an existing file, never creates one; without a name, a database in memory. Raises a
+    // RunError when the file is not to be had.
+    explicit SqliteConnection(const QString& file);
+
+    const QString& file() const { return m_file; }
+    sqlite3* handle() const { return m_database.getHandle(); }
+
+    // Runs a statement without parameters that gives no rows.
+    void run(const QString& native);
+
+private:
+    friend class SqliteQuery;
+    std::shared_ptr<SQLite::Statement> prepare(const QString& native);
+
+    QString m_file;
+    SQLite::Database m_database;
+    QHash<QString, std::shared_ptr<SQLite::Statement>> m_statements; // none is ever mid-way
+};
+
+// One use of a prepared statement. It is reset when the use ends, so that no lock outlives it.
+class SqliteQuery {
+public:
+    SqliteQuery(SqliteConnection& connection, const QString& native);
+    ~SqliteQuery();
+    SqliteQuery(const SqliteQuery&) = delete;
+    SqliteQuery& operator=(const SqliteQuery&) = delete;
+
+    // Parameters count from 1, columns from 0.
+    void bind(int parameter, const Variant& value);
+    void bind(int parameter, qint64 key);
+    bool next();
+    int columnCount() const { return m_statement->getColumnCount(); }
+    qint64 key(int column) const;
+    QString text(int column) const;
+    // The value as the column's type has it; what was stored with another type keeps its own.
+    Variant value(int column, sql::ValueType type) const;
+
+private:
+    SqliteConnection& m_connection;
+    std::shared_ptr<SQLite::Statement> m_statement;
+};
+
+} // namespace tallyroom

@@ -1,0 +1,183 @@
+#include "store/SqliteDatabase.h"
+
+#include "store/SqliteCopy.h"
+#include "store/SqliteDynaset.h"
+#include "store/StoreErrors.h"
+#include "store/Workspace.h"
+#include "store/sql/Generator.h"
+#include "store/sql/Parser.h"
+#include "store/sql/StatementBinder.h"
+
+#include <sqlite3.h>
+
+namespace tallyroom {
+
+namespace {
+
+sql::Generator generator() {
+    return sql::Generator(sql::sqliteDialect());
+}
+
+// Another file that takes part in one statement.
+class Attachment {
+public:
+    Attachment(SqliteConnection& connection, const QString& file) : m_connection(connection) {
+        SqliteQuery query(connection, QStringLiteral("ATTACH ?1 AS target"));
+        query.bind(1, Variant(file));
+        query.next();
+    }
+    ~Attachment() {
+        // With no statement under way there is nothing that a detach could fail for; should it
+        // fail all the same, the next attachment reports that the name is in use.
+        sqlite3_exec(m_connection.handle(), "DETACH target", nullptr, nullptr, nullptr);
+    }
+    Attachment(const Attachment&) = delete;
+    Attachment& operator=(const Attachment&) = delete;
+
+private:
+    SqliteConnection& m_connection;
+};
+
+sql::SelectStatement allColumnsOf(const QString& table) {
+    sql::SelectStatement select;
+    select.items.emplace_back();
+    select.from = sql::TableReference{table, table};
+    return select;
+}
+
+QString unbracketed(const QString& name) {
+    const QString trimmed = name.trimmed();
+    return trimmed.startsWith(u'[') ? trimmed.sliced(1, trimmed.size() - 2) : trimmed;
+}
+
+// A table's name alone stands for all its rows.
+sql::SelectStatement parseSelect(const QString& text) {
+    if (sql::isTableName(text))
+        return allColumnsOf(unbracketed(text));
+    sql::Statement statement = sql::parseStatement(text);
+    if (auto* select = std::get_if<sql::SelectStatement>(&statement))
+        return std::move(*select);
+    throw RunError::make(ErrorNumber::invalidOperation);
+}
+
+} // namespace
+
+SqliteDatabase::SqliteDatabase(const QString& file) : m_session(std::make_unique<Session>(file)) {
+    m_session->connection.run(QStringLiteral("SELECT count(*) FROM main.sqlite_master"));
+}
+
+SqliteDatabase::Session& SqliteDatabase::session() {
+    if (!m_session)
+        throw RunError::make(ErrorNumber::objectInvalid, {}, ErrorSource::database);
+    return *m_session;
+}
+
+SqliteConnection& SqliteDatabase::connection() {
+    return session().connection;
+}
+
+const sql::Catalog& SqliteDatabase::catalog() {
+    return session().catalog;
+}
+
+void SqliteDatabase::execute(const QString& sql) {
+    session();
+    std::visit([this](const auto& statement) { runStatement(statement); },
+               sql::parseStatement(sql));
+}
+
+void SqliteDatabase::runStatement(const sql::SelectStatement&) {
+    throw RunError::make(ErrorNumber::notASelect);
+}
+
+void SqliteDatabase::runStatement(const sql::DeleteStatement& statement) {
+    connection().run(generator().deleteRows(sql::bindDelete(catalog(), statement)));
+}
+
+void SqliteDatabase::runStatement(const sql::UpdateStatement& statement) {
+    connection().run(generator().updateRows(sql::bindUpdate(catalog(), statement)));
+}
+
+void SqliteDatabase::runStatement(const sql::DropStatement& statement) {
+    connection().run(generator().dropTable(sql::bindDrop(catalog(), statement)));
+}
+
+// Naming the connection's own file is the same as naming none.
+void SqliteDatabase::runStatement(const sql::InsertStatement& statement) {
+    const QString file =
+        statement.file.isEmpty() ? QString() : Workspace::resolveFile(statement.file);
+    if (!file.isEmpty() && file != connection().file())
+        insertInto(statement, file);
+    else
+        connection().run(generator().insertRows(sql::bindInsert(catalog(), statement)));
+}
+
+// A batch is written before another file takes part, and goes on after it.
+void SqliteDatabase::insertInto(const sql::InsertStatement& statement, const QString& file) {
+    const bool batch = m_inBatch;
+    if (batch)
+        commitBatch();
+    try {
+        const Attachment attachment(connection(), file);
+        session().catalog.setInsertPlace(SqliteCatalog::targetPlace);
+        connection().run(generator().insertRows(sql::bindInsert(catalog(), statement)));
+    } catch (const RunError&) {
+        session().catalog.setInsertPlace(SqliteCatalog::ownPlace);
+        if (batch)
+            beginBatch();
+        throw;
+    }
+    session().catalog.setInsertPlace(SqliteCatalog::ownPlace);
+    if (batch)
+        beginBatch();
+}
+
+std::shared_ptr<Recordset> SqliteDatabase::openRecordset(const QString& sql, RecordsetType type) {
+    session();
+    RecordsetQuery query;
+    query.select = std::make_shared<const sql::SelectStatement>(parseSelect(sql));
+    query.type = type;
+    return open(query);
+}
+
+sql::BoundSelect SqliteDatabase::bind(const RecordsetQuery& query) {
+    return sql::bindSelect(catalog(), *query.select, query.sort.get());
+}
+
+std::shared_ptr<Recordset> SqliteDatabase::open(const RecordsetQuery& query) {
+    sql::BoundSelect bound = bind(query);
+    const auto self = std::static_pointer_cast<SqliteDatabase>(shared_from_this());
+    std::shared_ptr<SqliteRecordset> recordset;
+    if (query.type == RecordsetType::Dynaset && bound.updatable())
+        recordset = std::make_shared<SqliteDynaset>(self, query, std::move(bound));
+    else
+        recordset = std::make_shared<SqliteCopy>(self, query, std::move(bound));
+    recordset->start();
+    return recordset;
+}
+
+void SqliteDatabase::beginBatch() {
+    connection().run(QStringLiteral("BEGIN"));
+    m_inBatch = true;
+}
+
+// The engine itself ends a batch when the disk fails; the statement that met it has raised that.
+void SqliteDatabase::commitBatch() {
+    m_inBatch = false;
+    if (sqlite3_get_autocommit(connection().handle()) != 0)
+        return;
+    try {
+        connection().run(QStringLiteral("COMMIT"));
+    } catch (const RunError&) {
+        sqlite3_exec(connection().handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+        throw;
+    }
+}
+
+void SqliteDatabase::close() {
+    session();
+    m_session.reset();
+    m_inBatch = false;
+}
+
+} // namespace tallyroom

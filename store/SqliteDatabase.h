@@ -1,0 +1,55 @@
+// A database file under SQLite.
+#pragma once
+
+#include "store/Database.h"
+#include "store/SqliteCatalog.h"
+#include "store/sql/Ast.h"
+#include "store/sql/Bound.h"
+
+namespace tallyroom {
+
+// A Select as a recordset keeps it, to be run again and to be run in another order.
+struct RecordsetQuery {
+    std::shared_ptr<const sql::SelectStatement> select;
+    std::shared_ptr<const std::vector<sql::OrderItem>> sort; // null: the statement's own
+    RecordsetType type = RecordsetType::Dynaset;
+};
+
+class SqliteDatabase final : public Database {
+public:
+    // `file` is a native path of an existing file.
+    explicit SqliteDatabase(const QString& file);
+
+    void execute(const QString& sql) override;
+    std::shared_ptr<Recordset> openRecordset(const QString& sql, RecordsetType type) override;
+    void beginBatch() override;
+    void commitBatch() override;
+    bool inBatch() const override { return m_inBatch; }
+    void close() override;
+
+    // For the recordsets of this connection; each raises 3420 after close().
+    std::shared_ptr<Recordset> open(const RecordsetQuery& query);
+    SqliteConnection& connection();
+    const sql::Catalog& catalog();
+    sql::BoundSelect bind(const RecordsetQuery& query);
+
+private:
+    struct Session {
+        explicit Session(const QString& file) : connection(file), catalog(connection) {}
+        SqliteConnection connection;
+        SqliteCatalog catalog;
+    };
+
+    Session& session();
+    void runStatement(const sql::SelectStatement& statement);
+    void runStatement(const sql::DeleteStatement& statement);
+    void runStatement(const sql::InsertStatement& statement);
+    void runStatement(const sql::UpdateStatement& statement);
+    void runStatement(const sql::DropStatement& statement);
+    void insertInto(const sql::InsertStatement& statement, const QString& file);
+
+    std::unique_ptr<Session> m_session; // null once closed
+    bool m_inBatch = false;
+};
+
+} // namespace tallyroom

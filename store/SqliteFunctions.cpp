@@ -1,0 +1,167 @@
+#include "store/SqliteFunctions.h"
+
+#include "common/Variant.h"
+#include "store/LikePattern.h"
+#include "store/StoreErrors.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <limits>
+#include <sqlite3.h>
+
+namespace tallyroom {
+
+namespace {
+
+QString textOf(sqlite3_value* value) {
+    const unsigned char* text = sqlite3_value_text(value);
+    return QString::fromUtf8(reinterpret_cast<const char*>(text), sqlite3_value_bytes(value));
+}
+
+void returnText(sqlite3_context* context, const QString& text) {
+    const QByteArray bytes = text.toUtf8();
+    sqlite3_result_text64(context, bytes.constData(), static_cast<sqlite3_uint64>(bytes.size()),
+                          SQLITE_TRANSIENT, SQLITE_UTF8);
+}
+
+bool isNull(sqlite3_value* value) {
+    return sqlite3_value_type(value) == SQLITE_NULL;
+}
+
+// The functions leave their result Null unless they set one.
+
+void toWholeNumber(sqlite3_context* context, int, sqlite3_value** values) {
+    if (isNull(*values))
+        return;
+    const double rounded = std::nearbyint(sqlite3_value_double(*values));
+    if (rounded >= std::numeric_limits<int>::min() && rounded <= std::numeric_limits<int>::max())
+        sqlite3_result_int(context, static_cast<int>(rounded));
+}
+
+void textToNumber(sqlite3_context* context, int, sqlite3_value** values) {
+    if (const auto number = parseNumber(textOf(*values)))
+        sqlite3_result_double(context, *number);
+}
+
+void numberToText(sqlite3_context* context, int, sqlite3_value** values) {
+    if (!isNull(*values))
+        returnText(context, numberText(sqlite3_value_double(*values)));
+}
+
+void dateToText(sqlite3_context* context, int, sqlite3_value** values) {
+    if (const auto date = Dates::fromIso(textOf(*values)))
+        returnText(context, Dates::toText(*date));
+}
+
+void textToDate(sqlite3_context* context, int, sqlite3_value** values) {
+    if (const auto date = Dates::parse(textOf(*values)))
+        returnText(context, Dates::toIso(*date));
+}
+
+void dateToSerial(sqlite3_context* context, int, sqlite3_value** values) {
+    if (const auto date = Dates::fromIso(textOf(*values)))
+        sqlite3_result_double(context, date->serial);
+}
+
+// The platform's dates lie in the years 100 to 9999.
+void serialToDate(sqlite3_context* context, int, sqlite3_value** values) {
+    const double serial = sqlite3_value_double(*values);
+    if (!isNull(*values) && serial > -657435 && serial < 2958466)
+        returnText(context, Dates::toIso(Date{serial}));
+}
+
+void floorOf(sqlite3_context* context, int, sqlite3_value** values) {
+    if (!isNull(*values))
+        sqlite3_result_double(context, std::floor(sqlite3_value_double(*values)));
+}
+
+void upperCase(sqlite3_context* context, int, sqlite3_value** values) {
+    if (!isNull(*values))
+        returnText(context, textOf(*values).toUpper());
+}
+
+void lowerCase(sqlite3_context* context, int, sqlite3_value** values) {
+    if (!isNull(*values))
+        returnText(context, textOf(*values).toLower());
+}
+
+void rightPart(sqlite3_context* context, int, sqlite3_value** values) {
+    if (!isNull(values[0]) && !isNull(values[1]))
+        returnText(context, textOf(values[0]).right(std::max(sqlite3_value_int(values[1]), 0)));
+}
+
+// A Null joins as an empty text, but two of them stay Null.
+void concatenate(sqlite3_context* context, int, sqlite3_value** values) {
+    if (!isNull(values[0]) || !isNull(values[1]))
+        returnText(context, textOf(values[0]) + textOf(values[1]));
+}
+
+void like(sqlite3_context* context, int, sqlite3_value** values) {
+    if (!isNull(values[0]) && !isNull(values[1]))
+        sqlite3_result_int(context, matchesLike(textOf(values[0]), textOf(values[1])) ? -1 : 0);
+}
+
+// An aggregate over the rows of a scalar subquery, of which there may be one at the most.
+struct SingleValue {
+    sqlite3_value* value;
+};
+
+void singleValueStep(sqlite3_context* context, int, sqlite3_value** values) {
+    auto* state =
+        static_cast<SingleValue*>(sqlite3_aggregate_context(context, sizeof(SingleValue)));
+    if (!state)
+        return sqlite3_result_error_nomem(context);
+    if (state->value)
+        return sqlite3_result_error(context, moreThanOneRowMark, -1);
+    state->value = sqlite3_value_dup(*values);
+}
+
+void singleValueFinal(sqlite3_context* context) {
+    const auto* state = static_cast<SingleValue*>(sqlite3_aggregate_context(context, 0));
+    if (!state || !state->value)
+        return;
+    sqlite3_result_value(context, state->value);
+    sqlite3_value_free(state->value);
+}
+
+struct ScalarFunction {
+    const char* name;
+    int arguments;
+    void (*call)(sqlite3_context*, int, sqlite3_value**);
+};
+
+constexpr ScalarFunction scalarFunctions[] = {
+    {"tr_long", 1, toWholeNumber},
+    {"tr_number", 1, textToNumber},
+    {"tr_number_text", 1, numberToText},
+    {"tr_date_text", 1, dateToText},
+    {"tr_date", 1, textToDate},
+    {"tr_serial", 1, dateToSerial},
+    {"tr_from_serial", 1, serialToDate},
+    {"tr_floor", 1, floorOf},
+    {"tr_upper", 1, upperCase},
+    {"tr_lower", 1, lowerCase},
+    {"tr_right", 2, rightPart},
+    {"tr_concat", 2, concatenate},
+    {"tr_like", 2, like},
+};
+
+// Not usable from within the schema of a file that someone else has made.
+constexpr int functionFlags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY;
+
+} // namespace
+
+bool registerSqliteFunctions(sqlite3* connection) {
+    int result = sqlite3_create_function_v2(connection, "tr_single", 1, functionFlags, nullptr,
+                                            nullptr, singleValueStep, singleValueFinal, nullptr);
+    for (const ScalarFunction& function : scalarFunctions) {
+        if (result == SQLITE_OK)
+            result = sqlite3_create_function_v2(connection, function.name, function.arguments,
+                                                functionFlags, nullptr, function.call, nullptr,
+                                                nullptr, nullptr);
+    }
+    return result == SQLITE_OK;
+}
+
+} // namespace tallyroom

@@ -1,0 +1,76 @@
+#include "store/StoreErrors.h"
+
+#include <sqlite3.h>
+
+namespace tallyroom {
+
+namespace {
+
+int constraintError(int extendedCode) {
+    switch (extendedCode) {
+    case SQLITE_CONSTRAINT_UNIQUE:
+    case SQLITE_CONSTRAINT_PRIMARYKEY:
+    case SQLITE_CONSTRAINT_ROWID:
+        return ErrorNumber::duplicateKey;
+    case SQLITE_CONSTRAINT_NOTNULL:
+        return ErrorNumber::valueRequired;
+    default:
+        return ErrorNumber::valueProhibited;
+    }
+}
+
+// 0 for what the desktop engine has no number of its own for.
+int fileError(int code) {
+    switch (code) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return ErrorNumber::databaseInUse;
+    case SQLITE_NOTADB:
+        return ErrorNumber::unrecognizedFormat;
+    case SQLITE_CORRUPT:
+        return ErrorNumber::damagedFile;
+    case SQLITE_IOERR:
+    case SQLITE_FULL:
+    case SQLITE_PERM:
+    case SQLITE_AUTH:
+    case SQLITE_CANTOPEN:
+        return ErrorNumber::cannotOpenFile;
+    case SQLITE_READONLY:
+        return ErrorNumber::readOnly;
+    default:
+        return 0;
+    }
+}
+
+// What only the message tells apart.
+RunError messageError(const QString& message) {
+    const QString missingTable = QStringLiteral("no such table: ");
+    if (message.contains(QLatin1String(moreThanOneRowMark)))
+        return RunError::make(ErrorNumber::moreThanOneRow);
+    if (message.startsWith(missingTable))
+        return RunError::make(ErrorNumber::unknownTable,
+                              {message.mid(message.lastIndexOf(u'.') + 1)});
+    if (message.contains(QLatin1String("parser stack overflow")) ||
+        message.contains(QLatin1String("Expression tree is too large")))
+        return RunError::make(ErrorNumber::tooComplex);
+    return {ErrorNumber::internalError, message, ErrorSource::database};
+}
+
+} // namespace
+
+RunError storeError(const SQLite::Exception& error, const QString& file) {
+    const int code = error.getErrorCode() & 0xff;
+    const QString message = QString::fromUtf8(error.what());
+    if (code == SQLITE_CONSTRAINT)
+        return RunError::make(constraintError(error.getExtendedErrorCode()),
+                              {message.section(u'.', -1)});
+    if (const int number = fileError(code))
+        return RunError::make(number, {file});
+    return messageError(message);
+}
+
+RunError withSource(const RunError& error, const QString& source) {
+    return {error.number(), error.description(), source};
+}
+
+} // namespace tallyroom
