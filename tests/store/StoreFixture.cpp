@@ -1,0 +1,46 @@
+#include "StoreFixture.h"
+
+#include "store/Schema.h"
+#include "store/Workspace.h"
+
+namespace tallyroom {
+
+DataFolder::DataFolder() {
+    Schema::createFiles(m_folder.path());
+}
+
+QString DataFolder::hostPath() const {
+    return path().replace(u'/', u'\\');
+}
+
+std::shared_ptr<Database> DataFolder::open(const QString& name) const {
+    return Workspace::openDatabase(hostPath() + u'\\' + name);
+}
+
+QString shown(const Variant& value) {
+    switch (value.type()) {
+    case Variant::Type::Null:
+        return QStringLiteral("Null");
+    case Variant::Type::Text:
+        return u'\'' + value.toText() + u'\'';
+    case Variant::Type::Date:
+        return u'#' + value.toText() + u'#';
+    case Variant::Type::Double:
+        return value.toText() + u'd';
+    default:
+        return value.toText();
+    }
+}
+
+QStringList rowsOf(Recordset& recordset) {
+    QStringList rows;
+    for (; !recordset.eof(); recordset.moveNext()) {
+        QStringList values;
+        for (int i = 0; i < recordset.fieldCount(); ++i)
+            values << shown(recordset.field(i));
+        rows << values.join(QStringLiteral(" | "));
+    }
+    return rows;
+}
+
+} // namespace tallyroom
