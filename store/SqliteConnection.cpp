@@ -12,7 +12,9 @@ namespace tallyroom {
 namespace {
 
 constexpr int busyTimeout = 2000; // milliseconds
+// Statements with long lists of codes are not likely to come again.
 constexpr qsizetype maximumStatements = 64;
+constexpr qsizetype maximumKeptLength = 8192;
 
 SQLite::Database openFile(const QString& file) {
     try {
@@ -68,7 +70,8 @@ QString textOf(const SQLite::Column& column) {
 
 } // namespace
 
-SqliteConnection::SqliteConnection(const QString& file) : m_file(file), m_database(openFile(file)) {
+SqliteConnection::SqliteConnection(const QString& file)
+    : m_file(file), m_reportedFile(file), m_database(openFile(file)) {
     sqlite3_extended_result_codes(handle(), 1);
     if (!harden(handle()) || !registerSqliteFunctions(handle()))
         throw RunError::make(ErrorNumber::outOfMemory);
@@ -89,10 +92,11 @@ std::shared_ptr<SQLite::Statement> SqliteConnection::prepare(const QString& nati
     try {
         const auto statement =
             std::make_shared<SQLite::Statement>(m_database, native.toUtf8().constData());
-        m_statements.insert(native, statement);
+        if (native.size() <= maximumKeptLength)
+            m_statements.insert(native, statement);
         return statement;
     } catch (const SQLite::Exception& error) {
-        throw storeError(error, m_file);
+        throw storeError(error, m_reportedFile);
     }
 }
 
@@ -129,7 +133,7 @@ bool SqliteQuery::next() {
     try {
         return m_statement->executeStep();
     } catch (const SQLite::Exception& error) {
-        throw storeError(error, m_connection.file());
+        throw storeError(error, m_connection.reportedFile());
     }
 }
 

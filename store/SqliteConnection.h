@@ -19,6 +19,9 @@ public:
     explicit SqliteConnection(const QString& file);
 
     const QString& file() const { return m_file; }
+    // The file that errors speak of, while another one than the connection's own is worked on.
+    const QString& reportedFile() const { return m_reportedFile; }
+    void setReportedFile(const QString& file) { m_reportedFile = file; }
     sqlite3* handle() const { return m_database.getHandle(); }
 
     // Runs a statement without parameters that gives no rows.
@@ -29,6 +32,7 @@ private:
     std::shared_ptr<SQLite::Statement> prepare(const QString& native);
 
     QString m_file;
+    QString m_reportedFile;
     SQLite::Database m_database;
     QHash<QString, std::shared_ptr<SQLite::Statement>> m_statements; // none is ever mid-way
 };

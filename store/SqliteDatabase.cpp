@@ -8,6 +8,8 @@
 #include "store/sql/Parser.h"
 #include "store/sql/StatementBinder.h"
 
+#include <QFileInfo>
+#include <QScopeGuard>
 #include <sqlite3.h>
 
 namespace tallyroom {
@@ -102,34 +104,40 @@ void SqliteDatabase::runStatement(const sql::DropStatement& statement) {
     connection().run(generator().dropTable(sql::bindDrop(catalog(), statement)));
 }
 
-// Naming the connection's own file is the same as naming none.
 void SqliteDatabase::runStatement(const sql::InsertStatement& statement) {
-    const QString file =
-        statement.file.isEmpty() ? QString() : Workspace::resolveFile(statement.file);
-    if (!file.isEmpty() && file != connection().file())
+    const QString file = targetFile(statement.file);
+    if (!file.isEmpty())
         insertInto(statement, file);
     else
         connection().run(generator().insertRows(sql::bindInsert(catalog(), statement)));
 }
 
-// A batch is written before another file takes part, and goes on after it.
+// Naming the connection's own file is the same as naming none.
+QString SqliteDatabase::targetFile(const QString& named) {
+    if (named.isEmpty())
+        return {};
+    const QString file = Workspace::resolveFile(named);
+    const bool own =
+        QFileInfo(file).canonicalFilePath() == QFileInfo(connection().file()).canonicalFilePath();
+    return own ? QString() : file;
+}
+
+// A file cannot be detached inside a batch, which is therefore written first and begun again.
 void SqliteDatabase::insertInto(const sql::InsertStatement& statement, const QString& file) {
     const bool batch = m_inBatch;
     if (batch)
         commitBatch();
-    try {
-        const Attachment attachment(connection(), file);
-        session().catalog.setInsertPlace(SqliteCatalog::targetPlace);
-        connection().run(generator().insertRows(sql::bindInsert(catalog(), statement)));
-    } catch (const RunError&) {
-        session().catalog.setInsertPlace(SqliteCatalog::ownPlace);
+    const auto backToOwnFile = qScopeGuard([this, batch] {
+        m_session->catalog.setInsertPlace(SqliteCatalog::ownPlace);
+        m_session->connection.setReportedFile(m_session->connection.file());
         if (batch)
-            beginBatch();
-        throw;
-    }
-    session().catalog.setInsertPlace(SqliteCatalog::ownPlace);
-    if (batch)
-        beginBatch();
+            m_inBatch = sqlite3_exec(m_session->connection.handle(), "BEGIN", nullptr, nullptr,
+                                     nullptr) == SQLITE_OK;
+    });
+    connection().setReportedFile(file);
+    const Attachment attachment(connection(), file);
+    session().catalog.setInsertPlace(SqliteCatalog::targetPlace);
+    connection().run(generator().insertRows(sql::bindInsert(catalog(), statement)));
 }
 
 std::shared_ptr<Recordset> SqliteDatabase::openRecordset(const QString& sql, RecordsetType type) {

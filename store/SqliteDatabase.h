@@ -46,6 +46,7 @@ private:
     void runStatement(const sql::InsertStatement& statement);
     void runStatement(const sql::UpdateStatement& statement);
     void runStatement(const sql::DropStatement& statement);
+    QString targetFile(const QString& named);
     void insertInto(const sql::InsertStatement& statement, const QString& file);
 
     std::unique_ptr<Session> m_session; // null once closed

@@ -126,7 +126,10 @@ void SqliteDynaset::insertRow() {
     SqliteQuery query(connection, generator().insertRow(table(), names));
     bindChanges(query);
     query.next();
+    const bool atEnd = eof();
     appendKey(sqlite3_last_insert_rowid(connection.handle()));
+    if (atEnd)
+        leaveToEnd();
 }
 
 void SqliteDynaset::updateRow() {

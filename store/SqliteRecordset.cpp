@@ -59,6 +59,11 @@ void SqliteRecordset::moveTo(int position, int step) {
     m_onRow = position >= 0 && position < rowTotal();
 }
 
+void SqliteRecordset::leaveToEnd() {
+    m_position = rowTotal();
+    m_onRow = false;
+}
+
 void SqliteRecordset::moveFirst() {
     if (rowCount() == 0)
         raise(ErrorNumber::noCurrentRecord);

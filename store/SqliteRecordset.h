@@ -68,6 +68,7 @@ protected:
     const sql::BoundSelect& bound() const { return m_bound; }
     int position() const { return m_position; }
     void leaveRow() { m_onRow = false; }
+    void leaveToEnd();
 
 private:
     void moveTo(int position, int step);

@@ -4,7 +4,6 @@
 #include "store/StoreErrors.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 namespace tallyroom::Workspace {
@@ -44,16 +43,6 @@ RunError workspaceError(int number, const QString& path) {
     return RunError::make(number, {path}, ErrorSource::workspace);
 }
 
-// An empty file, or one of another program, is told by its first bytes.
-void requireDatabaseFormat(const QString& path, const QString& file) {
-    static const QByteArray mark("SQLite format 3\0", 16);
-    QFile content(file);
-    if (!content.open(QIODevice::ReadOnly))
-        throw workspaceError(ErrorNumber::cannotOpenFile, path);
-    if (content.read(mark.size()) != mark)
-        throw workspaceError(ErrorNumber::unrecognizedFormat, path);
-}
-
 } // namespace
 
 QString resolveFolder(const QString& path) {
@@ -79,7 +68,11 @@ QString resolveFile(const QString& path) {
 
 std::shared_ptr<Database> openDatabase(const QString& path) {
     const QString file = resolveFile(path);
-    requireDatabaseFormat(path, file);
+    // The engine would take an empty file for a new database. Nothing here may open the file
+    // itself: closing it again would end the locks that other connections of the process hold on
+    // it.
+    if (QFileInfo(file).size() == 0)
+        throw workspaceError(ErrorNumber::unrecognizedFormat, path);
     try {
         return std::make_shared<SqliteDatabase>(file);
     } catch (const RunError& error) {

@@ -38,11 +38,11 @@ QString realText(double value) {
 } // namespace
 
 QString Generator::rows(const BoundSelect& query) {
-    return select(query, columns(query));
+    return select(query, columns(query)) + order(query);
 }
 
 QString Generator::keys(const BoundSelect& query) {
-    return select(query, key(*query.source));
+    return select(query, key(*query.source)) + order(query);
 }
 
 QString Generator::rowByKey(const BoundSelect& query) {
@@ -166,8 +166,7 @@ QString Generator::select(const BoundSelect& query, const QString& columnTexts) 
     result += clause(u" WHERE ", query.where);
     if (!query.groupBy.empty())
         result += QStringLiteral(" GROUP BY ") + texts(query.groupBy);
-    result += clause(u" HAVING ", query.having);
-    return result + order(query);
+    return result + clause(u" HAVING ", query.having);
 }
 
 // Rows of a table that the order leaves equal come in the order in which they were added.
@@ -186,6 +185,7 @@ QString Generator::clause(const char16_t* keyword, const BoundPtr& condition) {
     return condition ? QString::fromUtf16(keyword) + text(*condition) : QString();
 }
 
+// The order of a subquery's rows is of no consequence.
 QString Generator::subselect(const BoundSelect& query) {
     return select(query, text(*query.columns.front().value) + QStringLiteral(" AS ") +
                              quotedName(QStringLiteral("v")));

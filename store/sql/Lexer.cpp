@@ -93,10 +93,17 @@ private:
                 ++m_position;
             } else {
                 ++m_position;
-                return {TokenKind::Text, value, m_start};
+                return textToken(value);
             }
         }
         return token(TokenKind::UnclosedText);
+    }
+
+    // An engine would take a NUL for the end of the statement.
+    Token textToken(const QString& value) const {
+        if (value.contains(QChar(QChar::Null)))
+            return token(TokenKind::UnclosedText);
+        return {TokenKind::Text, value, m_start};
     }
 
     Token delimited(QChar end, TokenKind closed, TokenKind unclosed) {
