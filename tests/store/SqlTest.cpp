@@ -1,1 +1,152 @@
+// What statement files cannot hold: long lists, hostile texts, the engine's plan.
 #include "StoreFixture.h"
+
+#include "store/LikePattern.h"
+#include "store/SqliteDatabase.h"
+#include "store/sql/Generator.h"
+#include "store/sql/Parser.h"
+#include "store/sql/StatementBinder.h"
+
+#include <random>
+
+namespace tallyroom {
+
+namespace {
+
+QString codeList(int count) {
+    QStringList codes;
+    for (int i = 0; i < count; ++i)
+        codes << QStringLiteral("'%1'").arg(i, 5, 10, QLatin1Char('0'));
+    return codes.join(u',');
+}
+
+class SqlTest : public testing::Test {
+protected:
+    int errorOfSelect(const QString& sql) const {
+        return errorOf([&] { m_database->openRecordset(sql, RecordsetType::Snapshot); });
+    }
+
+    DataFolder m_folder;
+    std::shared_ptr<Database> m_database = m_folder.open(QStringLiteral("bcx.mdb"));
+};
+
+TEST_F(SqlTest, TakesLongListsAndLongChains) {
+    m_database->execute(QStringLiteral("Insert Into Employee (emp_code) Values ('04999')"));
+    const QString select = QStringLiteral("Select * From Employee Where emp_code ");
+    const auto rows = [&](const QString& condition) {
+        return m_database->openRecordset(select + condition, RecordsetType::Dynaset)->rowCount();
+    };
+    EXPECT_EQ(rows(QStringLiteral("In (%1)").arg(codeList(5000))), 1);
+    EXPECT_EQ(rows(QStringLiteral("Not In (%1)").arg(codeList(10000))), 0);
+    EXPECT_EQ(
+        rows(QStringLiteral("= 'x'") + QStringLiteral(" or emp_code = '04999'").repeated(3000)), 1);
+    EXPECT_EQ(
+        rows(QStringLiteral("= '04999'") + QStringLiteral(" and emp_code <> 'x'").repeated(3000)),
+        1);
+    EXPECT_EQ(rows(QStringLiteral("= '04999' & ''") + QStringLiteral(" & ''").repeated(20)), 1);
+}
+
+TEST_F(SqlTest, RefusesWhatNestsTooDeeply) {
+    const QString one = QStringLiteral("1");
+    const QString deep[] = {
+        QString(5000, u'(') + one + QString(5000, u')'),
+        QStringLiteral("Not ").repeated(5000) + one,
+        QStringLiteral("- ").repeated(5000) + one,
+        one + QStringLiteral(" + 1").repeated(5000),
+        QStringLiteral("IIf(1,").repeated(500) + one + QStringLiteral(",1)").repeated(500),
+        QStringLiteral("(Select ").repeated(500) + one + QString(500, u')'),
+        QStringLiteral("1 Between (").repeated(30) + one + QStringLiteral(") And 2").repeated(30),
+    };
+    for (const QString& expression : deep)
+        EXPECT_EQ(
+            errorOfSelect(QStringLiteral("Select emp_code From Employee Where ") + expression),
+            3360)
+            << expression.left(40).toStdString();
+    QString doubling = QStringLiteral("Select emp_code As a0");
+    for (int i = 1; i < 200; ++i)
+        doubling += QStringLiteral(", a%1 & a%1 As a%2").arg(i - 1).arg(i);
+    EXPECT_EQ(errorOfSelect(doubling + QStringLiteral(" From Employee")), 3360);
+}
+
+// Whatever a statement is made of, it runs or raises a RunError, and no table is harmed.
+TEST_F(SqlTest, SurvivesMangledStatements) {
+    const QString pieces[] = {
+        QStringLiteral("Select"),   QStringLiteral("Distinct"),   QStringLiteral("*"),
+        QStringLiteral("From"),     QStringLiteral("Employee"),   QStringLiteral("[emp_code]"),
+        QStringLiteral("Where"),    QStringLiteral("("),          QStringLiteral(")"),
+        QStringLiteral("="),        QStringLiteral("'x'"),        QStringLiteral("'"),
+        QStringLiteral("#"),        QStringLiteral("#1/5/2008#"), QStringLiteral("["),
+        QStringLiteral("]"),        QStringLiteral("Sum"),        QStringLiteral(","),
+        QStringLiteral("As"),       QStringLiteral("a"),          QStringLiteral("Between"),
+        QStringLiteral("And"),      QStringLiteral("Null"),       QStringLiteral("1.5"),
+        QStringLiteral("Order By"), QStringLiteral("Group By"),   QStringLiteral("."),
+        QStringLiteral(";"),        QStringLiteral("In"),         QStringLiteral("Seniority"),
+        QStringLiteral("Not"),      QStringLiteral("\""),         QStringLiteral("--"),
+        QStringLiteral("?"),        QStringLiteral(":x"),         QString(QChar(0)),
+        QStringLiteral("é😀"),       QStringLiteral("IIf("),       QStringLiteral("Count(*)"),
+        QStringLiteral("-"),        QStringLiteral("Is"),         QStringLiteral("Having")};
+    std::mt19937 random(20080105);
+    int accepted = 0;
+    for (int i = 0; i < 20000; ++i) {
+        QString sql = QStringLiteral("Select ");
+        for (auto length = random() % 12; length > 0; --length)
+            sql += pieces[random() % std::size(pieces)] + u' ';
+        if (random() % 2)
+            sql += QStringLiteral("From Employee");
+        const int error = errorOfSelect(sql);
+        accepted += error == 0;
+        EXPECT_NE(error, 51) << "reached the engine: " << sql.toStdString();
+    }
+    EXPECT_GT(accepted, 100);
+    EXPECT_EQ(
+        m_database->openRecordset(QStringLiteral("Employee"), RecordsetType::Dynaset)->fieldCount(),
+        8);
+}
+
+TEST_F(SqlTest, TotalsOverAPeriodReadTheIndexOnly) {
+    const auto database = std::dynamic_pointer_cast<SqliteDatabase>(m_database);
+    const QString sql =
+        QStringLiteral("select thist_emp, Sum(iif(isnull(t15),0,t15)) * 1440 As a, a + "
+                       "Sum(tlyrDeclined2) From TimeHistory where (thist_emp in (%1)) and "
+                       "(thist_record_type in ('TR','AR','HR')) and (shift_date between #1/1/2008# "
+                       "and #1/14/2008#) group by thist_emp order by thist_emp")
+            .arg(codeList(3000));
+    const sql::Statement statement = sql::parseStatement(sql);
+    const sql::BoundSelect bound =
+        sql::bindSelect(database->catalog(), std::get<sql::SelectStatement>(statement));
+    SqliteQuery plan(database->connection(), QStringLiteral("EXPLAIN QUERY PLAN ") +
+                                                 sql::Generator(sql::sqliteDialect()).rows(bound));
+    ASSERT_TRUE(plan.next());
+    EXPECT_EQ(plan.text(3), QStringLiteral("SEARCH t1 USING COVERING INDEX TimeHistory_Totals "
+                                           "(thist_emp=? AND shift_date>? AND shift_date<?)"));
+    EXPECT_FALSE(plan.next()) << "sorts besides";
+}
+
+TEST(LikePattern, Matches) {
+    const struct {
+        const char16_t* text;
+        const char16_t* pattern;
+        bool matches;
+    } cases[] = {{u"", u"*", true},
+                 {u"", u"?", false},
+                 {u"abc", u"A*C", true},
+                 {u"abc", u"a*b", false},
+                 {u"a1", u"a#", true},
+                 {u"ab", u"a#", false},
+                 {u"b", u"[a-c]", true},
+                 {u"d", u"[!a-c]", true},
+                 {u"a*b", u"a[*]b", true},
+                 {u"axb", u"a[*]b", false},
+                 {u"x", u"[", false},
+                 {u"aXbXc", u"*x*c", true},
+                 {u"aaaaaaaaaaaaaaaaaaaaaaaaaaaaab", u"*a*a*a*a*a*a*a*a*c", false},
+                 {u"É", u"é", true}};
+    for (const auto& entry : cases)
+        EXPECT_EQ(matchesLike(QStringView(entry.text), QStringView(entry.pattern)), entry.matches)
+            << QString::fromUtf16(entry.text).toStdString() << " like "
+            << QString::fromUtf16(entry.pattern).toStdString();
+}
+
+} // namespace
+
+} // namespace tallyroom

@@ -1,1 +1,166 @@
 #include "StoreFixture.h"
+
+#include "store/Schema.h"
+#include "store/Workspace.h"
+
+#include <QDir>
+#include <QFile>
+#include <SQLiteCpp/SQLiteCpp.h>
+
+namespace tallyroom {
+
+namespace {
+
+void writeFile(const QString& path, const QByteArray& content) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(content);
+}
+
+QByteArray readFile(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+TEST(Workspace, FindsFilesWithoutRegardToCaseAndSeparators) {
+    const DataFolder folder;
+    ASSERT_TRUE(QDir(folder.path()).mkpath(QStringLiteral("Site One/Data")));
+    Schema::createFiles(folder.path(QStringLiteral("Site One/Data")));
+    const QString expected = folder.path(QStringLiteral("Site One/Data/aidb01.mdb"));
+    const QString written[] = {QStringLiteral("\\Site One\\Data\\aidb01.mdb"),
+                               QStringLiteral("\\SITE ONE\\data\\AIDB01.MDB"),
+                               QStringLiteral("/Site One//Data\\aidb01.MDB"),
+                               QStringLiteral("\\site one\\..\\site one\\data/aidb01.mdb")};
+    for (const QString& path : written)
+        EXPECT_EQ(QDir::cleanPath(Workspace::resolveFile(folder.hostPath() + path)), expected)
+            << path.toStdString();
+    EXPECT_EQ(Workspace::resolveFolder(folder.hostPath() + QStringLiteral("\\SITE ONE\\")),
+              folder.path(QStringLiteral("Site One")));
+}
+
+TEST(Workspace, TakesTheExactSpellingWhereSeveralDifferInCase) {
+    const DataFolder folder;
+    writeFile(folder.path(QStringLiteral("AIDB01.mdb")), "other");
+    EXPECT_EQ(Workspace::resolveFile(folder.path(QStringLiteral("aidb01.mdb"))),
+              folder.path(QStringLiteral("aidb01.mdb")));
+}
+
+TEST(Workspace, ReportsWhatCannotBeOpenedAndCreatesNothing) {
+    const DataFolder folder;
+    writeFile(folder.path(QStringLiteral("empty.mdb")), {});
+    writeFile(folder.path(QStringLiteral("short.mdb")), "Hi");
+    writeFile(folder.path(QStringLiteral("text.mdb")), QByteArray(9000, 'x'));
+    QByteArray damaged = readFile(folder.path(QStringLiteral("bcx.mdb")));
+    damaged.replace(100, 900, QByteArray(900, '\x7f'));
+    writeFile(folder.path(QStringLiteral("damaged.mdb")), damaged);
+    const QStringList before = QDir(folder.path()).entryList();
+    const struct {
+        const char16_t* path;
+        int number;
+    } cases[] = {{u"\\none.mdb", 3024}, {u"\\none\\bcx.mdb", 3044}, {u"\\bcx.mdb\\x", 3044},
+                 {u"\\", 3024},         {u"\\empty.mdb", 3343},     {u"\\short.mdb", 3343},
+                 {u"\\text.mdb", 3343}, {u"\\damaged.mdb", 3049}};
+    for (const auto& entry : cases) {
+        std::optional<RunError> error;
+        const QString path = folder.hostPath() + QString::fromUtf16(entry.path);
+        EXPECT_EQ(errorOf([&] { Workspace::openDatabase(path); }, &error), entry.number)
+            << path.toStdString();
+        EXPECT_EQ(error ? error->source() : QString(), QStringLiteral("DAO.Workspace"));
+    }
+    EXPECT_EQ(QDir(folder.path()).entryList(), before);
+}
+
+TEST(Workspace, ReportsALockedFileByName) {
+    const DataFolder folder;
+    const auto open = folder.open(QStringLiteral("aidb01.mdb"));
+    SQLite::Database other(folder.path(QStringLiteral("aidb01.mdb")).toStdString(),
+                           SQLite::OPEN_READWRITE);
+    other.exec("BEGIN EXCLUSIVE");
+    std::optional<RunError> error;
+    EXPECT_EQ(errorOf([&] { open->execute(QStringLiteral("Delete * From tlyr_assoc")); }, &error),
+              3196);
+    EXPECT_TRUE(error && error->description().contains(QLatin1String("aidb01.mdb")));
+}
+
+TEST(Schema, LeavesAFolderAloneThatHasOneOfTheFiles) {
+    QTemporaryDir folder;
+    writeFile(folder.filePath(QStringLiteral("BCX.mdb")), "kept");
+    EXPECT_EQ(errorOf([&] { Schema::createFiles(folder.path()); }), 3204);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{QStringLiteral("BCX.mdb")});
+    EXPECT_EQ(readFile(folder.filePath(QStringLiteral("BCX.mdb"))), "kept");
+}
+
+class DatabaseTest : public testing::Test {
+protected:
+    int assocRows() const {
+        const auto other = m_folder.open(QStringLiteral("aidb01.mdb"));
+        return other->openRecordset(QStringLiteral("tlyr_assoc"), RecordsetType::Snapshot)
+            ->rowCount();
+    }
+    void insertAssoc(Database& database) const {
+        database.execute(QStringLiteral("Insert Into tlyr_assoc (Accepted) Values ('A')"));
+    }
+
+    DataFolder m_folder;
+    std::shared_ptr<Database> m_database = m_folder.open(QStringLiteral("aidb01.mdb"));
+};
+
+TEST_F(DatabaseTest, KeepsWhatABatchHasDoneBeforeAFailure) {
+    EXPECT_EQ(errorOf([&] {
+                  const Batch batch(m_database);
+                  const Batch inner(m_database);
+                  insertAssoc(*m_database);
+                  EXPECT_EQ(assocRows(), 0);
+                  m_database->execute(QStringLiteral("Delete * From nowhere"));
+              }),
+              3078);
+    EXPECT_FALSE(m_database->inBatch());
+    EXPECT_EQ(assocRows(), 1);
+}
+
+TEST_F(DatabaseTest, ReportsABatchThatCannotBeWritten) {
+    const auto other = m_folder.open(QStringLiteral("aidb01.mdb"));
+    SQLite::Database reader(m_folder.path(QStringLiteral("aidb01.mdb")).toStdString());
+    Batch batch(m_database);
+    insertAssoc(*m_database);
+    SQLite::Statement reading(reader, "SELECT * FROM sqlite_master");
+    ASSERT_TRUE(reading.executeStep());
+    EXPECT_EQ(errorOf([&] { batch.commit(); }), 3196);
+    reading.reset();
+    EXPECT_FALSE(m_database->inBatch());
+    EXPECT_EQ(assocRows(), 0);
+    insertAssoc(*m_database);
+    EXPECT_EQ(assocRows(), 1);
+}
+
+TEST_F(DatabaseTest, InsertsIntoAnotherFileInsideABatchAndLetsGoOfItOnFailure) {
+    const QString into = QStringLiteral("Insert Into tlyrTemp In '%1\\vrlxdb01.mdb' Select ")
+                             .arg(m_folder.hostPath());
+    const Batch batch(m_database);
+    insertAssoc(*m_database);
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        EXPECT_EQ(errorOf([&] {
+                      m_database->execute(into + QStringLiteral("Accepted As x From tlyr_assoc"));
+                  }),
+                  3127);
+        m_database->execute(into + QStringLiteral("Accepted As emp_code From tlyr_assoc"));
+        EXPECT_TRUE(m_database->inBatch());
+    }
+    const auto main = m_folder.open(QStringLiteral("vrlxdb01.mdb"));
+    EXPECT_EQ(main->openRecordset(QStringLiteral("tlyrTemp"), RecordsetType::Dynaset)->rowCount(),
+              2);
+    main->execute(QStringLiteral("Drop Table tlyrTemp"));
+}
+
+TEST_F(DatabaseTest, RefusesAllUseOnceClosed) {
+    const auto rows =
+        m_database->openRecordset(QStringLiteral("tlyr_assoc"), RecordsetType::Dynaset);
+    m_database->close();
+    EXPECT_EQ(errorOf([&] { insertAssoc(*m_database); }), 3420);
+    EXPECT_EQ(errorOf([&] { m_database->close(); }), 3420);
+    EXPECT_EQ(errorOf([&] { rows->requery(); }), 3420);
+}
+
+} // namespace
+
+} // namespace tallyroom
