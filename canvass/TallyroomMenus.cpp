@@ -7,6 +7,7 @@
 #include "common/ui/Messages.h"
 #include "common/ui/WaitPointer.h"
 #include "ordering/Orderings.h"
+#include "ordering/frmTLYROrderList.h"
 #include "setup/frmTLYRAssoc.h"
 #include "setup/frmTLYRAssoc2.h"
 #include "setup/frmTLYRPeriod.h"
@@ -32,7 +33,7 @@ void Tallyroom::connectSetupMenus() {
     onTriggered(m_ui->mnuRefresh, &Tallyroom::mnuRefresh_Click);
     m_ui->mnuRefresh->setShortcut(QKeySequence::Refresh);
     // These wait for the windows that they open.
-    for (QAction* action : {m_ui->mnuUndo, m_ui->mnuAudit, m_ui->MnuOrder_0})
+    for (QAction* action : {m_ui->mnuUndo, m_ui->mnuAudit})
         action->setEnabled(false);
     m_ui->Command2->setEnabled(false);
 }
@@ -140,7 +141,7 @@ void Tallyroom::LoadOrderings() {
     const QAction* inForce = checkedOrdering();
     const QString caption = inForce ? inForce->property("descr").toString() : QString();
     removeOrderings();
-    for (const Ordering& ordering : readOrderings(m_state.DataPath)) {
+    for (const Ordering& ordering : Orderings::readAll(m_state.DataPath)) {
         addOrdering(ordering.descr, ordering.details);
         if (!caption.isEmpty() && caption == ordering.descr)
             m_orderings.back()->setChecked(true);
@@ -174,11 +175,13 @@ QAction* Tallyroom::checkedOrdering() const {
 
 // There is no way back to no ordering: the one that is chosen again stays chosen.
 void Tallyroom::MnuOrder_Click(int index) {
-    if (index == 0)
+    if (index == 0) {
+        frmTLYROrderList(m_context, this).showModally();
         LoadOrderings();
-    else
+    } else {
         for (std::size_t at = 0; at < m_orderings.size(); ++at)
             m_orderings[at]->setChecked(static_cast<int>(at) + firstOrdering == index);
+    }
     Update();
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 #include <vector>
 
 namespace tallyroom {
@@ -11,7 +12,25 @@ struct Ordering {
     QString details; // its elements, a settings text; may be empty
 };
 
-// All orderings by description. Raises what the database raises.
-std::vector<Ordering> readOrderings(const QString& dataPath);
+// All routines take the host's data folder and raise what the database raises. Descriptions go into
+// the statements as they are: an apostrophe breaks them.
+namespace Orderings {
 
+// All orderings by description.
+std::vector<Ordering> readAll(const QString& dataPath);
+
+// The ordering of this description; nothing when there is none.
+std::optional<Ordering> read(const QString& dataPath, const QString& descr);
+
+enum class SaveResult { Saved, Duplicate, NotFound };
+
+// Adds an ordering, unless one of this description (blanks at its ends apart) is there already.
+SaveResult add(const QString& dataPath, const Ordering& ordering);
+// Replaces the details of the ordering of this description.
+SaveResult change(const QString& dataPath, const Ordering& ordering);
+
+// Removes every ordering of exactly this description.
+void remove(const QString& dataPath, const QString& descr);
+
+} // namespace Orderings
 } // namespace tallyroom

@@ -4,6 +4,7 @@
 #include "common/ui/Events.h"
 #include "common/ui/Messages.h"
 #include "common/ui/WaitPointer.h"
+#include "common/ui/WrongField.h"
 #include "setup/TotallingPeriod.h"
 #include "ui_frmTLYRPeriod.h"
 
@@ -54,7 +55,7 @@ bool frmTLYRPeriod::checkDate(QLineEdit* box) {
     if (Dates::isDate(box->text()))
         return true;
     box->setFocus();
-    DateBinding::markWrong(box);
+    markWrong(box);
     Messages::show(this, QStringLiteral("Illegal date. Use the format MM/DD/YYYY"),
                    QMessageBox::NoIcon);
     WaitPointer::hide();

@@ -1,6 +1,7 @@
 #include "common/ui/DateBinding.h"
 
 #include "common/ui/Events.h"
+#include "common/ui/WrongField.h"
 
 #include <QIcon>
 #include <QPainter>
@@ -77,10 +78,6 @@ void DateBinding::pick(QLineEdit* box) const {
     if (m_datePicker.property(QStringLiteral("WasPicked")).toBoolean())
         box->setText(
             Dates::format(monthView.property(QStringLiteral("Value")).toDate(), shownForm));
-}
-
-void DateBinding::markWrong(QLineEdit* box) {
-    box->setStyleSheet(QStringLiteral("QLineEdit { background-color: #ff0000; }"));
 }
 
 bool DateBinding::eventFilter(QObject* watched, QEvent* event) {

@@ -27,9 +27,6 @@ public:
     // was picked. Raises what the host's form raises.
     void pick(QLineEdit* box) const;
 
-    // Paints the box in the light red of a field that needs correcting.
-    static void markWrong(QLineEdit* box);
-
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -8,8 +8,15 @@
 namespace tallyroom {
 
 void FormWindow::showModally() {
-    Form_Load();
+    ensureLoaded();
     exec();
+}
+
+void FormWindow::ensureLoaded() {
+    if (m_loaded)
+        return;
+    Form_Load();
+    m_loaded = true;
 }
 
 void FormWindow::Form_Activate() {

@@ -10,8 +10,8 @@ class FormWindow : public QDialog {
     Q_OBJECT
 
 public:
-    // Loads the window and shows it until it is closed. What fails while loading is thrown to the
-    // caller, and nothing is shown.
+    // Loads the window, unless that has been done, and shows it until it is closed. What fails
+    // while loading is thrown to the caller, and nothing is shown.
     void showModally();
 
 protected:
@@ -21,7 +21,13 @@ protected:
     // The window was shown or came to the front. Restores the default pointer.
     virtual void Form_Activate();
 
+    // Loads the window before it is first used, for operations that come before it is shown.
+    void ensureLoaded();
+
     bool event(QEvent* event) override;
+
+private:
+    bool m_loaded = false;
 };
 
 } // namespace tallyroom

@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QPushButton>
+#include <QTest>
 #include <algorithm>
 
 namespace tallyroom {
@@ -84,7 +85,7 @@ void DialogScript::start(QWidget& window) {
     QMetaObject::invokeMethod(
         &window,
         [this, action, target] {
-            if (target)
+            if (target && QTest::qWaitForWindowActive(target) && target)
                 action(*target);
             m_sinceProgress.restart();
         },

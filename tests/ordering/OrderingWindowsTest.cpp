@@ -1,0 +1,230 @@
+#include "ordering/Orderings.h"
+#include "ordering/SettingsText.h"
+#include "ordering/frmTLYROrderList.h"
+#include "ordering/frmTLYROrders.h"
+#include "tests/support/DataFolder.h"
+#include "tests/support/DialogScript.h"
+#include "tests/support/FakeHost.h"
+#include "tests/support/Printing.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTest>
+
+using namespace tallyroom;
+
+namespace {
+
+class OrderingWindowsTest : public testing::Test {
+protected:
+    void edit(const DialogScript::Action& use, const QString& descr = {}) {
+        const HostContext context = host.context(folder.path());
+        frmTLYROrders window(context);
+        if (!descr.isNull())
+            window.Load(descr);
+        script.expectWindow(QStringLiteral("frmTLYROrders"), use);
+        window.showModally();
+    }
+    void list(const DialogScript::Action& use) {
+        const HostContext context = host.context(folder.path());
+        frmTLYROrderList window(context);
+        script.expectWindow(QStringLiteral("frmTLYROrderList"), use);
+        window.showModally();
+    }
+    void store(const QString& descr, const QString& details) const {
+        Orderings::add(folder.path(), {descr, details});
+    }
+    static QListWidget& elements(QWidget& window) {
+        return child<QListWidget>(window, QStringLiteral("List1"));
+    }
+    static QStringList texts(QWidget& window) {
+        QStringList result;
+        for (int row = 0; row < elements(window).count(); ++row)
+            result.append(elements(window).item(row)->text());
+        return result;
+    }
+    static QString summary(QWidget& window) {
+        return child<QLabel>(window, QStringLiteral("Label1")).text();
+    }
+    static void describe(QWidget& window, const QString& text) {
+        child<QLineEdit>(window, QStringLiteral("Text2")).setText(text);
+    }
+
+    const QString up = QStringLiteral("SSCommand1");
+    const QString down = QStringLiteral("SSCommand2");
+    const QString save = QStringLiteral("Command1");
+    DataFolder folder;
+    FakeHost host;
+    DialogScript script;
+};
+
+TEST_F(OrderingWindowsTest, ANewOrderingIsStoredInExactlyItsForm) {
+    edit([&](QWidget& window) {
+        describe(window, QStringLiteral("By code"));
+        elements(window).item(0)->setCheckState(Qt::Checked);
+        clickButton(window, save);
+    });
+    const QStringList names = {QStringLiteral("Employee Code"),
+                               QStringLiteral("Employee Name"),
+                               QStringLiteral("Home Department"),
+                               QStringLiteral("Position"),
+                               QStringLiteral("Seniority Date"),
+                               QStringLiteral("Seniority Number"),
+                               QStringLiteral("1.5"),
+                               QStringLiteral("2.0"),
+                               QStringLiteral("Worked Overtime"),
+                               QStringLiteral("Accepted 1.5"),
+                               QStringLiteral("Accepted 2.0"),
+                               QStringLiteral("Declined 1.5"),
+                               QStringLiteral("Declined 2.0"),
+                               QStringLiteral("Accepted Overtime"),
+                               QStringLiteral("Declined Overtime"),
+                               QStringLiteral("Total Overtime")};
+    QStringList pairs;
+    QStringList positions;
+    for (int n = 0; n < names.size(); ++n) {
+        pairs +=
+            {names[n] + (n == 0 ? QStringLiteral("_State=True") : QStringLiteral("_State=False")),
+             QStringLiteral("%1_Order=%2").arg(names[n]).arg(n),
+             names[n] + QStringLiteral("_Direction=0")};
+        positions.append(QStringLiteral("Index%1=%2").arg(n).arg(names[n]));
+    }
+    const auto stored = Orderings::read(folder.path(), QStringLiteral("By code"));
+    ASSERT_TRUE(stored);
+    EXPECT_EQ(stored->details, (pairs + positions).join(u'|'));
+}
+
+TEST_F(OrderingWindowsTest, MovingAndChoosingByKeyboardAloneRoundTrips) {
+    edit([&](QWidget& window) {
+        QListWidget& shown = elements(window);
+        describe(window, QStringLiteral("Mine"));
+        shown.setFocus();
+        shown.setCurrentRow(4);
+        QTest::keyClick(&shown, Qt::Key_Space);
+        EXPECT_EQ(summary(window), QStringLiteral("Seniority Date (Asc)"));
+        auto& direction = child<QComboBox>(window, QStringLiteral("Combo1"));
+        QTest::keyClick(&direction, Qt::Key_Down);
+        shown.setCurrentRow(15);
+        EXPECT_EQ(direction.currentIndex(), 0) << "the direction belongs to the element";
+        QTest::keyClick(&shown, Qt::Key_Space);
+        for (int n = 0; n < 14; ++n)
+            QTest::keyClick(&window, Qt::Key_Up, Qt::AltModifier);
+        EXPECT_EQ(shown.currentRow(), 1);
+        EXPECT_EQ(summary(window), QStringLiteral("Total Overtime (Asc) / Seniority Date (Desc)"));
+        clickButton(window, up);
+        clickButton(window, up);
+        EXPECT_EQ(shown.currentRow(), 0) << "the first stays where it is";
+        shown.setCurrentRow(15);
+        clickButton(window, down);
+        EXPECT_EQ(shown.currentRow(), 15);
+        clickButton(window, save);
+    });
+    edit(
+        [&](QWidget& window) {
+            EXPECT_FALSE(child<QLineEdit>(window, QStringLiteral("Text2")).isEnabled());
+            EXPECT_EQ(texts(window).mid(0, 2), QStringList({QStringLiteral("Total Overtime"),
+                                                            QStringLiteral("Employee Code")}));
+            EXPECT_EQ(summary(window),
+                      QStringLiteral("Total Overtime (Asc) / Seniority Date (Desc)"));
+            clickButton(window, save);
+        },
+        QStringLiteral("Mine"));
+    const QString details = Orderings::read(folder.path(), QStringLiteral("Mine"))->details;
+    EXPECT_EQ(GetTagValue(details, QStringLiteral("Index0")), QStringLiteral("Total Overtime"));
+    EXPECT_EQ(GetTagValue(details, QStringLiteral("Seniority Date_direction")),
+              QStringLiteral("1"));
+}
+
+TEST_F(OrderingWindowsTest, SavingIsRefusedWithItsReason) {
+    store(QStringLiteral("Taken"), QString());
+    edit([&](QWidget& window) {
+        const auto refused = [&](const QString& message) {
+            script.expectBox(message, QMessageBox::Ok, QMessageBox::Critical);
+            clickButton(window, save);
+        };
+        describe(window, QStringLiteral("   "));
+        refused(QStringLiteral("A description is required for this user-defined ordering."));
+        EXPECT_EQ(window.focusWidget()->objectName(), QStringLiteral("Text2"));
+        EXPECT_FALSE(child<QLineEdit>(window, QStringLiteral("Text2")).styleSheet().isEmpty());
+        describe(window, QStringLiteral(" taken "));
+        refused(QStringLiteral("You have not selected any elements."));
+        elements(window).item(3)->setCheckState(Qt::Checked);
+        refused(QStringLiteral("Duplicate description. Please enter a unique description for this "
+                               "user-defined ordering."));
+        describe(window, QStringLiteral("Bob's"));
+        script.expectBox(QStringLiteral("Run-time error '3077':\n\nSyntax error (missing operator) "
+                                        "in expression."),
+                         QMessageBox::Ok, QMessageBox::Critical);
+        clickButton(window, save);
+        clickButton(window, QStringLiteral("Command2"));
+    });
+    EXPECT_EQ(Orderings::readAll(folder.path()).size(), 1U);
+}
+
+TEST_F(OrderingWindowsTest, AnOrderingThatWentAwayMeanwhileIsNotSaved) {
+    store(QStringLiteral("Short"), QStringLiteral("Index0=Position|Position_State=True"));
+    edit(
+        [&](QWidget& window) {
+            Orderings::remove(folder.path(), QStringLiteral("Short"));
+            script.expectBox(QStringLiteral("Error trying to locate record for update."),
+                             QMessageBox::Ok, QMessageBox::Critical);
+            clickButton(window, save);
+            clickButton(window, QStringLiteral("Command2"));
+        },
+        QStringLiteral("Short"));
+    script.expectBox(QStringLiteral("Could not load user-defined ordering [Short]"));
+    edit([&](QWidget& window) { clickButton(window, QStringLiteral("Command2")); },
+         QStringLiteral("Short"));
+}
+
+TEST_F(OrderingWindowsTest, DamagedTextsLoadWhatCanBeRead) {
+    store(QStringLiteral("Partly"),
+          QStringLiteral("Position_State=maybe|Position_Direction=down|Index0=Position|"
+                         "Index1=Shoe Size|Shoe Size_State=True|Index3=1.5"));
+    edit(
+        [&](QWidget& window) {
+            EXPECT_EQ(texts(window).size(), 17);
+            EXPECT_EQ(texts(window).mid(15),
+                      QStringList({QStringLiteral("Position"), QStringLiteral("Shoe Size")}));
+            elements(window).setCurrentRow(15);
+            EXPECT_EQ(summary(window), QStringLiteral("Shoe Size (Asc)"));
+            clickButton(window, QStringLiteral("Command2"));
+        },
+        QStringLiteral("Partly"));
+}
+
+TEST_F(OrderingWindowsTest, TheListAddsEditsAndDeletes) {
+    list([&](QWidget& window) {
+        for (const char16_t* command : {u"Command2", u"Command3"})
+            clickButton(window, QString::fromUtf16(command)); // nothing selected: nothing happens
+        script.expectWindow(QStringLiteral("frmTLYROrders"), [&](QWidget& editor) {
+            describe(editor, QStringLiteral("New"));
+            elements(editor).item(2)->setCheckState(Qt::Checked);
+            clickButton(editor, save);
+        });
+        clickButton(window, QStringLiteral("Command1"));
+        EXPECT_EQ(texts(window), QStringList(QStringLiteral("New")));
+        elements(window).setCurrentRow(0);
+        script.expectWindow(QStringLiteral("frmTLYROrders"), [&](QWidget& editor) {
+            EXPECT_EQ(summary(editor), QStringLiteral("Home Department (Asc)"));
+            clickButton(editor, QStringLiteral("Command2"));
+        });
+        QWidget* viewport = elements(window).viewport();
+        const QPoint first = elements(window).visualItemRect(elements(window).item(0)).center();
+        QTest::mouseClick(viewport, Qt::LeftButton, {}, first);
+        QTest::mouseDClick(viewport, Qt::LeftButton, {}, first);
+        const QString question =
+            QStringLiteral("Do you really want to delete this user-defined ordering?");
+        for (const auto press : {QMessageBox::No, QMessageBox::Yes}) {
+            script.expectBox(question, press, QMessageBox::Question);
+            clickButton(window, QStringLiteral("Command3"));
+            EXPECT_EQ(texts(window).size(), press == QMessageBox::No ? 1 : 0);
+        }
+        clickButton(window, QStringLiteral("Command4"));
+    });
+    EXPECT_TRUE(Orderings::readAll(folder.path()).empty());
+}
+
+} // namespace
