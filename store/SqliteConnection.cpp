@@ -85,12 +85,12 @@ void SqliteConnection::run(const QString& native) {
 }
 
 std::shared_ptr<SQLite::Statement> SqliteConnection::prepare(const QString& native) {
-    if (const auto known = m_statements.value(native))
+    if (auto known = m_statements.value(native))
         return known;
     if (m_statements.size() >= maximumStatements)
         m_statements.clear();
     try {
-        const auto statement =
+        auto statement =
             std::make_shared<SQLite::Statement>(m_database, native.toUtf8().constData());
         if (native.size() <= maximumKeptLength)
             m_statements.insert(native, statement);

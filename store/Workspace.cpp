@@ -46,7 +46,7 @@ RunError workspaceError(int number, const QString& path) {
 } // namespace
 
 QString resolveFolder(const QString& path) {
-    const QString folder = findFolder(withSlashes(path));
+    QString folder = findFolder(withSlashes(path));
     if (folder.isEmpty())
         throw workspaceError(ErrorNumber::invalidPath, path);
     return folder;
@@ -60,14 +60,14 @@ QString resolveFile(const QString& path) {
         throw workspaceError(ErrorNumber::invalidPath, path);
     const QString name = native.mid(slash + 1);
     const QString entry = name.isEmpty() ? QString() : findEntry(QDir(folder), name, QDir::Files);
-    const QString file = QDir(folder).filePath(entry);
+    QString file = QDir(folder).filePath(entry);
     if (entry.isEmpty() || !QFileInfo(file).isFile())
         throw workspaceError(ErrorNumber::fileNotFound, path);
     return file;
 }
 
 std::shared_ptr<Database> openDatabase(const QString& path) {
-    const QString file = resolveFile(path);
+    QString file = resolveFile(path);
     // The engine would take an empty file for a new database. Nothing here may open the file
     // itself: closing it again would end the locks that other connections of the process hold on
     // it.

@@ -2,14 +2,6 @@
 
 namespace tallyroom::sql {
 
-int CatalogTable::indexOf(const QString& column) const {
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        if (columns[i].name.compare(column, Qt::CaseInsensitive) == 0)
-            return static_cast<int>(i);
-    }
-    return -1;
-}
-
 TableScope::TableScope(BoundSource source, QString name, Scope* outer)
     : m_source(std::move(source)), m_name(std::move(name)), m_outer(outer) {}
 
