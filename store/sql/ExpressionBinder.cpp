@@ -50,6 +50,12 @@ BoundPtr bindFunction(const Function& function, std::vector<BoundPtr> arguments)
     return applyNode(function.operation, type, std::move(arguments), width);
 }
 
+BoundPtr bothAsText(Operation operation, ValueType result, const std::vector<BoundPtr>& operands) {
+    return applyNode(
+        operation, result,
+        {convert(operands[0], ValueType::Text), convert(operands[1], ValueType::Text)});
+}
+
 // Functions without arguments may be called without parentheses.
 const Function* findBareFunction(const Expression& name) {
     bool known = false;
@@ -123,16 +129,14 @@ BoundPtr ExpressionBinder::bindApply(const Expression& apply) {
     case Operation::Between:
         return between(operands[0], operands[1], operands[2]);
     case Operation::Like:
-        return applyNode(
-            Operation::Like, ValueType::Boolean,
-            {convert(operands[0], ValueType::Text), convert(operands[1], ValueType::Text)});
+        return bothAsText(Operation::Like, ValueType::Boolean, operands);
     case Operation::IsNull:
     case Operation::IsNotNull:
         return applyNode(apply.operation, ValueType::Boolean, operands);
     case Operation::Negate:
-        return bindNegate(operands[0]);
+        return negative(operands[0]);
     case Operation::Concat:
-        return bindConcat(operands[0], operands[1]);
+        return bothAsText(Operation::Concat, ValueType::Text, operands);
     case Operation::Add:
     case Operation::Subtract:
     case Operation::Multiply:
@@ -142,17 +146,6 @@ BoundPtr ExpressionBinder::bindApply(const Expression& apply) {
     default:
         return compare(apply.operation, operands[0], operands[1]);
     }
-}
-
-BoundPtr ExpressionBinder::bindConcat(const BoundPtr& left, const BoundPtr& right) const {
-    return applyNode(Operation::Concat, ValueType::Text,
-                     {convert(left, ValueType::Text), convert(right, ValueType::Text)});
-}
-
-BoundPtr ExpressionBinder::bindNegate(const BoundPtr& operand) const {
-    if (operand->kind == BoundKind::Literal && operand->type == ValueType::Double)
-        return literalNode(Variant(-operand->value.toDouble()));
-    return arithmetic(Operation::Subtract, literalNode(Variant(0)), operand);
 }
 
 BoundPtr ExpressionBinder::bindCall(const Expression& call) {

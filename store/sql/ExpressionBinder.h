@@ -30,8 +30,6 @@ public:
 private:
     BoundPtr bindName(const Expression& name);
     BoundPtr bindApply(const Expression& apply);
-    BoundPtr bindConcat(const BoundPtr& left, const BoundPtr& right) const;
-    BoundPtr bindNegate(const BoundPtr& operand) const;
     BoundPtr bindCall(const Expression& call);
     BoundPtr bindSubquery(const Expression& subquery);
     std::shared_ptr<const BoundSelect> bindSelect(const SelectStatement& select);

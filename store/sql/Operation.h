@@ -23,13 +23,13 @@ enum class Operation {
     Like,
     IsNull,
     IsNotNull,
-    Negate, // turned into a subtraction when it is bound
     // Arithmetic and text.
     Add,
     Subtract,
     Multiply,
     Divide,
     Modulo,
+    Negate,
     Join,   // as "+" does for texts: Null when either is
     Concat, // as "&" does: Null only when both are
     // Functions.

@@ -239,6 +239,12 @@ BoundPtr logical(Operation operation, std::vector<BoundPtr> operands) {
     return applyNode(operation, ValueType::Boolean, std::move(operands));
 }
 
+BoundPtr negative(BoundPtr value) {
+    BoundPtr number = toNumber(std::move(value));
+    const ValueType type = number->type == ValueType::Double ? ValueType::Double : ValueType::Long;
+    return applyNode(Operation::Negate, type, {std::move(number)});
+}
+
 BoundPtr arithmetic(Operation operation, BoundPtr left, BoundPtr right) {
     if (operation == Operation::Add && left->type == ValueType::Text &&
         right->type == ValueType::Text)

@@ -29,6 +29,7 @@ BoundPtr inSelect(const BoundPtr& value, std::shared_ptr<const BoundSelect> sele
 // A value that is tested for being true, as the operands of And and Or are.
 BoundPtr logicalOperand(BoundPtr value);
 BoundPtr logical(Operation operation, std::vector<BoundPtr> operands);
+BoundPtr negative(BoundPtr value);
 BoundPtr arithmetic(Operation operation, BoundPtr left, BoundPtr right);
 
 // A text as it takes part in comparing, grouping and sorting; other values are left alone.
