@@ -11,8 +11,9 @@ namespace tallyroom {
 
 namespace {
 
-constexpr Qt::Alignment qtAlignment(CellAlignment alignment) {
-    return Qt::AlignVCenter | (alignment == CellAlignment::Right ? Qt::AlignRight : Qt::AlignLeft);
+QVariant qtAlignment(CellAlignment alignment) {
+    return static_cast<int>(Qt::AlignVCenter |
+                            (alignment == CellAlignment::Right ? Qt::AlignRight : Qt::AlignLeft));
 }
 
 } // namespace
@@ -29,8 +30,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole)
         return m_rows[static_cast<std::size_t>(index.row()) + 1].value(index.column());
     if (role == Qt::TextAlignmentRole)
-        return QVariant::fromValue(
-            qtAlignment(m_alignments[static_cast<std::size_t>(index.column())]));
+        return qtAlignment(m_alignments[static_cast<std::size_t>(index.column())]);
     return {};
 }
 
@@ -40,7 +40,7 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
     if (role == Qt::DisplayRole)
         return m_rows.front().value(section);
     if (role == Qt::TextAlignmentRole)
-        return QVariant::fromValue(qtAlignment(CellAlignment::Left));
+        return qtAlignment(CellAlignment::Left);
     return {};
 }
 

@@ -1,0 +1,108 @@
+// The built module, through its entry points only.
+#include "common/Objects.h"
+#include "tests/support/DataFolder.h"
+#include "tests/support/DialogScript.h"
+#include "tests/support/FakeHost.h"
+#include "tests/support/Printing.h"
+
+#include <QProcess>
+#include <dlfcn.h>
+
+using namespace tallyroom;
+
+namespace {
+
+class ModuleTest : public testing::Test {
+protected:
+    void SetUp() override {
+        module = dlopen(TALLYROOM_MODULE, RTLD_NOW | RTLD_LOCAL);
+        ASSERT_TRUE(module) << dlerror();
+        getClassObject =
+            reinterpret_cast<DllGetClassObjectFunction*>(dlsym(module, "DllGetClassObject"));
+        canUnload = reinterpret_cast<DllCanUnloadNowFunction*>(dlsym(module, "DllCanUnloadNow"));
+        ASSERT_TRUE(getClassObject && canUnload);
+    }
+    void TearDown() override {
+        EXPECT_EQ(canUnload(), statusOk) << "something of the module is still alive";
+        dlclose(module);
+    }
+
+    Counted<IClassFactory> factory() const {
+        void* object = nullptr;
+        EXPECT_EQ(getClassObject(&classTLYR, &interfaceClassFactory, &object), statusOk);
+        return Counted<IClassFactory>::adopt(static_cast<IClassFactory*>(object));
+    }
+    ObjectRef create() const {
+        IObject* object = nullptr;
+        EXPECT_EQ(factory()->createInstance(&object), statusOk);
+        return ObjectRef(Counted<IObject>::adopt(object));
+    }
+
+    void* module = nullptr;
+    DllGetClassObjectFunction* getClassObject = nullptr;
+    DllCanUnloadNowFunction* canUnload = nullptr;
+};
+
+TEST_F(ModuleTest, ExportsItsFourEntryPointsAndNothingElse) {
+    QProcess nm;
+    nm.start(QStringLiteral("nm"),
+             {QStringLiteral("-D"), QStringLiteral("--defined-only"),
+              QStringLiteral("--format=just-symbols"), QStringLiteral(TALLYROOM_MODULE)});
+    ASSERT_TRUE(nm.waitForFinished());
+    EXPECT_EQ(
+        QString::fromUtf8(nm.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts),
+        QStringList({QStringLiteral("DllCanUnloadNow"), QStringLiteral("DllGetClassObject"),
+                     QStringLiteral("DllRegisterServer"), QStringLiteral("DllUnregisterServer")}));
+}
+
+TEST_F(ModuleTest, RefusesWhatItDoesNotHave) {
+    void* object = this;
+    const Guid other{1, 2, 3, {}};
+    EXPECT_EQ(getClassObject(&other, &interfaceClassFactory, &object), statusClassNotAvailable);
+    EXPECT_EQ(object, nullptr);
+    EXPECT_EQ(getClassObject(&classTLYR, &other, &object), statusNoInterface);
+    EXPECT_EQ(getClassObject(nullptr, &interfaceClassFactory, &object), statusPointer);
+    EXPECT_EQ(getClassObject(&classTLYR, &interfaceClassFactory, nullptr), statusPointer);
+    EXPECT_EQ(factory()->createInstance(nullptr), statusPointer);
+}
+
+TEST_F(ModuleTest, SaysNoToUnloadingWhileAnythingIsAlive) {
+    {
+        const ObjectRef object = create();
+        EXPECT_EQ(canUnload(), statusFalse);
+        EXPECT_EQ(errorNumberOf([&] { object.call(QStringLiteral("Nonsense")); }), 438);
+    }
+    EXPECT_EQ(canUnload(), statusOk);
+    EXPECT_EQ(factory()->lockServer(true), statusOk);
+    EXPECT_EQ(canUnload(), statusFalse);
+    EXPECT_EQ(factory()->lockServer(false), statusOk);
+    EXPECT_EQ(factory()->lockServer(false), statusFail);
+}
+
+// The host context of the module keeps the host's objects; a second call lets them go.
+TEST_F(ModuleTest, OpensTheBoardForAHost) {
+    const DataFolder folder;
+    folder.addHost(2);
+    folder.associateAll();
+    FakeHost host;
+    DialogScript script;
+    script.expectWindow(QStringLiteral("Tallyroom"),
+                        [](QWidget& board) { clickButton(board, QStringLiteral("Command1")); });
+    const HostContext given = host.context(folder.path());
+    const ObjectRef entry = create();
+    const VariantArray values{{Variant(given.DataPath), Variant(given.BucketForm),
+                               Variant(given.DatePickerForm), Variant(given.HostMenuForm),
+                               Variant(given.SplashPicture), Variant(u"Ann")},
+                              0,
+                              1};
+    entry.call(QStringLiteral("TLYRShow"), {Variant(values)});
+    const VariantArray nothing{{Variant(u""), Variant(ObjectRef()), Variant(ObjectRef()),
+                                Variant(ObjectRef()), Variant(ObjectRef())},
+                               1,
+                               1};
+    script.expectBox(QStringLiteral("Run-time error '3024':\n\nCould not find file '\\bcx.mdb'."),
+                     QMessageBox::Ok, QMessageBox::Critical);
+    entry.call(QStringLiteral("TLYRShow"), {Variant(nothing)});
+}
+
+} // namespace
