@@ -1,4 +1,4 @@
-#include "StoreFixture.h"
+#include "tests/store/StoreFixture.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 

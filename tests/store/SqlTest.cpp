@@ -1,5 +1,5 @@
 // What statement files cannot hold: long lists, hostile texts, the engine's plan.
-#include "StoreFixture.h"
+#include "tests/store/StoreFixture.h"
 
 #include "store/LikePattern.h"
 #include "store/SqliteDatabase.h"

@@ -1,6 +1,6 @@
-#include "StatementFile.h"
+#include "tests/store/StatementFile.h"
 
-#include "StoreFixture.h"
+#include "tests/store/StoreFixture.h"
 
 #include <QFile>
 

@@ -1,4 +1,4 @@
-#include "StatementFile.h"
+#include "tests/store/StatementFile.h"
 
 #include <QDir>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "StoreFixture.h"
+#include "tests/store/StoreFixture.h"
 
 #include "store/Schema.h"
 #include "store/Workspace.h"
