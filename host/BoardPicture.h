@@ -1,0 +1,46 @@
+// Prints and photographs the board as soon as it is up, and closes it.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+#include <QWidget>
+
+class QTableView;
+
+namespace tallyroom::host {
+
+// A table as aligned lines of text, heading first; each line ends with a line break.
+QString tableText(const QTableView& table);
+
+// Watches while the add-in's own event loop runs. When another window stands in the board's way,
+// what it says goes to standard error, its picture is saved, and the process ends with that exit
+// code at once: nobody is there to answer it.
+class BoardPicture : public QObject {
+    Q_OBJECT
+
+public:
+    static constexpr int exitUnexpectedWindow = 3;
+
+    explicit BoardPicture(const QString& file);
+
+    bool isTaken() const { return m_isTaken; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void poll();
+    void take(QWidget& board);
+    bool save(QWidget& window) const;
+    [[noreturn]] void giveUp(QWidget* window, const QString& reason) const;
+
+    QString m_file;
+    QTimer m_timer;
+    QElapsedTimer m_waiting;
+    QPointer<QWidget> m_board; // painted at least once
+    bool m_isTaken = false;
+};
+
+} // namespace tallyroom::host

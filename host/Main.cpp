@@ -1,0 +1,114 @@
+// The stand-in host's entry point.
+#include "common/RunError.h"
+#include "host/BoardPicture.h"
+#include "host/Host.h"
+#include "host/HostMessages.h"
+#include "host/Options.h"
+#include "host/demo/DemoData.h"
+
+#include <QApplication>
+#include <QTextStream>
+#include <SQLiteCpp/Exception.h>
+
+using namespace tallyroom;
+using namespace tallyroom::host;
+
+namespace {
+
+constexpr int exitSuccess = 0;
+constexpr int exitFailure = 1;
+constexpr int exitUsage = 2;
+
+void printError(const QString& text) {
+    QTextStream(stderr) << QStringLiteral("brightclock: ") << text << '\n';
+}
+
+int showHelp(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    QTextStream(stdout) << helpText();
+    return exitSuccess;
+}
+
+void printProgress(int done, int total) {
+    QTextStream(stderr) << QStringLiteral("\r%1 of %2 employees ").arg(done).arg(total);
+}
+
+int createData(const DemoSettings& settings) {
+    constexpr qint64 largeRows = 500000;
+    const bool isLarge = qint64(settings.employees) * settings.days > largeRows;
+    try {
+        createDemoData(
+            settings, isLarge ? printProgress : [](int, int) {});
+        if (isLarge)
+            QTextStream(stderr) << '\n';
+        return exitSuccess;
+    } catch (const RunError& error) {
+        printError(error.description());
+    } catch (const SQLite::Exception& error) {
+        printError(QStringLiteral("The data could not be written: ") +
+                   QString::fromUtf8(error.what()));
+    }
+    return exitFailure;
+}
+
+int runBoard(const Options& options) {
+    if (options.pictureFile.isEmpty()) {
+        Host(options).openBoard();
+        return exitSuccess;
+    }
+    const BoardPicture picture(options.pictureFile);
+    Host(options).openBoard();
+    if (picture.isTaken())
+        return exitSuccess;
+    printError(QStringLiteral("The board was not shown."));
+    return exitFailure;
+}
+
+int runWindow(const Options& options) {
+    Host host(options);
+    host.showMenu();
+    return QApplication::exec();
+}
+
+int run(const Options& options, int argc, char** argv) {
+    if (!options.pictureFile.isEmpty())
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Brightclock"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    try {
+        return options.isScripted() ? runBoard(options) : runWindow(options);
+    } catch (const RunError& error) {
+        if (options.isScripted())
+            printError(QStringLiteral("error %1: %2").arg(error.number()).arg(error.description()));
+        else
+            showError(error, nullptr);
+        return exitFailure;
+    }
+}
+
+QStringList argumentTexts(int argc, char** argv) {
+    QStringList texts;
+    for (int at = 0; at < argc; ++at)
+        texts << QString::fromLocal8Bit(argv[at]);
+    return texts;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const OptionsResult parsed = parseOptions(argumentTexts(argc, argv));
+    if (!parsed.options) {
+        printError(parsed.error + QStringLiteral(" Try --help."));
+        return exitUsage;
+    }
+    switch (parsed.options->command) {
+    case Command::ShowHelp:
+        return showHelp(argc, argv);
+    case Command::CreateData:
+        return createData(parsed.options->demo);
+    case Command::Run:
+        break;
+    }
+    return run(*parsed.options, argc, argv);
+}

@@ -1,0 +1,39 @@
+// The host's command line.
+#pragma once
+
+#include "host/demo/DemoSettings.h"
+
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+namespace tallyroom::host {
+
+enum class Command { ShowHelp, CreateData, Run };
+
+struct Options {
+    Command command = Command::Run;
+    DemoSettings demo;                    // CreateData
+    QString dataFolder;                   // Run; absolute
+    QString user;                         // empty when the host has no users
+    std::optional<QStringList> selection; // employee codes; without them everybody
+    bool openBoard = false;               // open the board at once and end with it
+    QString pictureFile;                  // save a picture of the board there, without a display
+    QString moduleFile;                   // the add-in's module; empty to look in the usual places
+
+    // Nobody is expected to be at the screen, so errors go to standard error.
+    bool isScripted() const { return openBoard; }
+};
+
+struct OptionsResult {
+    std::optional<Options> options;
+    QString error; // why there are none
+};
+
+// Reads the arguments, the first of which names the program.
+OptionsResult parseOptions(const QStringList& arguments);
+
+// The text of --help. Needs an application object.
+QString helpText();
+
+} // namespace tallyroom::host

@@ -1,0 +1,62 @@
+#include "host/demo/DemoData.h"
+
+#include "common/RunError.h"
+#include "host/demo/DemoHistory.h"
+#include "host/demo/DemoSetup.h"
+#include "host/demo/TableLoader.h"
+#include "store/Schema.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+namespace tallyroom::host {
+
+namespace {
+
+void requireFree(const QString& folder) {
+    const QFileInfo info(folder);
+    const QDir::Filters everything = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
+    if (info.exists() && (!info.isDir() || !QDir(folder).isEmpty(everything)))
+        throw RunError::make(ErrorNumber::fileExists, {folder});
+}
+
+void fill(const QString& folder, const DemoSettings& settings, const DemoProgress& progress) {
+    QRandomGenerator random(settings.seed);
+    const std::vector<DemoPerson> people = makePeople(settings, random);
+    LoadedFile hostFile(QDir(folder).filePath(QStringLiteral("bcx.mdb")));
+    LoadedFile addInFile(QDir(folder).filePath(QStringLiteral("aidb01.mdb")));
+    loadPeople(hostFile.database(), people);
+    loadSchedule(hostFile.database(), people, settings);
+    loadHistory(hostFile.database(), people, settings, random,
+                [&](int done) { progress(done, settings.employees); });
+    if (!settings.firstRun) {
+        loadAnswers(hostFile.database(), addInFile.database(), people, settings, random);
+        loadSetup(addInFile.database(), settings);
+    }
+    hostFile.commit();
+    addInFile.commit();
+}
+
+} // namespace
+
+void createDemoData(const DemoSettings& settings, const DemoProgress& progress) {
+    requireFree(settings.folder);
+    const QFileInfo target(settings.folder);
+    if (!QDir().mkpath(target.absolutePath()))
+        throw RunError::make(ErrorNumber::invalidPath, {target.absolutePath()});
+    // Made beside its place and moved there when it is complete.
+    QTemporaryDir workshop(target.absoluteFilePath() + QStringLiteral(".XXXXXX"));
+    if (!workshop.isValid())
+        throw RunError::make(ErrorNumber::invalidPath, {settings.folder});
+    const QString made = workshop.filePath(QStringLiteral("data"));
+    QDir().mkdir(made);
+    Schema::createFiles(made);
+    if (!settings.bare)
+        fill(made, settings, progress);
+    QDir().rmdir(settings.folder); // an empty one makes room, another one stays
+    if (!QDir().rename(made, settings.folder))
+        throw RunError::make(ErrorNumber::fileExists, {settings.folder});
+}
+
+} // namespace tallyroom::host

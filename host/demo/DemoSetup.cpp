@@ -1,0 +1,99 @@
+#include "host/demo/DemoSetup.h"
+
+#include "host/demo/DemoPeople.h"
+#include "host/demo/TableLoader.h"
+
+#include <QHash>
+
+namespace tallyroom::host {
+
+namespace {
+
+constexpr int periodDays = 14;
+
+struct Key {
+    const char* element;
+    bool descending = false;
+};
+
+struct Ordering {
+    const char* description;
+    std::vector<Key> keys; // most significant first
+};
+
+const QStringList& elements() {
+    static const QStringList names{QStringLiteral("Employee Code"),
+                                   QStringLiteral("Employee Name"),
+                                   QStringLiteral("Home Department"),
+                                   QStringLiteral("Position"),
+                                   QStringLiteral("Seniority Date"),
+                                   QStringLiteral("Seniority Number"),
+                                   QStringLiteral("1.5"),
+                                   QStringLiteral("2.0"),
+                                   QStringLiteral("Worked Overtime"),
+                                   QStringLiteral("Accepted 1.5"),
+                                   QStringLiteral("Accepted 2.0"),
+                                   QStringLiteral("Declined 1.5"),
+                                   QStringLiteral("Declined 2.0"),
+                                   QStringLiteral("Accepted Overtime"),
+                                   QStringLiteral("Declined Overtime"),
+                                   QStringLiteral("Total Overtime")};
+    return names;
+}
+
+// The elements in rank order: the keys, then the others as the editor lists them.
+QStringList ranked(const Ordering& ordering) {
+    QStringList order;
+    for (const Key& key : ordering.keys)
+        order << QString::fromLatin1(key.element);
+    for (const QString& element : elements()) {
+        if (!order.contains(element))
+            order << element;
+    }
+    return order;
+}
+
+// The settings text that the add-in's ordering editor writes.
+QString detailsText(const Ordering& ordering) {
+    QHash<QString, bool> descending;
+    for (const Key& key : ordering.keys)
+        descending.insert(QString::fromLatin1(key.element), key.descending);
+    const QStringList order = ranked(ordering);
+    QStringList pairs;
+    for (const QString& element : elements()) {
+        pairs << element + QStringLiteral("_State=") +
+                     (descending.contains(element) ? QStringLiteral("True")
+                                                   : QStringLiteral("False"))
+              << QStringLiteral("%1_Order=%2").arg(element).arg(order.indexOf(element))
+              << QStringLiteral("%1_Direction=%2")
+                     .arg(element)
+                     .arg(descending.value(element) ? 1 : 0);
+    }
+    for (qsizetype rank = 0; rank < order.size(); ++rank)
+        pairs << QStringLiteral("Index%1=%2").arg(rank).arg(order[rank]);
+    return pairs.join(QLatin1Char('|'));
+}
+
+const std::vector<Ordering>& orderings() {
+    static const std::vector<Ordering> all{
+        {"Department, then seniority", {{"Home Department"}, {"Seniority Date"}}},
+        {"Least total overtime first", {{"Total Overtime"}, {"Seniority Date"}}},
+        {"Most declined first", {{"Declined Overtime", true}, {"Employee Name"}}},
+        {"Seniority", {{"Seniority Date"}, {"Employee Name"}}},
+    };
+    return all;
+}
+
+} // namespace
+
+void loadSetup(SQLite::Database& database, const DemoSettings& settings) {
+    const auto codes = demoAnswerCodes();
+    TableLoader(database, u"tlyr_assoc").insert({codes[0], codes[1], codes[2], codes[3]});
+    TableLoader(database, u"tlyr_period")
+        .insert({dayText(settings.end.addDays(1 - periodDays)), dayText(settings.end)});
+    TableLoader rows(database, u"tlyr_order");
+    for (const Ordering& ordering : orderings())
+        rows.insert({ordering.description, utf8(detailsText(ordering))});
+}
+
+} // namespace tallyroom::host

@@ -1,0 +1,23 @@
+#include "host/frmDatePicker.h"
+
+#include "ui_frmDatePicker.h"
+
+namespace tallyroom::host {
+
+frmDatePicker::frmDatePicker(QDate shown, QWidget* parent)
+    : QDialog(parent), m_ui(std::make_unique<Ui::frmDatePicker>()) {
+    m_ui->setupUi(this);
+    m_ui->MonthView1->setSelectedDate(shown);
+    m_ui->MonthView1->setFocus();
+    connect(m_ui->MonthView1, &QCalendarWidget::activated, this, &QDialog::accept);
+    connect(m_ui->Buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(m_ui->Buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+}
+
+frmDatePicker::~frmDatePicker() = default;
+
+QDate frmDatePicker::day() const {
+    return m_ui->MonthView1->selectedDate();
+}
+
+} // namespace tallyroom::host

@@ -1,0 +1,94 @@
+#include "host/frmMenu.h"
+
+#include "common/RunError.h"
+#include "host/HostMessages.h"
+#include "host/screens/frmOvertime.h"
+#include "host/screens/frmSchedule.h"
+#include "host/screens/frmTransactions.h"
+#include "ui_frmMenu.h"
+
+#include <QApplication>
+#include <QPainter>
+
+namespace tallyroom::host {
+
+frmMenu::frmMenu(std::shared_ptr<Database> database, const HostData& hostData, const QImage& splash)
+    : m_ui(std::make_unique<Ui::frmMenu>()), m_database(std::move(database)), m_data(hostData),
+      m_splash(QPixmap::fromImage(splash)) {
+    m_ui->setupUi(this);
+    connectMenus();
+}
+
+frmMenu::~frmMenu() = default;
+
+void frmMenu::describe(const QString& dataFolder, const QString& user) {
+    m_ui->DataFolder->setText(dataFolder);
+    m_ui->statusbar->showMessage(QStringLiteral("%1 employees     User: %2")
+                                     .arg(m_data.employees.size())
+                                     .arg(user.isEmpty() ? QStringLiteral("(none)") : user));
+}
+
+void frmMenu::connectMenus() {
+    const auto connectHandler = [this](QAction* action, void (frmMenu::*handler)()) {
+        connect(action, &QAction::triggered, this,
+                [this, handler] { runCommand(this, [this, handler] { (this->*handler)(); }); });
+    };
+    connectHandler(m_ui->ttedit, &frmMenu::ttedit_click);
+    connectHandler(m_ui->mnupms, &frmMenu::mnupms_click);
+    connectHandler(m_ui->mnuchangesched, &frmMenu::mnuchangesched_click);
+    connectHandler(m_ui->mnuemployeesch, &frmMenu::mnuemployeesch_click);
+    connectHandler(m_ui->mnu_ot_anal, &frmMenu::mnu_ot_anal_click);
+    connect(m_ui->mnuTallyroom, &QAction::triggered, this, &frmMenu::boardRequested);
+    connect(m_ui->mnuExit, &QAction::triggered, this, &QWidget::close);
+}
+
+void frmMenu::ttedit_click() {
+    frmTransactions(*m_database, m_data, QApplication::activeWindow()).exec();
+}
+
+void frmMenu::mnupms_click() {
+    frmSchedule(*m_database, m_data, ScheduleSpan::Day, QApplication::activeWindow()).exec();
+}
+
+void frmMenu::mnuchangesched_click() {
+    frmSchedule(*m_database, m_data, ScheduleSpan::Week, QApplication::activeWindow()).exec();
+}
+
+void frmMenu::mnuemployeesch_click() {
+    frmSchedule(*m_database, m_data, ScheduleSpan::Month, QApplication::activeWindow()).exec();
+}
+
+void frmMenu::mnu_ot_anal_click() {
+    frmOvertime(*m_database, m_data, QApplication::activeWindow()).exec();
+}
+
+void frmMenu::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(rect(), m_splash);
+}
+
+// The window that add-ins' windows may have come from is the last one to close.
+void frmMenu::closeEvent(QCloseEvent* event) {
+    QMainWindow::closeEvent(event);
+    QCoreApplication::quit();
+}
+
+MenuObject::MenuObject(frmMenu* menu) : m_menu(menu) {
+    addHandler(QStringLiteral("ttedit_click"), &frmMenu::ttedit_click);
+    addHandler(QStringLiteral("mnupms_click"), &frmMenu::mnupms_click);
+    addHandler(QStringLiteral("mnuchangesched_click"), &frmMenu::mnuchangesched_click);
+    addHandler(QStringLiteral("mnuemployeesch_click"), &frmMenu::mnuemployeesch_click);
+    addHandler(QStringLiteral("mnu_ot_anal_click"), &frmMenu::mnu_ot_anal_click);
+}
+
+void MenuObject::addHandler(const QString& name, void (frmMenu::*handler)()) {
+    addMethod(name, [this, handler](const Arguments&) {
+        if (!m_menu)
+            throw RunError::make(ErrorNumber::objectNotSet);
+        (m_menu->*handler)();
+        return Variant();
+    });
+}
+
+} // namespace tallyroom::host

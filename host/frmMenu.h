@@ -1,0 +1,62 @@
+// The host's main window, whose menu handlers add-ins call by name.
+#pragma once
+
+#include "common/Objects.h"
+#include "host/HostData.h"
+
+#include <QImage>
+#include <QMainWindow>
+#include <QPointer>
+#include <memory>
+
+namespace Ui {
+class frmMenu;
+}
+
+namespace tallyroom::host {
+
+class frmMenu : public QMainWindow {
+    Q_OBJECT
+
+public:
+    // The data must outlive the window.
+    frmMenu(std::shared_ptr<Database> database, const HostData& hostData, const QImage& splash);
+    ~frmMenu() override;
+
+    void describe(const QString& dataFolder, const QString& user); // in the status bar
+
+    // Each opens a screen and returns when it is closed. They raise what reading the data raises.
+    void ttedit_click();         // time and attendance transactions
+    void mnupms_click();         // daily schedule
+    void mnuchangesched_click(); // weekly schedule
+    void mnuemployeesch_click(); // monthly schedule
+    void mnu_ot_anal_click();    // overtime analysis
+
+Q_SIGNALS:
+    void boardRequested();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void connectMenus();
+
+    std::unique_ptr<Ui::frmMenu> m_ui;
+    std::shared_ptr<Database> m_database;
+    const HostData& m_data;
+    QPixmap m_splash;
+};
+
+// Methods: the names of the window's menu handlers. Raises 91 once the window has gone.
+class MenuObject : public LateBoundObject {
+public:
+    explicit MenuObject(frmMenu* menu);
+
+private:
+    void addHandler(const QString& name, void (frmMenu::*handler)());
+
+    QPointer<frmMenu> m_menu;
+};
+
+} // namespace tallyroom::host

@@ -1,0 +1,13 @@
+// The rows of the time history.
+#pragma once
+
+#include "host/screens/Period.h"
+#include "host/screens/Report.h"
+
+namespace tallyroom::host {
+
+// By day, then by employee; an empty code stands for all employees.
+Report transactionReport(Database& database, const HostData& data, const QString& employeeCode,
+                         const Period& period);
+
+} // namespace tallyroom::host

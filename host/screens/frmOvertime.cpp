@@ -1,0 +1,35 @@
+#include "host/screens/frmOvertime.h"
+
+#include "host/HostMessages.h"
+#include "host/screens/OvertimeReport.h"
+#include "ui_frmOvertime.h"
+
+namespace tallyroom::host {
+
+frmOvertime::frmOvertime(Database& database, const HostData& hostData, QWidget* parent)
+    : QDialog(parent), m_ui(std::make_unique<Ui::frmOvertime>()), m_database(database),
+      m_data(hostData) {
+    m_ui->setupUi(this);
+    m_ui->Grid->setModel(&m_model);
+    const QDate last = lastRecordedDay(database, hostData);
+    m_ui->FromDate->setDate(last.addDays(-13));
+    m_ui->ToDate->setDate(last);
+    refresh();
+    const auto refreshSafely = [this] { runCommand(this, [this] { refresh(); }); };
+    connect(m_ui->ByDepartment, &QRadioButton::toggled, this, refreshSafely);
+    connect(m_ui->FromDate, &QDateEdit::dateChanged, this, refreshSafely);
+    connect(m_ui->ToDate, &QDateEdit::dateChanged, this, refreshSafely);
+    connect(m_ui->Buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+}
+
+frmOvertime::~frmOvertime() = default;
+
+void frmOvertime::refresh() {
+    const auto grouping =
+        m_ui->ByDepartment->isChecked() ? OvertimeGrouping::Department : OvertimeGrouping::Employee;
+    showReport(m_model, *m_ui->Grid,
+               overtimeReport(m_database, m_data, {m_ui->FromDate->date(), m_ui->ToDate->date()},
+                              grouping));
+}
+
+} // namespace tallyroom::host

@@ -1,0 +1,57 @@
+#include "host/screens/frmSchedule.h"
+
+#include "host/HostMessages.h"
+#include "ui_frmSchedule.h"
+
+namespace tallyroom::host {
+
+namespace {
+
+QString title(ScheduleSpan span) {
+    switch (span) {
+    case ScheduleSpan::Day:
+        return QStringLiteral("Daily Schedule");
+    case ScheduleSpan::Week:
+        return QStringLiteral("Weekly Schedule");
+    default:
+        return QStringLiteral("Monthly Schedule");
+    }
+}
+
+} // namespace
+
+frmSchedule::frmSchedule(Database& database, const HostData& hostData, ScheduleSpan span,
+                         QWidget* parent)
+    : QDialog(parent), m_ui(std::make_unique<Ui::frmSchedule>()), m_database(database),
+      m_data(hostData), m_span(span) {
+    m_ui->setupUi(this);
+    setWindowTitle(title(span));
+    m_ui->Grid->setModel(&m_model);
+    m_ui->Day->setDate(lastRecordedDay(database, hostData));
+    refresh();
+    connectControls();
+}
+
+frmSchedule::~frmSchedule() = default;
+
+void frmSchedule::connectControls() {
+    connect(m_ui->Previous, &QPushButton::clicked, this, [this] { move(-1); });
+    connect(m_ui->Next, &QPushButton::clicked, this, [this] { move(1); });
+    connect(m_ui->Day, &QDateEdit::dateChanged, this,
+            [this] { runCommand(this, [this] { refresh(); }); });
+    connect(m_ui->Buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+}
+
+void frmSchedule::move(int direction) {
+    m_ui->Day->setDate(moved(m_ui->Day->date(), m_span, direction));
+}
+
+void frmSchedule::refresh() {
+    const Period period = spanAround(m_ui->Day->date(), m_span);
+    showReport(m_model, *m_ui->Grid, scheduleReport(m_database, m_data, period));
+    m_ui->Span->setText(period.from == period.to
+                            ? period.from.toString(QStringLiteral("dddd"))
+                            : shownDay(period.from) + QStringLiteral(" to ") + shownDay(period.to));
+}
+
+} // namespace tallyroom::host
