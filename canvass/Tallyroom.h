@@ -54,6 +54,8 @@ private:
     void mnuBuckets_Click();
     void mnuDefinePeriod_Click();
     void mnuValidate_Click();
+    void mnuUndo_Click();
+    void mnuAudit_Click();
     void mnuRefresh_Click();
     void mnuTot_Click(int index);
     void mnuBreakOut_Click();

@@ -1,4 +1,6 @@
 // The main window's menus: setup, view, orderings, shortcuts into the host, and the answers.
+#include "audit/frmTLYRAudit.h"
+#include "audit/frmUndo.h"
 #include "canvass/AnswerRecording.h"
 #include "canvass/Tallyroom.h"
 #include "common/Units.h"
@@ -32,10 +34,9 @@ void Tallyroom::connectSetupMenus() {
     onTriggered(m_ui->mnuValidate, &Tallyroom::mnuValidate_Click);
     onTriggered(m_ui->mnuRefresh, &Tallyroom::mnuRefresh_Click);
     m_ui->mnuRefresh->setShortcut(QKeySequence::Refresh);
-    // These wait for the windows that they open.
-    for (QAction* action : {m_ui->mnuUndo, m_ui->mnuAudit})
-        action->setEnabled(false);
-    m_ui->Command2->setEnabled(false);
+    onTriggered(m_ui->mnuUndo, &Tallyroom::mnuUndo_Click);
+    onTriggered(m_ui->mnuAudit, &Tallyroom::mnuAudit_Click);
+    m_ui->Command2->setEnabled(false); // there is no report to print yet
 }
 
 // The platform toggles the check mark itself before it calls the handler.
@@ -104,6 +105,20 @@ void Tallyroom::mnuValidate_Click() {
     const Variant validationWindow;
     validationWindow.toObject().call(QStringLiteral("Show"), {Variant(1)});
     Canvass();
+}
+
+void Tallyroom::mnuUndo_Click() {
+    frmUndo(
+        m_context, [this] { return m_ui->mnuBreakOut->isChecked(); }, this)
+        .showModally();
+    Canvass();
+}
+
+void Tallyroom::mnuAudit_Click() {
+    frmTLYRAudit browser(
+        m_context, [this] { return m_ui->mnuBreakOut->isChecked(); }, this);
+    m_context.BucketForm.call(QStringLiteral("fillalist"), {browser.employees()});
+    browser.showModally();
 }
 
 void Tallyroom::mnuRefresh_Click() {

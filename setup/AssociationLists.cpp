@@ -1,23 +1,14 @@
 #include "setup/AssociationLists.h"
 
 #include "common/CoreFunctions.h"
+#include "common/ui/FixedPitch.h"
 #include "common/ui/Messages.h"
 #include "common/ui/WaitPointer.h"
 #include "setup/Associations.h"
 
-#include <QFontDatabase>
-
 namespace tallyroom::AssociationLists {
 
 namespace {
-
-// A fixed pitch lines the descriptions up behind the codes.
-void useFixedPitch(QComboBox* list) {
-    QFont font(QStringLiteral("Courier New"));
-    font.setStyleHint(QFont::TypeWriter);
-    font.setFixedPitch(true);
-    list->setFont(font);
-}
 
 void selectStored(const Lists& lists, const Associations::Codes& codes,
                   const QStringList& entries) {

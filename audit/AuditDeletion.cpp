@@ -1,0 +1,45 @@
+#include "audit/AuditDeletion.h"
+
+#include "common/Units.h"
+#include "store/Database.h"
+#include "store/Workspace.h"
+
+namespace tallyroom {
+
+namespace {
+
+QString historyColumn(const QString& action) {
+    if (action == QLatin1String("Accepted"))
+        return QStringLiteral("TLYRAccepted");
+    if (action == QLatin1String("Declined"))
+        return QStringLiteral("TLYRDeclined");
+    return {};
+}
+
+void execute(const QString& dataPath, const QString& file, const QString& sql) {
+    Workspace::openDatabase(dataPath + file)->execute(sql);
+}
+
+} // namespace
+
+void deleteAuditLine(const QString& dataPath, const AuditEntries::Line& line) {
+    Variant(line.value(0)).toDate(); // must read as a date, and is not used further
+    const QString code = line.value(1);
+    const QString user = line.value(3);
+    const QString day = Dates::toText(Variant(line.value(4)).toDate());
+    const QString field = historyColumn(line.value(5));
+    const QString minutes = QString::number(TimeConversion::toMinutes(line.value(6)));
+    const bool accepted = field == QLatin1String("TLYRAccepted");
+    execute(dataPath, QStringLiteral("\\bcx.mdb"),
+            QStringLiteral("Delete * from [TimeHistory] where ([thist_emp] = '") + code +
+                QStringLiteral("') and ([shift_date] = #") + day + QStringLiteral("#) and ([") +
+                field + QStringLiteral("] = ") + minutes + QStringLiteral(");"));
+    execute(dataPath, QStringLiteral("\\aidb01.mdb"),
+            QStringLiteral("Update [TLYR_Audit] Set [Action] = 2 Where ([Emp_Code] = '") + code +
+                QStringLiteral("') and ([date] = #") + day + QStringLiteral("#) and ([action] = ") +
+                (accepted ? QStringLiteral("0") : QStringLiteral("1")) +
+                QStringLiteral(") and ([OT] = ") + minutes + QStringLiteral(") and ([User] = '") +
+                user + QStringLiteral("');"));
+}
+
+} // namespace tallyroom

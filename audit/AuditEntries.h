@@ -1,0 +1,36 @@
+// Reading the audit.
+#pragma once
+
+#include "common/Variant.h"
+
+#include <QString>
+#include <QStringList>
+#include <functional>
+
+namespace tallyroom {
+
+// Values of the audit's Action column.
+enum class AuditAction { Accepted = 0, Declined = 1, Deleted = 2 };
+
+namespace AuditEntries {
+
+// The seven cells of one entry: when it was recorded, code, name, user, canvass date, action, time.
+using Line = QStringList;
+
+inline constexpr int columnCount = 7;
+QStringList headings();
+
+// The users who recorded anything, each once. All routines raise what the database raises.
+QStringList users(const QString& dataPath);
+
+// Calls `take` with each entry that the condition selects, by time of recording and employee.
+// Entries of employees whom the host's filter leaves out are passed over. `breakOut` adds the rate
+// to the action.
+void read(const QString& dataPath, const QString& employeeFilter, const QString& condition,
+          bool breakOut, const std::function<void(const Line&)>& take);
+
+// "Accepted", "Declined" or "Deleted", followed by the rate of the history column when asked for.
+QString actionText(int action, const Variant& historyColumn, bool breakOut);
+
+} // namespace AuditEntries
+} // namespace tallyroom

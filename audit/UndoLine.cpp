@@ -1,0 +1,55 @@
+#include "audit/UndoLine.h"
+
+#include "common/Units.h"
+
+namespace tallyroom {
+
+namespace {
+
+// Positions count from 0 here.
+constexpr int codeAt = 0;
+constexpr int codeWidth = 9;
+constexpr int dateAt = 12;
+constexpr int dateWidth = 10;
+constexpr int actionAt = 25;
+constexpr int rateAt = 34;
+
+const QString gap = QStringLiteral("   ");
+
+} // namespace
+
+QString UndoLine::text() const {
+    QString line =
+        formatValue(Variant(code), QStringLiteral("!@@@@@@@@@")).leftJustified(codeWidth);
+    line += gap + Dates::format(date, QStringLiteral("mm/dd/yyyy")) + gap;
+    line += declined ? QStringLiteral("Declined") : QStringLiteral("Accepted");
+    if (breakOut)
+        line += isDouble ? QStringLiteral(" 2.0") : QStringLiteral(" 1.5");
+    return line + gap + TimeConversion::toTimeText(minutes);
+}
+
+UndoLine UndoLine::fromText(const QString& text, bool breakOut) {
+    UndoLine line;
+    line.code = text.mid(codeAt, codeWidth).trimmed();
+    line.date = Variant(text.mid(dateAt, dateWidth)).toDate();
+    line.declined = text.mid(actionAt, 1) != QLatin1String("A");
+    line.breakOut = breakOut;
+    line.isDouble = breakOut && text.mid(rateAt + 1, 1) == QLatin1String("2");
+    line.minutes = TimeConversion::toMinutes(text.mid(text.lastIndexOf(QLatin1Char(' ')) + 1));
+    return line;
+}
+
+QString UndoLine::criterion() const {
+    QString result = QStringLiteral("([emp_code] = '") + code +
+                     QStringLiteral("') and ([date] = #") + Dates::toText(date) +
+                     QStringLiteral("#) and ([ot] = ") + QString::number(minutes) +
+                     QStringLiteral(") and ([action] = ") +
+                     (declined ? QStringLiteral("1") : QStringLiteral("0")) + QLatin1Char(')');
+    if (breakOut)
+        result += QStringLiteral(" and ([tHistField] = '") +
+                  (declined ? QStringLiteral("tlyrDeclined") : QStringLiteral("tlyrAccepted")) +
+                  (isDouble ? QStringLiteral("2") : QString()) + QStringLiteral("')");
+    return result;
+}
+
+} // namespace tallyroom

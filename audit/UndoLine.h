@@ -1,0 +1,29 @@
+// One line of the undo list. Its fixed columns are the contract between filling the list and
+// undoing an entry of it, so both directions are here.
+#pragma once
+
+#include "common/Dates.h"
+
+#include <QString>
+
+namespace tallyroom {
+
+struct UndoLine {
+    QString code; // at most nine characters keep their place
+    Date date;    // the canvass date
+    bool declined = false;
+    bool breakOut = false; // the line names its rate
+    bool isDouble = false; // only in a line that names its rate
+    int minutes = 0;
+
+    // "E17         02/03/2020   Accepted 1.5   01:30", the rate in the broken-out view only.
+    QString text() const;
+
+    // Reads a line back. Raises 13 when it holds no date or no time in its place.
+    static UndoLine fromText(const QString& text, bool breakOut);
+
+    // The audit entries that the line may stand for, as a criterion of a search.
+    QString criterion() const;
+};
+
+} // namespace tallyroom

@@ -1,0 +1,91 @@
+#include "audit/frmTLYRAuditDetails.h"
+
+#include "audit/AuditDeletion.h"
+#include "audit/AuditEntries.h"
+#include "common/RunError.h"
+#include "common/ui/Background.h"
+#include "common/ui/Events.h"
+#include "common/ui/Messages.h"
+#include "ui_frmTLYRAuditDetails.h"
+
+namespace tallyroom {
+
+namespace {
+
+void writeHeadings(Grid& grid, TextMeasurer& measurer) {
+    const QStringList headings = AuditEntries::headings();
+    grid.setColumnCount(AuditEntries::columnCount);
+    for (int column = 0; column < AuditEntries::columnCount; ++column) {
+        const bool isTime = column == AuditEntries::columnCount - 1;
+        grid.setHeading(column, headings[column],
+                        isTime ? CellAlignment::Right : CellAlignment::Left);
+    }
+    AutoSizeColumns(grid, measurer, 0, -1, true);
+}
+
+} // namespace
+
+frmTLYRAuditDetails::frmTLYRAuditDetails(const HostContext& context, std::function<bool()> breakOut,
+                                         std::function<AuditSelection()> selection, QWidget* parent)
+    : FormWindow(parent), m_context(context), m_breakOut(std::move(breakOut)),
+      m_selection(std::move(selection)), m_ui(std::make_unique<Ui::frmTLYRAuditDetails>()),
+      m_popup(new QMenu(this)) {
+    m_ui->setupUi(this);
+    m_popup->setObjectName(QStringLiteral("mnuPop"));
+    m_popup->addAction(m_ui->mnuDelete);
+    Events::connect(m_ui->Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
+    Events::connect(m_ui->mnuDelete, &QAction::triggered, this, [this] { mnuDelete_Click(); });
+}
+
+frmTLYRAuditDetails::~frmTLYRAuditDetails() = default;
+
+void frmTLYRAuditDetails::Form_Load() {
+    Background::copyFrom(m_context.SplashPicture, this);
+    m_popup->hide();
+    fillGrid();
+    m_ui->Command2->setEnabled(false); // there is no report to print yet
+}
+
+void frmTLYRAuditDetails::fillGrid() {
+    Grid& grid = *m_ui->Grid;
+    const GridFill fill(grid);
+    TextMeasurer measurer(&grid);
+    grid.insertRow(1, {});
+    grid.setRowCount(2);
+    writeHeadings(grid, measurer);
+    const QString filter = m_context.BucketForm.property(QStringLiteral("employeefilter")).toText();
+    AuditEntries::read(m_context.DataPath, filter, m_selection().clause(), m_breakOut(),
+                       [&](const AuditEntries::Line& line) {
+                           grid.addRow(line);
+                           AutoSizeColumns(grid, measurer, -1, -1, false);
+                       });
+    if (grid.rows() > 2)
+        grid.removeRow(1);
+}
+
+void frmTLYRAuditDetails::Command1_Click() {
+    reject();
+}
+
+// Any error ends the command without a message; what was executed before it stays.
+void frmTLYRAuditDetails::mnuDelete_Click() {
+    const auto answer = Messages::show(
+        this,
+        QStringLiteral("The action you are about to perform will remove both the Tallyroom Audit "
+                       "entry, as well as the Absent record in Edit Time and Attendace "
+                       "Transactions.\r\n\r\nDo you wish to proceed?"),
+        QMessageBox::Question, QMessageBox::Yes | QMessageBox::No);
+    if (answer != QMessageBox::Yes)
+        return;
+    const int row = m_ui->Grid->currentIndex().row() + 1;
+    AuditEntries::Line line;
+    for (int column = 0; column < AuditEntries::columnCount; ++column)
+        line.append(m_ui->Grid->text(row, column));
+    try {
+        deleteAuditLine(m_context.DataPath, line);
+        fillGrid();
+    } catch (const RunError&) {
+    }
+}
+
+} // namespace tallyroom

@@ -1,0 +1,45 @@
+#include "audit/frmUndo.h"
+
+#include "audit/Undo.h"
+#include "common/ui/Background.h"
+#include "common/ui/Events.h"
+#include "common/ui/FixedPitch.h"
+#include "ui_frmUndo.h"
+
+namespace tallyroom {
+
+frmUndo::frmUndo(const HostContext& context, std::function<bool()> breakOut, QWidget* parent)
+    : FormWindow(parent), m_context(context), m_breakOut(std::move(breakOut)),
+      m_ui(std::make_unique<Ui::frmUndo>()) {
+    m_ui->setupUi(this);
+    useFixedPitch(m_ui->List1);
+    Events::connect(m_ui->Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
+    Events::connect(m_ui->Command2, &QPushButton::clicked, this, [this] { Command2_Click(); });
+}
+
+frmUndo::~frmUndo() = default;
+
+void frmUndo::Form_Load() {
+    Background::copyFrom(m_context.SplashPicture, this);
+    m_ui->Label1->setText(QStringLiteral("User: ") + m_context.CurrentUser);
+    Update();
+}
+
+void frmUndo::Update() {
+    m_ui->List1->clear();
+    m_ui->List1->addItems(Undo::lines(m_context, m_breakOut()));
+}
+
+// There is no question first, and any line may be taken back, in any order.
+void frmUndo::Command1_Click() {
+    const QList<QListWidgetItem*> chosen = m_ui->List1->selectedItems();
+    if (!chosen.isEmpty())
+        Undo::take(m_context, chosen.constFirst()->text(), m_breakOut());
+    Update();
+}
+
+void frmUndo::Command2_Click() {
+    reject();
+}
+
+} // namespace tallyroom
