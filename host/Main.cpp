@@ -70,9 +70,18 @@ int runWindow(const Options& options) {
     return QApplication::exec();
 }
 
+bool hasDisplay() {
+    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+           qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+}
+
 int run(const Options& options, int argc, char** argv) {
     if (!options.pictureFile.isEmpty())
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!hasDisplay()) {
+        printError(QStringLiteral("there is no display. --picture FILE needs none."));
+        return exitFailure;
+    }
     const QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Brightclock"));
     QApplication::setQuitOnLastWindowClosed(false);

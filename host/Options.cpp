@@ -49,7 +49,7 @@ void prepare(QCommandLineParser& parser) {
     parser.setApplicationDescription(
         text("Stand-in for the Brightclock host: runs the overtime canvassing board on a data "
              "folder.\nUse either --create-data or --data."));
-    parser.addHelpOption();
+    parser.addOption({{text("h"), text("help")}, text("Show this help.")});
     addDataOptions(parser);
     addRunOptions(parser);
 }

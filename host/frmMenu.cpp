@@ -62,13 +62,16 @@ void frmMenu::mnu_ot_anal_click() {
     frmOvertime(*m_database, m_data, QApplication::activeWindow()).exec();
 }
 
+// The picture covers the window and keeps its lower right corner, where the clock is.
 void frmMenu::paintEvent(QPaintEvent*) {
+    QRectF covered(QPointF(), QSizeF(size()).scaled(m_splash.size(), Qt::KeepAspectRatio));
+    covered.moveBottomRight({double(m_splash.width()), double(m_splash.height())});
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(rect(), m_splash);
+    painter.drawPixmap(QRectF(rect()), m_splash, covered);
 }
 
-// The window that add-ins' windows may have come from is the last one to close.
+// Ends the program, which goes on without windows as long as an add-in's entry runs.
 void frmMenu::closeEvent(QCloseEvent* event) {
     QMainWindow::closeEvent(event);
     QCoreApplication::quit();

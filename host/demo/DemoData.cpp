@@ -14,11 +14,18 @@ namespace tallyroom::host {
 
 namespace {
 
+RunError notFree(const QString& folder) {
+    return {ErrorNumber::fileExists,
+            QStringLiteral("'%1' is there already and holds something; it was left as it is.")
+                .arg(folder),
+            QStringLiteral("Brightclock")};
+}
+
 void requireFree(const QString& folder) {
     const QFileInfo info(folder);
     const QDir::Filters everything = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
     if (info.exists() && (!info.isDir() || !QDir(folder).isEmpty(everything)))
-        throw RunError::make(ErrorNumber::fileExists, {folder});
+        throw notFree(folder);
 }
 
 void fill(const QString& folder, const DemoSettings& settings, const DemoProgress& progress) {
@@ -56,7 +63,7 @@ void createDemoData(const DemoSettings& settings, const DemoProgress& progress) 
         fill(made, settings, progress);
     QDir().rmdir(settings.folder); // an empty one makes room, another one stays
     if (!QDir().rename(made, settings.folder))
-        throw RunError::make(ErrorNumber::fileExists, {settings.folder});
+        throw notFree(settings.folder);
 }
 
 } // namespace tallyroom::host

@@ -122,9 +122,9 @@ private:
 class CodeList {
 public:
     CodeList(int employees, QRandomGenerator& random) : m_random(random) {
-        while (m_code * 9 / 10 < employees)
+        while (m_code * 9 <= employees)
             m_code *= 10;
-        m_step = std::max(1, m_code * 8 / employees);
+        m_step = m_code * 9 / employees;
     }
 
     std::string next() {
@@ -139,19 +139,19 @@ private:
 };
 
 std::optional<QString> makePhone(QRandomGenerator& random) {
-    const int area = 201 + random.bounded(700);
-    const int line = 1000 + random.bounded(9000);
+    const QString area = QString::number(201 + random.bounded(700));
+    const QString line = QString::number(1000 + random.bounded(9000));
     switch (random.bounded(10)) {
     case 0:
         return std::nullopt;
     case 1:
-        return QStringLiteral("555%1").arg(line);
+        return QStringLiteral("555") + line;
     case 2:
-        return QStringLiteral("555-%1").arg(line);
+        return QStringLiteral("555-") + line;
     case 3:
-        return QStringLiteral("%1-555-%2").arg(area).arg(line);
+        return area + QStringLiteral("-555-") + line;
     default:
-        return QStringLiteral("%1555%2").arg(area).arg(line);
+        return area + QStringLiteral("555") + line;
     }
 }
 

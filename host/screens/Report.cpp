@@ -6,6 +6,10 @@
 
 namespace tallyroom::host {
 
+namespace {
+constexpr int columnGap = 8; // pixels
+}
+
 void ReportModel::setReport(Report report) {
     beginResetModel();
     m_report = std::move(report);
@@ -48,6 +52,8 @@ QVariant ReportModel::headerData(int section, Qt::Orientation orientation, int r
 void showReport(ReportModel& model, QTableView& table, Report report) {
     model.setReport(std::move(report));
     table.resizeColumnsToContents();
+    for (int column = 0; column < model.columnCount(); ++column)
+        table.setColumnWidth(column, table.columnWidth(column) + columnGap);
     table.setCurrentIndex(model.index(0, 0));
 }
 

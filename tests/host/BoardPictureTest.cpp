@@ -1,0 +1,60 @@
+#include "host/BoardPicture.h"
+
+#include "host/screens/Report.h"
+
+#include <QEventLoop>
+#include <QPushButton>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace tallyroom::host {
+namespace {
+
+// A window that looks like the board from outside.
+class FakeBoard : public QWidget {
+public:
+    FakeBoard() {
+        setObjectName(QStringLiteral("Tallyroom"));
+        m_table.setObjectName(QStringLiteral("Grid"));
+        m_exit.setObjectName(QStringLiteral("Command1"));
+        m_model.setReport({{{QStringLiteral("Code")}, {QStringLiteral("Total"), true}},
+                           {{QStringLiteral("1"), QStringLiteral("00:30")},
+                            {QStringLiteral("12345"), QStringLiteral("100:00")}}});
+        m_table.setModel(&m_model);
+    }
+
+    void showUntilExit() {
+        QEventLoop loop;
+        connect(&m_exit, &QPushButton::clicked, &loop, &QEventLoop::quit);
+        show();
+        loop.exec();
+    }
+
+    const QTableView& table() const { return m_table; }
+
+private:
+    ReportModel m_model;
+    QTableView m_table{this};
+    QPushButton m_exit{this};
+};
+
+TEST(BoardPicture, TextIsAlignedAsTheTableIs) {
+    const FakeBoard board;
+    EXPECT_EQ(tableText(board.table()), QStringLiteral("Code    Total\n"
+                                                       "1       00:30\n"
+                                                       "12345  100:00\n"));
+}
+
+TEST(BoardPicture, IsTakenOfThePaintedBoardWhichIsThenClosed) {
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("board.png"));
+    const BoardPicture picture(file);
+    FakeBoard board;
+    board.showUntilExit();
+    EXPECT_TRUE(picture.isTaken());
+    EXPECT_EQ(QImage(file).size(), board.size());
+}
+
+} // namespace
+} // namespace tallyroom::host

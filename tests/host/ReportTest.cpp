@@ -1,0 +1,81 @@
+#include "host/screens/OvertimeReport.h"
+#include "host/screens/ScheduleReport.h"
+#include "host/screens/TransactionReport.h"
+#include "tests/host/HostDataFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace tallyroom::host {
+namespace {
+
+class ReportTest : public testing::Test {
+protected:
+    ReportTest() {
+        add(QStringLiteral("Insert Into [Employee] ([emp_code], [emp_name], [emp_dept]) "
+                           "Values ('1', 'Ann', 'A');"));
+        add(QStringLiteral("Insert Into [Employee] ([emp_code], [emp_name], [emp_dept]) "
+                           "Values ('2', 'Bo', 'A');"));
+        add(QStringLiteral("Insert Into [Department] ([dept_code], [dept_descr]) "
+                           "Values ('A', 'Assembly');"));
+        addDay(QStringLiteral("'1', #3/31/2024#, 'TR', 0.0625, 0.03125, NULL, NULL"));
+        addDay(QStringLiteral("'1', #3/30/2024#, 'AR', NULL, NULL, 60, NULL"));
+        addDay(QStringLiteral("'2', #3/31/2024#, 'AR', NULL, NULL, NULL, 30"));
+        addDay(QStringLiteral("'2', #3/31/2024#, 'PR', 0.5, 0.5, NULL, NULL"));
+        addDay(QStringLiteral("'2', #4/1/2024#, 'TR', 0.5, 0.5, NULL, NULL"));
+        add(QStringLiteral("Insert Into [Schedule] ([sched_emp], [sched_date], [sched_shift]) "
+                           "Values ('2', #3/30/2024#, 'DAY');"));
+        m_data = readHostData(*m_database);
+    }
+
+    void add(const QString& sql) { m_database->execute(sql); }
+
+    void addDay(const QString& values) {
+        add(QStringLiteral("Insert Into [TimeHistory] ([thist_emp], [shift_date], "
+                           "[thist_record_type], [t15], [t20], [tlyrAccepted], [tlyrDeclined2]) "
+                           "Values (%1);")
+                .arg(values));
+    }
+
+    HostDataFolder m_folder{[](DemoSettings& settings) { settings.bare = true; }};
+    std::shared_ptr<Database> m_database = openHostDatabase(m_folder.path());
+    HostData m_data;
+    Period m_march{QDate(2024, 3, 1), QDate(2024, 3, 31)};
+};
+
+QStringList joined(const Report& report) {
+    QStringList lines;
+    for (const QStringList& cells : report.rows)
+        lines << cells.join(QLatin1Char('|'));
+    return lines;
+}
+
+TEST_F(ReportTest, OvertimeIsAddedUpByEmployeeAndByDepartment) {
+    EXPECT_EQ(joined(overtimeReport(*m_database, m_data, m_march, OvertimeGrouping::Employee)),
+              QStringList({QStringLiteral("1|Ann|01:30|00:45|01:00||||03:15"),
+                           QStringLiteral("2|Bo||||||00:30|00:30"),
+                           QStringLiteral("|Total|01:30|00:45|01:00|||00:30|03:45")}));
+    EXPECT_EQ(joined(overtimeReport(*m_database, m_data, m_march, OvertimeGrouping::Department)),
+              QStringList({QStringLiteral("A|Assembly|01:30|00:45|01:00|||00:30|03:45"),
+                           QStringLiteral("|Total|01:30|00:45|01:00|||00:30|03:45")}));
+}
+
+TEST_F(ReportTest, TransactionsAreThoseOfTheEmployeeAndThePeriod) {
+    EXPECT_EQ(transactionReport(*m_database, m_data, QStringLiteral("1"), m_march).rows.size(), 2U);
+    EXPECT_EQ(transactionReport(*m_database, m_data, QString(), m_march).rows.size(), 4U);
+    EXPECT_TRUE(
+        transactionReport(*m_database, m_data, QStringLiteral("it's"), m_march).rows.empty());
+    EXPECT_EQ(lastRecordedDay(*m_database, m_data), QDate(2024, 4, 1));
+}
+
+TEST_F(ReportTest, ScheduleHasAColumnForEachDayOfItsSpan) {
+    const Period week = spanAround(QDate(2024, 3, 30), ScheduleSpan::Week);
+    EXPECT_EQ(week.from, QDate(2024, 3, 25));
+    EXPECT_EQ(joined(scheduleReport(*m_database, m_data, week)),
+              QStringList({QStringLiteral("1|Ann|||||||"), QStringLiteral("2|Bo||||||DAY|")}));
+    const Period month = spanAround(QDate(2024, 2, 10), ScheduleSpan::Month);
+    EXPECT_EQ(scheduleReport(*m_database, m_data, month).columns.size(), 2U + 29U);
+    EXPECT_EQ(moved(QDate(2024, 3, 31), ScheduleSpan::Month, -1), QDate(2024, 2, 29));
+}
+
+} // namespace
+} // namespace tallyroom::host
