@@ -1,0 +1,159 @@
+// A supervisor's first day, from the host's call to recorded answers.
+#include "tests/system/SystemFixture.h"
+
+#include <QCalendarWidget>
+#include <QDialogButtonBox>
+#include <QListWidget>
+#include <QPushButton>
+
+using namespace tallyroom;
+
+namespace {
+
+class FirstDayTest : public SystemTest {
+protected:
+    FirstDayTest() : SystemTest(true) {}
+
+    static void pressOk(QWidget& window) {
+        child<QDialogButtonBox>(window, QStringLiteral("Buttons"))
+            .button(QDialogButtonBox::Ok)
+            ->click();
+    }
+
+    void definePeriod(QWidget& board) {
+        script.expectWindow(QStringLiteral("frmTLYRPeriod"), [this](QWidget& window) {
+            clickButton(window, QStringLiteral("SSCheck1"));
+            script.expectWindow(QStringLiteral("frmDatePicker"), [](QWidget& picker) {
+                child<QCalendarWidget>(picker, QStringLiteral("MonthView1"))
+                    .setSelectedDate(QDate(2024, 3, 1));
+                pressOk(picker);
+            });
+            clickButton(window, QStringLiteral("SSCommand2"));
+            EXPECT_EQ(child<QLineEdit>(window, QStringLiteral("Text1")).text(),
+                      QStringLiteral("03/01/2024"));
+            type(window, QStringLiteral("Text2"), QStringLiteral("3/31/2024"));
+            clickButton(window, QStringLiteral("Command1"));
+        });
+        trigger(board, QStringLiteral("mnuDefinePeriod"));
+    }
+
+    // Takes everybody off the board but those whom a search finds.
+    void selectBySearch(QWidget& board, const QString& text) {
+        script.expectWindow(QStringLiteral("frmBucket"), [text](QWidget& bucket) {
+            clickButton(bucket, QStringLiteral("ClearShown"));
+            type(bucket, QStringLiteral("Search"), text);
+            clickButton(bucket, QStringLiteral("SelectShown"));
+            pressOk(bucket);
+        });
+        trigger(board, QStringLiteral("mnuBuckets"));
+    }
+
+    // The worked minutes of an employee in the period, by an obvious count.
+    int workedMinutes(const QString& code) const {
+        double minutes = 0;
+        for (const QString& line :
+             rows(u"bcx.mdb", QStringLiteral("Select [t15], [t20], [shift_date] from [TimeHistory] "
+                                             "where [thist_emp] = '%1' and [thist_record_type] in "
+                                             "('TR', 'AR', 'HR');")
+                                  .arg(code))) {
+            const QStringList cells = line.split(u'|');
+            const QDate day = Dates::dayOf(*Dates::parse(cells[2]));
+            if (day >= QDate(2024, 3, 1) && day <= QDate(2024, 3, 31))
+                minutes += (cells[0].toDouble() + cells[1].toDouble()) * 1440;
+        }
+        return qRound(minutes);
+    }
+};
+
+TEST_F(FirstDayTest, GoesFromTheWelcomeToTheRecordedAnswers) {
+    const QStringList codes =
+        rows(u"bcx.mdb", QStringLiteral("Select [emp_code] from [Employee] order by [emp_code];"));
+    script.expectBox(
+        QStringLiteral("Welcome to the Tallyroom!\n\nThis add-in for Brightclock requires some "
+                       "setup to occur prior to starting. After clicking [Ok] below, you will be "
+                       "taken to a new window which will ask you to associate two absent codes; "
+                       "one to identify ACCEPTED overtime, and another to identify DECLINED "
+                       "overtime."),
+        QMessageBox::Ok, QMessageBox::Information);
+    script.expectWindow(QStringLiteral("frmTLYRAssoc"), [](QWidget& window) {
+        choose(window, QStringLiteral("Combo1"), QStringLiteral("OTACC15"));
+        choose(window, QStringLiteral("Combo2"), QStringLiteral("OTDEC15"));
+        clickButton(window, QStringLiteral("Command2"));
+    });
+    openBoard(QStringLiteral("master"), [&](QWidget& board) {
+        EXPECT_EQ(grid(board).model()->rowCount(), 12);
+        definePeriod(board);
+        for (const QString& code : codes)
+            EXPECT_EQ(cell(board, rowOf(board, code), QStringLiteral("OT Worked")),
+                      QStringLiteral("%1:%2")
+                          .arg(workedMinutes(code) / 60, 2, 10, QLatin1Char('0'))
+                          .arg(workedMinutes(code) % 60, 2, 10, QLatin1Char('0')));
+        selectBySearch(board, codes[2]);
+        EXPECT_EQ(grid(board).model()->rowCount(), 1);
+        selectBySearch(board, QString());
+        EXPECT_EQ(grid(board).model()->rowCount(), 12);
+
+        type(board, QStringLiteral("to_date"), QStringLiteral("3/15/2024"));
+        type(board, QStringLiteral("Text1"), QStringLiteral("7.5"));
+        answer(board, codes[0], QStringLiteral("mnuAccept"));
+        EXPECT_EQ(cell(board, rowOf(board, codes[0]), QStringLiteral("OT Accepted")),
+                  QStringLiteral("07:30"));
+        type(board, QStringLiteral("Text1"), QStringLiteral("1:15"));
+        answer(board, codes[1], QStringLiteral("mnuDecline"));
+        EXPECT_EQ(cell(board, rowOf(board, codes[1]), QStringLiteral("OT Declined")),
+                  QStringLiteral("01:15"));
+
+        trigger(board, QStringLiteral("mnuBreakOut"));
+        script.expectWindow(QStringLiteral("frmTLYRAssoc2"), [](QWidget& window) {
+            choose(window, QStringLiteral("Combo3"), QStringLiteral("OTACC20"));
+            choose(window, QStringLiteral("Combo4"), QStringLiteral("OTDEC20"));
+            clickButton(window, QStringLiteral("Command2"));
+        });
+        trigger(board, QStringLiteral("mnuAssoc"));
+        type(board, QStringLiteral("Text2"), QStringLiteral("24:00"));
+        answer(board, codes[2], QStringLiteral("mnuAccept"));
+        trigger(board, QStringLiteral("mnuMult"));
+        EXPECT_EQ(cell(board, rowOf(board, codes[2]), QStringLiteral("2.0 Accepted")),
+                  QStringLiteral("48:00"));
+        trigger(board, QStringLiteral("mnuRefresh"));
+        EXPECT_EQ(cell(board, rowOf(board, codes[2]), QStringLiteral("2.0 Accepted")),
+                  QStringLiteral("48:00"))
+            << "the count over the time history says the same";
+    });
+    EXPECT_EQ(history(), QStringList({codes[0] + QStringLiteral("|3/15/2024|OTACC15|450|||"),
+                                      codes[1] + QStringLiteral("|3/15/2024|OTDEC15|||75|"),
+                                      codes[2] + QStringLiteral("|3/15/2024|OTACC15|75|||"),
+                                      codes[2] + QStringLiteral("|3/15/2024|OTACC20||1440||")}));
+    EXPECT_EQ(
+        audit(),
+        QStringList({QStringLiteral("master|%1|3/15/2024|0|450|tlyrAccepted").arg(codes[0]),
+                     QStringLiteral("master|%1|3/15/2024|1|75|tlyrDeclined").arg(codes[1]),
+                     QStringLiteral("master|%1|3/15/2024|0|75|tlyrAccepted").arg(codes[2]),
+                     QStringLiteral("master|%1|3/15/2024|0|1440|tlyrAccepted2").arg(codes[2])}));
+    EXPECT_EQ(rows(u"vrlxdb01.mdb",
+                   QStringLiteral("Select [xT15Accepted], [xT20Accepted], [T20Accepted] from "
+                                  "[tlyrTemp] where [emp_code] = '%1';")
+                       .arg(codes[2])),
+              QStringList(QStringLiteral("75|1440|2880")));
+}
+
+TEST_F(FirstDayTest, ShortcutsOpenTheHostsScreens) {
+    data.open(QStringLiteral("aidb01.mdb"))
+        ->execute(QStringLiteral("Insert Into [tlyr_assoc] ([Accepted], [Declined]) Values "
+                                 "('OTACC15', 'OTDEC15');"));
+    openBoard(QString(), [&](QWidget& board) {
+        const std::pair<const char16_t*, const char16_t*> screens[] = {
+            {u"mnuETA", u"frmTransactions"},
+            {u"mnuDSched", u"frmSchedule"},
+            {u"mnuWSched", u"frmSchedule"},
+            {u"mnuMSched", u"frmSchedule"},
+            {u"mnuOTAnalysis", u"frmOvertime"}};
+        for (const auto& [entry, screen] : screens) {
+            script.expectWindow(QString::fromUtf16(screen),
+                                [](QWidget& window) { window.close(); });
+            trigger(board, QString::fromUtf16(entry));
+        }
+    });
+}
+
+} // namespace

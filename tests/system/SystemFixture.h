@@ -1,0 +1,119 @@
+// The built module in the stand-in host, worked through its windows.
+#pragma once
+
+#include "host/Host.h"
+#include "tests/host/HostDataFolder.h"
+#include "tests/support/DialogScript.h"
+#include "tests/support/Printing.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMenu>
+#include <QTableView>
+#include <QTest>
+
+namespace tallyroom {
+
+// The board's classes belong to the module, so the tests know its widgets as Qt's own classes only.
+class SystemTest : public testing::Test {
+protected:
+    explicit SystemTest(bool firstRun)
+        : data([firstRun](host::DemoSettings& settings) {
+              settings.employees = 12;
+              settings.firstRun = firstRun;
+          }) {}
+
+    // Opens the board as the user; `use` works it before it is left by "E&xit <<".
+    void openBoard(const QString& user, const std::function<void(QWidget&)>& use) {
+        host::Options options;
+        options.dataFolder = data.path();
+        options.user = user;
+        options.moduleFile = QStringLiteral(TALLYROOM_MODULE);
+        host::Host running(options);
+        script.expectWindow(QStringLiteral("Tallyroom"), [use](QWidget& board) {
+            use(board);
+            clickButton(board, QStringLiteral("Command1"));
+        });
+        running.openBoard();
+    }
+
+    static QTableView& grid(QWidget& window) {
+        return child<QTableView>(window, QStringLiteral("Grid"));
+    }
+    static QString cell(QWidget& window, int row, const QString& heading) {
+        const QAbstractItemModel* model = grid(window).model();
+        for (int column = 0; column < model->columnCount(); ++column) {
+            if (model->headerData(column, Qt::Horizontal).toString() == heading)
+                return model->index(row, column).data().toString();
+        }
+        ADD_FAILURE() << "no column " << heading.toStdString();
+        return {};
+    }
+    // Row of an employee on the board, counted from 0.
+    static int rowOf(QWidget& board, const QString& code) {
+        for (int row = 0; row < grid(board).model()->rowCount(); ++row) {
+            if (cell(board, row, QStringLiteral("Code")) == code)
+                return row;
+        }
+        ADD_FAILURE() << code.toStdString() << " is not on the board";
+        return 0;
+    }
+
+    static void type(QWidget& window, const QString& box, const QString& text) {
+        auto& edit = child<QLineEdit>(window, box);
+        EXPECT_TRUE(edit.isEnabled()) << box.toStdString();
+        edit.clear();
+        QTest::keyClicks(&edit, text);
+    }
+    // Chooses the entry that starts with the code.
+    static void choose(QWidget& window, const QString& list, const QString& code) {
+        auto& combo = child<QComboBox>(window, list);
+        combo.setCurrentIndex(combo.findText(code, Qt::MatchStartsWith));
+        EXPECT_TRUE(combo.currentText().startsWith(code));
+    }
+    // Clicks the employee's row and answers with the pop-up menu.
+    static void answer(QWidget& board, const QString& code, const QString& entry) {
+        QTableView& table = grid(board);
+        const QModelIndex row = table.model()->index(rowOf(board, code), 0);
+        table.scrollTo(row);
+        const QPoint place = table.visualRect(row).center();
+        QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseClick(table.viewport(), Qt::RightButton, {}, place);
+        auto& popup = child<QMenu>(board, QStringLiteral("mnuPopup"));
+        auto& action = child<QAction>(board, entry);
+        EXPECT_TRUE(popup.isVisible() && action.isEnabled()) << entry.toStdString();
+        QTest::mouseClick(&popup, Qt::LeftButton, {}, popup.actionGeometry(&action).center());
+    }
+
+    QStringList rows(const char16_t* file, const QString& sql) const {
+        const auto set =
+            data.open(QString::fromUtf16(file))->openRecordset(sql, RecordsetType::Snapshot);
+        QStringList lines;
+        for (; !set->eof(); set->moveNext()) {
+            QStringList cells;
+            for (int at = 0; at < set->fieldCount(); ++at)
+                cells.append(set->field(at).textOrEmpty());
+            lines.append(cells.join(u'|'));
+        }
+        return lines;
+    }
+    // The answers that stand in the host's time history.
+    QStringList history() const {
+        return rows(u"bcx.mdb",
+                    QStringLiteral("Select [thist_emp], [shift_date], [thist_attend_code], "
+                                   "[tlyrAccepted], [tlyrAccepted2], [tlyrDeclined], "
+                                   "[tlyrDeclined2] from [TimeHistory] where [tlyrAccepted] <> "
+                                   "NULL or [tlyrAccepted2] <> NULL or [tlyrDeclined] <> NULL or "
+                                   "[tlyrDeclined2] <> NULL;"));
+    }
+    QStringList audit() const {
+        return rows(u"aidb01.mdb", QStringLiteral("Select [User], [Emp_Code], [Date], [Action], "
+                                                  "[OT], [tHistField] from [TLYR_Audit];"));
+    }
+
+    host::HostDataFolder data;
+    DialogScript script;
+};
+
+} // namespace tallyroom
