@@ -12,7 +12,7 @@ constexpr int codeWidth = 9;
 constexpr int dateAt = 12;
 constexpr int dateWidth = 10;
 constexpr int actionAt = 25;
-constexpr int rateAt = 34;
+constexpr int rateAt = 34; // its first figure
 
 const QString gap = QStringLiteral("   ");
 
@@ -34,7 +34,7 @@ UndoLine UndoLine::fromText(const QString& text, bool breakOut) {
     line.date = Variant(text.mid(dateAt, dateWidth)).toDate();
     line.declined = text.mid(actionAt, 1) != QLatin1String("A");
     line.breakOut = breakOut;
-    line.isDouble = breakOut && text.mid(rateAt + 1, 1) == QLatin1String("2");
+    line.isDouble = breakOut && text.mid(rateAt, 1) == QLatin1String("2");
     line.minutes = TimeConversion::toMinutes(text.mid(text.lastIndexOf(QLatin1Char(' ')) + 1));
     return line;
 }

@@ -3,6 +3,7 @@
 #include "host/screens/Report.h"
 
 #include <QEventLoop>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QTableView>
 #include <QTemporaryDir>
@@ -54,6 +55,18 @@ TEST(BoardPicture, IsTakenOfThePaintedBoardWhichIsThenClosed) {
     board.showUntilExit();
     EXPECT_TRUE(picture.isTaken());
     EXPECT_EQ(QImage(file).size(), board.size());
+}
+
+TEST(BoardPictureDeathTest, AnotherWindowEndsTheProgramWithItsWords) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const QTemporaryDir folder;
+    const auto meetBox = [&folder] {
+        const BoardPicture picture(folder.filePath(QStringLiteral("box.png")));
+        QMessageBox(QMessageBox::NoIcon, QStringLiteral("Title"), QStringLiteral("Set me up"))
+            .exec();
+    };
+    EXPECT_EXIT(meetBox(), testing::ExitedWithCode(BoardPicture::exitUnexpectedWindow),
+                "Title\nSet me up");
 }
 
 } // namespace

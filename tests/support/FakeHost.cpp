@@ -23,6 +23,12 @@ public:
                 host.onShowBucket();
             return Variant();
         });
+        addProperty(
+            QStringLiteral("AllowSort"), [](const Arguments&) { return Variant(true); },
+            [&host](const Arguments&) {
+                host.calls.append(QStringLiteral("AllowSort"));
+                return Variant();
+            });
         addProperty(QStringLiteral("employeefilter"), [&host](const Arguments&) {
             if (host.onFilterRead)
                 host.onFilterRead();

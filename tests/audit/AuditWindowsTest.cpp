@@ -1,0 +1,157 @@
+#include "audit/frmTLYRAudit.h"
+#include "audit/frmUndo.h"
+#include "tests/audit/AuditFolder.h"
+#include "tests/support/DialogScript.h"
+#include "tests/support/FakeHost.h"
+#include "tests/support/Printing.h"
+
+#include <QCheckBox>
+#include <QGuiApplication>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTableView>
+
+using namespace tallyroom;
+
+namespace {
+
+class AuditWindowsTest : public testing::Test {
+protected:
+    AuditWindowsTest() { folder.addHost(2); }
+
+    void addTwo() const {
+        folder.addAnswer(QStringLiteral("Ann"), QStringLiteral("E1"), 0, 60, acceptedColumn);
+        folder.addAnswer(QStringLiteral("Bob"), QStringLiteral("E2"), 1, 30, declinedColumn);
+    }
+    void browse(const DialogScript::Action& use) {
+        const HostContext context = host.context(folder.path());
+        frmTLYRAudit window(context, [this] { return breakOut; });
+        host.selection = {QStringLiteral("E1       Name 1")};
+        context.BucketForm.call(QStringLiteral("fillalist"), {window.employees()});
+        script.expectWindow(QStringLiteral("frmTLYRAudit"), [&](QWidget& shown) {
+            use(shown);
+            clickButton(shown, QStringLiteral("Command1"));
+        });
+        window.showModally();
+    }
+    void refused(QWidget& browser, const QString& message) {
+        script.expectBox(message, QMessageBox::Ok, QMessageBox::Critical);
+        clickButton(browser, query);
+        EXPECT_FALSE(QGuiApplication::overrideCursor());
+    }
+    // Queries and returns how many lines the details window lists.
+    int listed(QWidget& browser) {
+        int count = -1;
+        script.expectWindow(QStringLiteral("frmTLYRAuditDetails"), [&](QWidget& details) {
+            auto& grid = child<QTableView>(details, QStringLiteral("Grid"));
+            count = grid.model()->rowCount();
+            if (grid.model()->index(0, 1).data().toString().isEmpty())
+                count = 0; // the one empty row
+            EXPECT_FALSE(child<QWidget>(details, QStringLiteral("mnuPop")).isVisible());
+            clickButton(details, QStringLiteral("Command1"));
+        });
+        clickButton(browser, query);
+        return count;
+    }
+
+    const QString query = QStringLiteral("Command4");
+    AuditFolder folder;
+    FakeHost host;
+    DialogScript script;
+    bool breakOut = false;
+};
+
+TEST_F(AuditWindowsTest, AnEmptyAuditSaysSoAndStillOpens) {
+    script.expectBox(QStringLiteral("No audit information available."), QMessageBox::Ok,
+                     QMessageBox::Critical);
+    browse([&](QWidget& browser) {
+        EXPECT_FALSE(child<QWidget>(browser, QStringLiteral("Command2")).isEnabled());
+        refused(browser,
+                QStringLiteral("You must select at least one employee before continuing."));
+    });
+}
+
+TEST_F(AuditWindowsTest, QueryChecksInOrder) {
+    addTwo();
+    browse([&](QWidget& browser) {
+        EXPECT_EQ(child<QListWidget>(browser, QStringLiteral("List2")).count(), 1);
+        const auto box = [&](const QString& name) -> QLineEdit& {
+            return child<QLineEdit>(browser, name);
+        };
+        const QString illegal = QStringLiteral("Illegal date. Use the format mm/dd/yyyy");
+        EXPECT_FALSE(box(QStringLiteral("to_date")).isEnabled());
+        clickButton(browser, QStringLiteral("Check1"));
+        box(QStringLiteral("to_date")).setText(QStringLiteral("13/45/2008"));
+        refused(browser, illegal);
+        EXPECT_EQ(browser.focusWidget()->objectName(), QStringLiteral("to_date"));
+        EXPECT_TRUE(box(QStringLiteral("Text1")).styleSheet().isEmpty());
+        box(QStringLiteral("to_date")).setText(QStringLiteral("1/1/2020"));
+        refused(browser, illegal);
+        EXPECT_FALSE(box(QStringLiteral("Text1")).styleSheet().isEmpty());
+        clickButton(browser, QStringLiteral("Check1")); // an unticked range may hold rubbish
+        refused(browser, QStringLiteral("You must choose at least one user on which you wish to "
+                                        "view Audit information."));
+        clickButton(browser, QStringLiteral("Command2"));
+        EXPECT_EQ(listed(browser), 2);
+        clickButton(browser, QStringLiteral("Option3"));
+        EXPECT_EQ(listed(browser), 1);
+        host.filter = QStringLiteral("in ('E1')");
+        EXPECT_EQ(listed(browser), 0);
+        clickButton(browser, QStringLiteral("Command3"));
+        refused(browser, QStringLiteral("You must choose at least one user on which you wish to "
+                                        "view Audit information."));
+    });
+}
+
+TEST_F(AuditWindowsTest, TheBrokenOutViewWantsAKind) {
+    addTwo();
+    breakOut = true;
+    browse([&](QWidget& browser) {
+        EXPECT_FALSE(child<QWidget>(browser, QStringLiteral("SSPanel1")).isVisible());
+        clickButton(browser, QStringLiteral("Command2"));
+        EXPECT_EQ(listed(browser), 2);
+        for (const char16_t* box : {u"Check3", u"Check4", u"Check5", u"Check6"})
+            clickButton(browser, QString::fromUtf16(box));
+        refused(browser, QStringLiteral("You haven't selected what you wish to view. Select at "
+                                        "least one of the options (Accepted 1.5, 2.0, Declined "
+                                        "1.5, 2.0)."));
+        clickButton(browser, QStringLiteral("Check4"));
+        EXPECT_EQ(listed(browser), 1);
+    });
+}
+
+TEST_F(AuditWindowsTest, TheHostsFilterFillsTheEmployees) {
+    addTwo();
+    browse([&](QWidget& browser) {
+        host.selection = {QStringLiteral("E2       Name 2"), QStringLiteral("E1       Name 1")};
+        clickButton(browser, QStringLiteral("SSCommand5"));
+        EXPECT_EQ(child<QListWidget>(browser, QStringLiteral("List2")).count(), 2);
+        auto& window = static_cast<frmTLYRAudit&>(browser);
+        child<QListWidget>(browser, QStringLiteral("List2")).clear();
+        window.EnableQuery();
+        EXPECT_FALSE(child<QWidget>(browser, query).isEnabled());
+    });
+    EXPECT_EQ(host.calls,
+              QStringList({QStringLiteral("fillalist"), QStringLiteral("FillSpot"),
+                           QStringLiteral("AllowSort"), QStringLiteral("Show bucket")}));
+}
+
+TEST_F(AuditWindowsTest, UndoListsAndTakesBack) {
+    addTwo();
+    const HostContext context = host.context(folder.path());
+    frmUndo window(context, [this] { return breakOut; });
+    script.expectWindow(QStringLiteral("frmUndo"), [&](QWidget& undo) {
+        auto& list = child<QListWidget>(undo, QStringLiteral("List1"));
+        EXPECT_EQ(list.count(), 1);
+        clickButton(undo, QStringLiteral("Command1")); // nothing selected: the list fills again
+        EXPECT_EQ(list.count(), 1);
+        list.setCurrentRow(0);
+        clickButton(undo, QStringLiteral("Command1"));
+        EXPECT_EQ(list.count(), 0);
+        clickButton(undo, QStringLiteral("Command2"));
+    });
+    window.showModally();
+    EXPECT_EQ(folder.audit().size(), 1);
+}
+
+} // namespace

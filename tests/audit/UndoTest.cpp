@@ -1,0 +1,118 @@
+#include "audit/Undo.h"
+#include "audit/UndoLine.h"
+#include "common/HostContext.h"
+#include "tests/audit/AuditFolder.h"
+#include "tests/support/Printing.h"
+
+using namespace tallyroom;
+
+namespace {
+
+TEST(UndoLine, KeepsItsColumnsAndReadsThemBack) {
+    UndoLine line;
+    line.code = QStringLiteral("E1");
+    line.date = *Dates::parse(QStringLiteral("2/3/2020"));
+    line.minutes = 90;
+    EXPECT_EQ(line.text(), QStringLiteral("E1          02/03/2020   Accepted   01:30"));
+    line.breakOut = line.isDouble = line.declined = true;
+    EXPECT_EQ(line.text(), QStringLiteral("E1          02/03/2020   Declined 2.0   01:30"));
+    for (const char16_t* code : {u"E1", u"123456789", u"a b"}) {
+        for (const int minutes : {0, 1, 599, 1440, 6000}) {
+            for (int bits = 0; bits < 8; ++bits) {
+                line.code = QString::fromUtf16(code);
+                line.minutes = minutes;
+                line.declined = (bits & 1) != 0;
+                line.breakOut = (bits & 2) != 0;
+                line.isDouble = line.breakOut && (bits & 4) != 0;
+                const UndoLine back = UndoLine::fromText(line.text(), line.breakOut);
+                EXPECT_EQ(back.text(), line.text());
+                EXPECT_EQ(back.criterion(), line.criterion());
+            }
+        }
+    }
+    EXPECT_EQ(errorNumberOf([] { UndoLine::fromText(QStringLiteral("E1"), false); }), 13);
+}
+
+class UndoTest : public testing::Test {
+protected:
+    void add(const QString& user, int action, int minutes, const QString& column) const {
+        folder.addAnswer(user, QStringLiteral("E1"), action, minutes, column);
+    }
+    QStringList lines(const QString& user, bool breakOut = false) const {
+        return Undo::lines(contextOf(user), breakOut);
+    }
+    void take(const QString& user, int line, bool breakOut = false) const {
+        Undo::take(contextOf(user), lines(user, breakOut).value(line), breakOut);
+    }
+    HostContext contextOf(const QString& user) const {
+        HostContext context;
+        context.DataPath = folder.path();
+        context.CurrentUser = user;
+        return context;
+    }
+
+    const QString ann = QStringLiteral("Ann");
+    const QString bob = QStringLiteral("Bob");
+    const QString master = QStringLiteral("Master");
+    AuditFolder folder;
+};
+
+TEST_F(UndoTest, ListsTheOwnAnswersThatHaveAColumn) {
+    add(ann, 0, 60, acceptedColumn);
+    add(ann, 1, 30, {});
+    add(bob, 1, 45, declinedColumn);
+    EXPECT_EQ(lines(ann).size(), 1);
+    EXPECT_EQ(lines(QStringLiteral("nobody")).size(), 0);
+    EXPECT_EQ(lines(master).size(), 2);
+}
+
+TEST_F(UndoTest, RemovesOneTransactionAndTheEntry) {
+    add(ann, 0, 60, acceptedColumn);
+    add(ann, 0, 60, acceptedColumn);
+    take(ann, 1);
+    EXPECT_EQ(folder.audit().size(), 1);
+    EXPECT_EQ(folder.history().size(), 1);
+    folder.execute(hostFile, QStringLiteral("Delete * from [TimeHistory];"));
+    take(ann, 0);
+    EXPECT_TRUE(folder.audit().isEmpty()) << "the entry goes without its transaction too";
+}
+
+TEST_F(UndoTest, TheMasterTakesBackOnlyAnswersOfHisOwnName) {
+    add(ann, 0, 60, acceptedColumn);
+    add(master, 1, 45, declinedColumn);
+    const QStringList shown = lines(master);
+    ASSERT_EQ(shown.size(), 2);
+    take(master, 0);
+    EXPECT_EQ(folder.audit().size(), 2);
+    take(master, 1);
+    EXPECT_EQ(folder.audit(), QStringList(QStringLiteral("Ann|E1|0|60|tlyrAccepted")));
+}
+
+TEST_F(UndoTest, ADeletedEntryReadsAcceptedAndStays) {
+    add(ann, 2, 60, acceptedColumn);
+    EXPECT_TRUE(lines(ann).value(0).contains(QStringLiteral("Accepted")));
+    take(ann, 0);
+    EXPECT_EQ(folder.audit().size(), 1);
+}
+
+TEST_F(UndoTest, ThePlainViewTakesTheFirstOfEitherRate) {
+    add(ann, 0, 60, accepted2Column);
+    add(ann, 0, 60, acceptedColumn);
+    take(ann, 1);
+    EXPECT_EQ(folder.audit(), QStringList(QStringLiteral("Ann|E1|0|60|tlyrAccepted")));
+    EXPECT_EQ(folder.history(), QStringList(QStringLiteral("E1|60|Null|Null")));
+    add(ann, 0, 60, accepted2Column);
+    take(ann, 1, true);
+    EXPECT_EQ(folder.audit(), QStringList(QStringLiteral("Ann|E1|0|60|tlyrAccepted")))
+        << "the broken-out view names the rate";
+}
+
+TEST_F(UndoTest, AColumnThatTheHistoryLacksIsAnErrorBeforeAnythingIsRemoved) {
+    folder.execute(addInFile, QStringLiteral("Insert Into [TLYR_Audit] ([User], [Emp_Code], "
+                                             "[Date], [Action], [OT], [tHistField]) Values "
+                                             "('Ann', 'E1', #2/3/2020#, 0, 60, 'shoes');"));
+    EXPECT_EQ(errorNumberOf([&] { take(ann, 0); }), 3061);
+    EXPECT_EQ(folder.audit().size(), 1);
+}
+
+} // namespace
