@@ -59,7 +59,7 @@ void frmBucket::connectControls() {
     const auto connectChoice = [this](QComboBox* box, void (BucketFilter::*set)(const QString&)) {
         connect(box, &QComboBox::currentIndexChanged, this, [this, box, set] {
             (m_filter.*set)(box->currentData().toString());
-            showCount();
+            showFiltered();
         });
     };
     connectChoice(m_ui->Department, &BucketFilter::setDepartment);
@@ -67,7 +67,7 @@ void frmBucket::connectControls() {
     connectChoice(m_ui->Qualification, &BucketFilter::setQualification);
     connect(m_ui->Search, &QLineEdit::textChanged, this, [this](const QString& text) {
         m_filter.setSearch(text);
-        showCount();
+        showFiltered();
     });
     connect(m_ui->SelectShown, &QPushButton::clicked, this,
             [this] { m_model.setChecked(m_filter.shownRows(), true); });
@@ -78,6 +78,13 @@ void frmBucket::connectControls() {
     connect(m_ui->Buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* find = new QShortcut(QKeySequence::Find, this);
     connect(find, &QShortcut::activated, m_ui->Search, qOverload<>(&QWidget::setFocus));
+}
+
+// The table always keeps a current row, which screen readers need.
+void frmBucket::showFiltered() {
+    if (!m_ui->Employees->currentIndex().isValid())
+        m_ui->Employees->setCurrentIndex(m_filter.index(0, 0));
+    showCount();
 }
 
 void frmBucket::showCount() {

@@ -32,6 +32,7 @@ private:
     void setUpChoices(const HostData& hostData);
     void connectControls();
     void toggleSelectedRows();
+    void showFiltered();
     void showCount();
 
     std::unique_ptr<Ui::frmBucket> m_ui;

@@ -190,6 +190,7 @@ DemoPerson makePerson(NameList& names, CodeList& codes, QDate end, QRandomGenera
 // The longest service gets number 1. Whoever has no date, and a few others, have no number.
 void numberBySeniority(std::vector<DemoPerson>& people, QRandomGenerator& random) {
     std::vector<DemoPerson*> dated;
+    dated.reserve(people.size());
     for (DemoPerson& person : people) {
         if (person.seniorityDate)
             dated.push_back(&person);

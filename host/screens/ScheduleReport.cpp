@@ -93,7 +93,7 @@ QDate moved(QDate day, ScheduleSpan span, int direction) {
     case ScheduleSpan::Day:
         return day.addDays(direction);
     case ScheduleSpan::Week:
-        return day.addDays(7 * direction);
+        return day.addDays(qint64{7} * direction);
     default:
         return day.addMonths(direction);
     }
