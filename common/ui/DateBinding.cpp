@@ -81,11 +81,12 @@ void DateBinding::pick(QLineEdit* box) const {
 }
 
 bool DateBinding::eventFilter(QObject* watched, QEvent* event) {
-    auto* box = static_cast<QLineEdit*>(watched);
-    if (event->type() != QEvent::KeyPress || box->isReadOnly())
+    if (event->type() != QEvent::KeyPress)
         return QObject::eventFilter(watched, event);
+    auto* box = static_cast<QLineEdit*>(watched);
     const auto* keyEvent = static_cast<QKeyEvent*>(event);
-    if (!isDateKey(keyEvent->key()) || keyEvent->modifiers() != Qt::NoModifier)
+    const bool isShortcut = isDateKey(keyEvent->key()) && keyEvent->modifiers() == Qt::NoModifier;
+    if (box->isReadOnly() || !isShortcut)
         return QObject::eventFilter(watched, event);
     if (const auto date = Dates::parse(box->text()))
         box->setText(Dates::format(Dates::fromQDate(moved(Dates::dayOf(*date), keyEvent->key())),
