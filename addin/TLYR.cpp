@@ -16,7 +16,7 @@ const Variant& element(const VariantArray& values, std::size_t position) {
 }
 
 QString userName(const VariantArray& values) {
-    const QString nobody = QStringLiteral("*Master*");
+    QString nobody = QStringLiteral("*Master*");
     try {
         const QString name = element(values, 6).toText();
         return name.isEmpty() ? nobody : name;

@@ -100,7 +100,7 @@ QString actionText(int action, const Variant& historyColumn, bool breakOut) {
     static const QString names[] = {QStringLiteral("Accepted"), QStringLiteral("Declined"),
                                     QStringLiteral("Deleted")};
     const bool known = action >= 0 && action < static_cast<int>(std::size(names));
-    const QString name = known ? names[action] : QString();
+    QString name = known ? names[action] : QString();
     if (!breakOut || historyColumn.isNull())
         return name;
     const bool isDouble = historyColumn.toText().endsWith(QLatin1Char('2'));

@@ -126,7 +126,8 @@ Date fromQDate(QDate day) {
 
 Date fromQDateTime(const QDateTime& moment) {
     const double days = fromQDate(moment.date()).serial;
-    const double time = moment.time().msecsSinceStartOfDay() / 1000 / secondsPerDay;
+    const int seconds = moment.time().msecsSinceStartOfDay() / 1000;
+    const double time = seconds / secondsPerDay;
     return {days < 0 ? days - time : days + time};
 }
 

@@ -148,14 +148,14 @@ Status LateBoundObject::invoke(const char16_t* name, InvokeKind kind, const Boun
     return statusException;
 }
 
-void LateBoundObject::addMethod(const QString& name, Member member) {
-    m_members.insert({name.toLower(), InvokeKind::Method}, std::move(member));
+void LateBoundObject::addMethod(const QString& name, const Member& member) {
+    m_members.insert({name.toLower(), InvokeKind::Method}, member);
 }
 
-void LateBoundObject::addProperty(const QString& name, Member get, Member set) {
-    m_members.insert({name.toLower(), InvokeKind::PropertyGet}, std::move(get));
+void LateBoundObject::addProperty(const QString& name, const Member& get, const Member& set) {
+    m_members.insert({name.toLower(), InvokeKind::PropertyGet}, get);
     if (set)
-        m_members.insert({name.toLower(), InvokeKind::PropertySet}, std::move(set));
+        m_members.insert({name.toLower(), InvokeKind::PropertySet}, set);
 }
 
 // A late-bound caller cannot always tell a method from a property that it reads.

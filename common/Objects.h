@@ -54,8 +54,8 @@ protected:
     LateBoundObject() { ++s_alive; }
     virtual ~LateBoundObject() { --s_alive; }
 
-    void addMethod(const QString& name, Member member);
-    void addProperty(const QString& name, Member get, Member set = {});
+    void addMethod(const QString& name, const Member& member);
+    void addProperty(const QString& name, const Member& get, const Member& set = {});
 
 private:
     struct MemberKey {

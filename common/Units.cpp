@@ -44,7 +44,7 @@ QString decimalHours(const QString& text) {
 
 QString clockOrHours(const Variant& value) {
     if (value.type() == Variant::Type::Text) {
-        const QString hours = decimalHours(value.toText());
+        QString hours = decimalHours(value.toText());
         if (!hours.isEmpty())
             return hours;
     }

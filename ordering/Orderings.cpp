@@ -20,7 +20,7 @@ Ordering current(const Recordset& rows) {
 
 // All orderings, with the one of this description as the current row, if there is one.
 std::shared_ptr<Recordset> find(const QString& dataPath, const QString& descr) {
-    const auto rows = openAddInFile(dataPath)->openRecordset(
+    auto rows = openAddInFile(dataPath)->openRecordset(
         QStringLiteral("Select * from [tlyr_order];"), RecordsetType::Dynaset);
     rows->findFirst(QStringLiteral("[descr] = '") + descr.trimmed() + QLatin1Char('\''));
     return rows;

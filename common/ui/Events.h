@@ -21,7 +21,7 @@ void connect(const Sender* sender, Signal signal, QWidget* window, Handler handl
         run(window, [&] {
             if constexpr (std::is_invocable_v<Handler, decltype(args)...>)
                 handler(std::forward<decltype(args)>(args)...);
-            else
+            else if constexpr (std::is_invocable_v<Handler>)
                 handler();
         });
     });

@@ -236,6 +236,7 @@ std::vector<DemoPerson> makePeople(const DemoSettings& settings, QRandomGenerato
     NameList names(random);
     CodeList codes(settings.employees, random);
     std::vector<DemoPerson> people;
+    people.reserve(static_cast<std::size_t>(settings.employees));
     for (int made = 0; made < settings.employees; ++made)
         people.push_back(makePerson(names, codes, settings.end, random));
     numberBySeniority(people, random);
