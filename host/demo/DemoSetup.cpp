@@ -9,7 +9,9 @@ namespace tallyroom::host {
 
 namespace {
 
-constexpr int periodDays = 14;
+// The period under way: what is offered for the coming days counts in it.
+constexpr int pastDays = 14;
+constexpr int comingDays = 7;
 
 struct Key {
     const char* element;
@@ -90,7 +92,8 @@ void loadSetup(SQLite::Database& database, const DemoSettings& settings) {
     const auto codes = demoAnswerCodes();
     TableLoader(database, u"tlyr_assoc").insert({codes[0], codes[1], codes[2], codes[3]});
     TableLoader(database, u"tlyr_period")
-        .insert({dayText(settings.end.addDays(1 - periodDays)), dayText(settings.end)});
+        .insert({dayText(settings.end.addDays(1 - pastDays)),
+                 dayText(settings.end.addDays(comingDays))});
     TableLoader rows(database, u"tlyr_order");
     for (const Ordering& ordering : orderings())
         rows.insert({ordering.description, utf8(detailsText(ordering))});
