@@ -1,5 +1,8 @@
 #include "addin/Component.h"
 
+#include "addin/Application.h"
+#include "addin/Descriptor.h"
+#include "addin/InstallationRecord.h"
 #include "addin/TLYR.h"
 #include "common/CoreFunctions.h"
 #include "common/RunError.h"
@@ -17,9 +20,22 @@ int locks = 0;
 int factories = 0;
 bool madeApplication = false;
 
+using Creator = LateBoundObject* (*)();
+
+// The classes that a host can create.
+Creator creatorOf(const Guid& classId) {
+    if (classId == classTLYR)
+        return []() -> LateBoundObject* { return new TLYR(hostContext); };
+    if (classId == classAddInDescriptor)
+        return []() -> LateBoundObject* { return new a_BCAddInDescriptor; };
+    if (classId == classMemberInfo)
+        return []() -> LateBoundObject* { return new MemberInfo; };
+    return nullptr;
+}
+
 class ClassFactory final : public IClassFactory {
 public:
-    ClassFactory() { ++factories; }
+    explicit ClassFactory(Creator create) : m_create(create) { ++factories; }
     ClassFactory(const ClassFactory&) = delete;
     ClassFactory& operator=(const ClassFactory&) = delete;
 
@@ -37,8 +53,7 @@ public:
             return statusPointer;
         *object = nullptr;
         try {
-            *object = new TLYR(hostContext);
-            (*object)->addRef();
+            *object = Counted<IObject>(m_create()).detach();
             return statusOk;
         } catch (const std::bad_alloc&) {
             return statusOutOfMemory;
@@ -57,6 +72,7 @@ public:
 private:
     ~ClassFactory() { --factories; }
 
+    Creator m_create;
     std::uint32_t m_references = 1;
 };
 
@@ -79,12 +95,15 @@ void startUpOnce() {
     static std::once_flag started;
     std::call_once(started, [] {
         CoreFunctions::InitializeCF();
-        // The installation record is written here.
+        Registry registry;
+        InstallationRecord::write(registry, QStringLiteral("Add-Ins.02"), applicationInfo(),
+                                  QStringLiteral("DLL"));
     });
 }
 
 IClassFactory* classFactory(const Guid& classId) {
-    return classId == classTLYR ? new ClassFactory : nullptr;
+    const Creator create = creatorOf(classId);
+    return create ? new ClassFactory(create) : nullptr;
 }
 
 bool canUnload() {

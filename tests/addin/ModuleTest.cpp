@@ -5,6 +5,7 @@
 #include "tests/support/FakeHost.h"
 #include "tests/support/Printing.h"
 
+#include <QFile>
 #include <QProcess>
 #include <dlfcn.h>
 
@@ -64,6 +65,29 @@ TEST_F(ModuleTest, RefusesWhatItDoesNotHave) {
     EXPECT_EQ(getClassObject(nullptr, &interfaceClassFactory, &object), statusPointer);
     EXPECT_EQ(getClassObject(&classTLYR, &interfaceClassFactory, nullptr), statusPointer);
     EXPECT_EQ(factory()->createInstance(nullptr), statusPointer);
+}
+
+TEST_F(ModuleTest, DescribesItselfAndRecordsItsInstallation) {
+    const auto make = [this](const Guid& classId) {
+        void* object = nullptr;
+        EXPECT_EQ(getClassObject(&classId, &interfaceClassFactory, &object), statusOk);
+        const auto classFactory =
+            Counted<IClassFactory>::adopt(static_cast<IClassFactory*>(object));
+        IObject* instance = nullptr;
+        EXPECT_EQ(classFactory->createInstance(&instance), statusOk);
+        return ObjectRef(Counted<IObject>::adopt(instance));
+    };
+    for (int times = 0; times < 100; ++times) {
+        const ObjectRef descriptor = make(classAddInDescriptor);
+        const ObjectRef members = descriptor.property(QStringLiteral("Members")).toObject();
+        EXPECT_EQ(members.property(QStringLiteral("Count")).toLong(), 1);
+    }
+    const QString version = make(classMemberInfo).call(QStringLiteral("dllVersion")).toText();
+    QFile registry(qEnvironmentVariable("TALLYROOM_REGISTRY"));
+    ASSERT_TRUE(registry.open(QIODevice::ReadOnly));
+    const QString record = QString::fromUtf8(registry.readAll());
+    EXPECT_TRUE(record.contains(QStringLiteral("/TALLYROOM.DLL]")));
+    EXPECT_TRUE(record.contains(QStringLiteral("\"Version\"=\"") + version));
 }
 
 TEST_F(ModuleTest, SaysNoToUnloadingWhileAnythingIsAlive) {

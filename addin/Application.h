@@ -1,0 +1,37 @@
+// What the module knows of itself: where it lies and which version it is.
+#pragma once
+
+#include "common/Objects.h"
+
+#include <QString>
+
+namespace tallyroom {
+
+struct ApplicationInfo {
+    QString path;     // folder of the module's file
+    QString fileName; // without its extension
+    QString title;
+    QString comments;
+    int major = 0;
+    int minor = 0;
+    int revision = 0;
+
+    // major "." minor "." revision, each without leading zeros
+    QString version() const;
+};
+
+const ApplicationInfo& applicationInfo();
+
+// The same for hosts: properties Path, EXEName, Title, Comments, Major, Minor and Revision.
+class ApplicationObject : public LateBoundObject {
+public:
+    ApplicationObject();
+};
+
+// Reports the component's version: function `dllVersion`.
+class MemberInfo : public LateBoundObject {
+public:
+    MemberInfo();
+};
+
+} // namespace tallyroom

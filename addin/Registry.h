@@ -1,0 +1,43 @@
+// The machine-wide registry: keys with named text values and an unnamed default value.
+#pragma once
+
+#include <QMap>
+#include <QString>
+#include <functional>
+#include <optional>
+
+namespace tallyroom {
+
+// Kept as one text file in the form that registries are exported in, so that any editor reads it.
+// The file lies in the system's variable-data folder; the environment variable TALLYROOM_REGISTRY
+// names another one. Keys are paths under HKEY_LOCAL_MACHINE, parts separated by "\"; keys and
+// names are compared without regard to case. Every change takes a lock, reads the file, and
+// replaces it as a whole.
+class Registry {
+public:
+    // Opens nothing yet; each operation does.
+    explicit Registry(QString file = defaultFile());
+
+    static QString defaultFile();
+
+    // All return false when the registry cannot be read or written; nothing has changed then.
+    bool createKey(const QString& key);
+    bool deleteKey(const QString& key); // with the keys below it; also false when there is none
+    // An empty name is the key's default value. The key is created if need be.
+    bool setValue(const QString& key, const QString& name, const QString& text);
+
+    std::optional<QString> value(const QString& key, const QString& name) const;
+    bool hasKey(const QString& key) const;
+
+private:
+    using Values = QMap<QString, QString>; // by name; "" is the default value
+    using Keys = QMap<QString, Values>;
+
+    std::optional<Keys> read() const; // nothing when the file is there but cannot be read
+    bool write(const Keys& keys) const;
+    bool change(const std::function<bool(Keys&)>& edit) const;
+
+    QString m_file;
+};
+
+} // namespace tallyroom

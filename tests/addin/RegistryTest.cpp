@@ -1,0 +1,86 @@
+#include "addin/Registry.h"
+#include "addin/InstallationRecord.h"
+#include "tests/support/Printing.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+using namespace tallyroom;
+
+namespace {
+
+class RegistryTest : public testing::Test {
+protected:
+    QString contents() const {
+        QFile opened(file);
+        EXPECT_TRUE(opened.open(QIODevice::ReadOnly));
+        return QString::fromUtf8(opened.readAll());
+    }
+
+    QTemporaryDir folder;
+    QString file = folder.filePath(QStringLiteral("deep/registry.reg"));
+    Registry registry{file};
+};
+
+TEST_F(RegistryTest, KeepsValuesInTheExportedForm) {
+    EXPECT_TRUE(registry.setValue(QStringLiteral("A\\B"), QStringLiteral("Name \"x\""),
+                                  QStringLiteral("C:\\é")));
+    EXPECT_TRUE(registry.setValue(QStringLiteral("a\\b"), QString(), QStringLiteral("default")));
+    EXPECT_EQ(contents(), QStringLiteral("Windows Registry Editor Version 5.00\n\n"
+                                         "[HKEY_LOCAL_MACHINE\\A\\B]\n@=\"default\"\n"
+                                         "\"Name \\\"x\\\"\"=\"C:\\\\é\"\n"));
+    EXPECT_EQ(registry.value(QStringLiteral("A\\b"), QStringLiteral("NAME \"X\"")),
+              QStringLiteral("C:\\é"));
+    EXPECT_FALSE(registry.value(QStringLiteral("A\\B"), QStringLiteral("other")));
+    EXPECT_TRUE(registry.createKey(QStringLiteral("A\\BC")));
+    EXPECT_TRUE(registry.deleteKey(QStringLiteral("A\\B")));
+    EXPECT_FALSE(registry.hasKey(QStringLiteral("A\\B")));
+    EXPECT_TRUE(registry.hasKey(QStringLiteral("A\\BC")));
+    EXPECT_FALSE(registry.deleteKey(QStringLiteral("A\\B")));
+}
+
+TEST_F(RegistryTest, WhatCannotBeWrittenIsNotAnError) {
+    Registry nowhere(QStringLiteral("/proc/no/registry.reg"));
+    EXPECT_FALSE(nowhere.createKey(QStringLiteral("A")));
+    EXPECT_FALSE(nowhere.value(QStringLiteral("A"), QString()));
+    InstallationRecord::write(nowhere, QString(), applicationInfo(), QString());
+}
+
+TEST_F(RegistryTest, TheRecordIsReplacedAtEveryLoad) {
+    ApplicationInfo application;
+    application.path = QStringLiteral("C:\\Program Files\\Host");
+    application.fileName = QStringLiteral("vrlxai02");
+    application.comments = QStringLiteral("Comments");
+    application.major = 9;
+    const QString category = QStringLiteral(" Add-Ins.02 ");
+    const QString kind = QStringLiteral("Dll");
+    const QString key = InstallationRecord::keyOf(category, application, kind);
+    EXPECT_EQ(key, QStringLiteral("Software\\Vorelax Inc.\\Installed Dynamic Link Libraries\\"
+                                  "Add-Ins.02\\c:/program files/host/VRLXAI02.DLL"));
+    application.path += QLatin1Char('\\');
+    EXPECT_EQ(InstallationRecord::keyOf(category, application, kind), key);
+
+    registry.setValue(key, QStringLiteral("Old"), QStringLiteral("value"));
+    InstallationRecord::write(registry, category, application, kind);
+    EXPECT_FALSE(registry.value(key, QStringLiteral("Old")));
+    EXPECT_EQ(registry.value(key, QStringLiteral("Version")), QStringLiteral("9.0.0"));
+    EXPECT_EQ(registry.value(key, QStringLiteral("Application Comments")),
+              QStringLiteral("Comments"));
+    const QString lastRan = *registry.value(key, QStringLiteral("Last Ran"));
+    EXPECT_TRUE(
+        lastRan.contains(QString::number(QDate::currentDate().year()) + QStringLiteral(" at ")))
+        << lastRan.toStdString();
+}
+
+TEST_F(RegistryTest, ASubKeyTurnsTheTextIntoTheDefaultValue) {
+    const QString key = QStringLiteral("K");
+    InstallationRecord::writeStringValue(registry, key, QString(), QStringLiteral("n"),
+                                         QStringLiteral("1"));
+    InstallationRecord::writeStringValue(registry, key, QStringLiteral("sub"), QStringLiteral("n"),
+                                         QStringLiteral("2"));
+    EXPECT_EQ(registry.value(key, QStringLiteral("n")), QStringLiteral("1"));
+    EXPECT_EQ(registry.value(key, QString()), QStringLiteral("2"));
+    EXPECT_FALSE(registry.hasKey(QStringLiteral("K\\sub")));
+}
+
+} // namespace
