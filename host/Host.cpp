@@ -5,6 +5,8 @@
 #include "host/HostMessages.h"
 #include "host/SplashPicture.h"
 
+#include <algorithm>
+
 namespace tallyroom::host {
 
 Host::Host(const Options& options)
@@ -15,8 +17,10 @@ Host::Host(const Options& options)
     const QImage splash = drawSplash();
     m_menu = std::make_unique<frmMenu>(m_database, m_data, splash);
     m_menu->describe(options.dataFolder, options.user);
-    QObject::connect(m_menu.get(), &frmMenu::boardRequested, m_menu.get(),
-                     [this] { runCommand(m_menu.get(), [this] { openBoard(); }); });
+    QObject::connect(m_menu.get(), &frmMenu::entryRequested, m_menu.get(),
+                     [this](const QString& callName) {
+                         runCommand(m_menu.get(), [this, callName] { callEntry(callName); });
+                     });
     m_bucket = new BucketObject(m_selection, m_data);
     m_bucketForm = ObjectRef(Counted<IObject>(m_bucket));
     m_datePickerForm = makeObject<DatePickerObject>();
@@ -39,22 +43,57 @@ void Host::select(const QStringList& codes) {
 }
 
 void Host::showMenu() {
+    m_menu->setEntries({});
     m_menu->show();
+    runCommand(m_menu.get(), [this] { m_menu->setEntries(entries()); });
 }
 
-Variant Host::boardArguments() const {
+const std::vector<AddInEntry>& Host::entries() {
+    if (!m_module) {
+        auto module = std::make_unique<AddInModule>(findModule(m_options.moduleFile));
+        m_entries = readEntries(module->createObject(classAddInDescriptor));
+        m_module = std::move(module);
+    }
+    return m_entries;
+}
+
+// A kind that this host has nothing for is passed as Empty.
+Variant Host::valueOf(std::int32_t kind) const {
+    constexpr std::int32_t userName = 13;
+    switch (kind) {
+    case frm_Menu:
+        return Variant(m_menuForm);
+    case ParameterTypes::frmBucket:
+        return Variant(m_bucketForm);
+    case DataPathBCX:
+    case ClientDataPathBCX:
+    case ArchiveDataPathBCX:
+        return Variant(m_options.dataFolder);
+    case SplashScreenPictureBox:
+        return Variant(m_splashPicture);
+    case PickDateForm:
+        return Variant(m_datePickerForm);
+    case userName:
+        return Variant(m_options.user);
+    default:
+        return {};
+    }
+}
+
+void Host::callEntry(const QString& callName) {
+    const auto& all = entries();
+    const auto found = std::find_if(all.begin(), all.end(), [&](const AddInEntry& entry) {
+        return entry.callName.compare(callName, Qt::CaseInsensitive) == 0;
+    });
+    if (found == all.end())
+        throw RunError(ErrorNumber::noSuchMember,
+                       QStringLiteral("The add-in has no entry \"%1\".").arg(callName),
+                       QStringLiteral("Brightclock"));
     VariantArray values;
     values.lowerBound = 1;
-    values.elements = {Variant(m_options.dataFolder), Variant(m_bucketForm),
-                       Variant(m_datePickerForm),     Variant(m_menuForm),
-                       Variant(m_splashPicture),      Variant(m_options.user)};
-    return Variant(std::move(values));
-}
-
-void Host::openBoard() {
-    if (!m_module)
-        m_module = std::make_unique<AddInModule>(findModule(m_options.moduleFile));
-    m_module->createObject(classTLYR).call(QStringLiteral("TLYRShow"), {boardArguments()});
+    for (const std::int32_t kind : found->parameters)
+        values.elements.push_back(valueOf(kind));
+    m_module->createObject(classTLYR).call(found->callName, {Variant(std::move(values))});
 }
 
 } // namespace tallyroom::host

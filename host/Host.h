@@ -1,6 +1,7 @@
 // The running host: its data, the objects that it offers to add-ins, and the add-in.
 #pragma once
 
+#include "host/AddInEntries.h"
 #include "host/AddInModule.h"
 #include "host/Options.h"
 #include "host/frmBucket.h"
@@ -19,14 +20,18 @@ public:
     Host(const Host&) = delete;
     Host& operator=(const Host&) = delete;
 
+    // Shows the main window with the add-in's entries. Without an add-in it says why and shows
+    // none.
     void showMenu();
 
-    // Opens the add-in's board; returns when the user closes it. Raises what the add-in reports.
-    void openBoard();
+    // Calls an entry of the add-in; returns when the user has closed what it opened. Raises what
+    // the add-in reports, and 438 for an entry that it does not describe.
+    void callEntry(const QString& callName);
 
 private:
     void select(const QStringList& codes);
-    Variant boardArguments() const;
+    const std::vector<AddInEntry>& entries(); // loads the add-in when it is first needed
+    Variant valueOf(std::int32_t kind) const;
 
     Options m_options;
     std::shared_ptr<Database> m_database;
@@ -38,7 +43,8 @@ private:
     ObjectRef m_datePickerForm;
     ObjectRef m_menuForm;
     ObjectRef m_splashPicture;
-    std::unique_ptr<AddInModule> m_module; // loaded when it is first needed
+    std::unique_ptr<AddInModule> m_module;
+    std::vector<AddInEntry> m_entries;
 };
 
 } // namespace tallyroom::host

@@ -53,11 +53,11 @@ int createData(const DemoSettings& settings) {
 
 int runBoard(const Options& options) {
     if (options.pictureFile.isEmpty()) {
-        Host(options).openBoard();
+        Host(options).callEntry(options.openEntry);
         return exitSuccess;
     }
     const BoardPicture picture(options.pictureFile);
-    Host(options).openBoard();
+    Host(options).callEntry(options.openEntry);
     if (picture.isTaken())
         return exitSuccess;
     printError(QStringLiteral("The board was not shown."));

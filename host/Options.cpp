@@ -7,7 +7,7 @@ namespace tallyroom::host {
 
 namespace {
 
-const QString entryName = QStringLiteral("TLYRShow");
+const QString boardEntry = QStringLiteral("TLYRShow"); // what a picture is taken of
 
 // What is wrong with the command line.
 struct UsageError {
@@ -121,10 +121,11 @@ void readRunOptions(const QCommandLineParser& parser, Options& options) {
     options.selection = selection(parser);
     options.pictureFile = parser.value(text("picture"));
     options.moduleFile = parser.value(text("module"));
-    options.openBoard = parser.isSet(text("open")) || parser.isSet(text("picture"));
-    if (parser.isSet(text("open")) && parser.value(text("open")) != entryName)
-        throw UsageError{text("The add-in has no entry \"%1\"; --open takes %2.")
-                             .arg(parser.value(text("open")), entryName)};
+    options.openEntry = parser.isSet(text("open"))      ? parser.value(text("open"))
+                        : parser.isSet(text("picture")) ? boardEntry
+                                                        : QString();
+    if (parser.isSet(text("open")) && options.openEntry.isEmpty())
+        throw UsageError{text("--open needs the name of an entry.")};
     if (parser.isSet(text("picture")) && options.pictureFile.isEmpty())
         throw UsageError{text("--picture needs the name of a file.")};
 }

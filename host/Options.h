@@ -17,12 +17,12 @@ struct Options {
     QString dataFolder;                   // Run; absolute
     QString user;                         // empty when the host has no users
     std::optional<QStringList> selection; // employee codes; without them everybody
-    bool openBoard = false;               // open the board at once and end with it
+    QString openEntry;                    // call this entry of the add-in at once and end with it
     QString pictureFile;                  // save a picture of the board there, without a display
     QString moduleFile;                   // the add-in's module; empty to look in the usual places
 
     // Nobody is expected to be at the screen, so errors go to standard error.
-    bool isScripted() const { return openBoard; }
+    bool isScripted() const { return !openEntry.isEmpty(); }
 };
 
 struct OptionsResult {

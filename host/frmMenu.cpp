@@ -38,8 +38,18 @@ void frmMenu::connectMenus() {
     connectHandler(m_ui->mnuchangesched, &frmMenu::mnuchangesched_click);
     connectHandler(m_ui->mnuemployeesch, &frmMenu::mnuemployeesch_click);
     connectHandler(m_ui->mnu_ot_anal, &frmMenu::mnu_ot_anal_click);
-    connect(m_ui->mnuTallyroom, &QAction::triggered, this, &frmMenu::boardRequested);
     connect(m_ui->mnuExit, &QAction::triggered, this, &QWidget::close);
+}
+
+void frmMenu::setEntries(const std::vector<AddInEntry>& entries) {
+    m_ui->mnuAddIns->clear();
+    m_ui->mnuAddIns->setEnabled(!entries.empty());
+    for (const AddInEntry& entry : entries) {
+        QAction* action = m_ui->mnuAddIns->addAction(entry.caption);
+        action->setObjectName(entry.callName);
+        connect(action, &QAction::triggered, this,
+                [this, name = entry.callName] { Q_EMIT entryRequested(name); });
+    }
 }
 
 void frmMenu::ttedit_click() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "common/Objects.h"
+#include "host/AddInEntries.h"
 #include "host/HostData.h"
 
 #include <QImage>
@@ -25,6 +26,9 @@ public:
 
     void describe(const QString& dataFolder, const QString& user); // in the status bar
 
+    // Replaces the entries of the add-in menu, each with its method's name as its object name.
+    void setEntries(const std::vector<AddInEntry>& entries);
+
     // Each opens a screen and returns when it is closed. They raise what reading the data raises.
     void ttedit_click();         // time and attendance transactions
     void mnupms_click();         // daily schedule
@@ -33,7 +37,7 @@ public:
     void mnu_ot_anal_click();    // overtime analysis
 
 Q_SIGNALS:
-    void boardRequested();
+    void entryRequested(const QString& callName);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

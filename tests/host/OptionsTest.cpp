@@ -24,7 +24,7 @@ TEST(Options, RefusesWhatDoesNotFitTogether) {
              "--create-data d --user x",
              "--data d --employees 5",
              "--data d --create-data e",
-             "--data d --open Else",
+             "--data d --open=",
              "--create-data d --employees 0",
              "--create-data d --employees many",
              "--create-data d --days 99999999",
@@ -48,7 +48,7 @@ TEST(Options, ReadsBothCommands) {
     const auto run = parse(QStringLiteral("--data d --select 1,2 --picture p.png")).options;
     ASSERT_TRUE(run);
     EXPECT_EQ(run->command, Command::Run);
-    EXPECT_TRUE(run->openBoard);
+    EXPECT_EQ(run->openEntry, QStringLiteral("TLYRShow"));
     EXPECT_EQ(*run->selection, QStringList({QStringLiteral("1"), QStringLiteral("2")}));
     EXPECT_FALSE(parse(QStringLiteral("--data d --select all")).options->selection);
 }

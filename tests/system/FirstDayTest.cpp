@@ -1,6 +1,7 @@
 // A supervisor's first day, from the host's call to recorded answers.
 #include "tests/system/SystemFixture.h"
 
+#include <QApplication>
 #include <QCalendarWidget>
 #include <QDialogButtonBox>
 #include <QListWidget>
@@ -154,6 +155,25 @@ TEST_F(FirstDayTest, ShortcutsOpenTheHostsScreens) {
             trigger(board, QString::fromUtf16(entry));
         }
     });
+}
+
+TEST_F(FirstDayTest, TheHostKnowsTheAddInByItsDescriptionOnly) {
+    host::Options options;
+    options.dataFolder = data.path();
+    options.moduleFile = QStringLiteral(TALLYROOM_MODULE);
+    host::Host running(options);
+    running.callEntry(QStringLiteral("Smallforge"));
+    EXPECT_EQ(errorNumberOf([&] { running.callEntry(QStringLiteral("Else")); }), 438);
+    running.showMenu();
+    QStringList captions;
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (auto* menu = window->findChild<QMenu*>(QStringLiteral("mnuAddIns"))) {
+            for (const QAction* action : menu->actions())
+                captions.append(action->objectName() + u'=' + action->text());
+        }
+    }
+    EXPECT_EQ(captions, QStringList({QStringLiteral("Smallforge=Database Structure"),
+                                     QStringLiteral("TLYRShow=Tallyroom")}));
 }
 
 } // namespace

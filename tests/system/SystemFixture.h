@@ -35,7 +35,7 @@ protected:
             use(board);
             clickButton(board, QStringLiteral("Command1"));
         });
-        running.openBoard();
+        running.callEntry(QStringLiteral("TLYRShow"));
     }
 
     static QTableView& grid(QWidget& window) {

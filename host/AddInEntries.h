@@ -1,0 +1,21 @@
+// What an add-in says that can be called.
+#pragma once
+
+#include "common/Objects.h"
+
+#include <QString>
+#include <vector>
+
+namespace tallyroom::host {
+
+// One entry of an add-in's self-description.
+struct AddInEntry {
+    QString callName;                     // the method to call
+    QString caption;                      // what the user sees
+    std::vector<std::int32_t> parameters; // kinds of value that the call wants, in order
+};
+
+// Walks the members of a descriptor and their entries, in order. Raises what the add-in reports.
+std::vector<AddInEntry> readEntries(const ObjectRef& descriptor);
+
+} // namespace tallyroom::host
