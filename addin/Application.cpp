@@ -18,6 +18,7 @@ QString ownFile() {
 ApplicationInfo readInfo() {
     const QFileInfo file(ownFile());
     ApplicationInfo info;
+    info.file = file.absoluteFilePath();
     info.path = file.absolutePath();
     info.fileName = file.completeBaseName();
     info.title = QStringLiteral("Tallyroom");

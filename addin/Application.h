@@ -8,7 +8,8 @@
 namespace tallyroom {
 
 struct ApplicationInfo {
-    QString path;     // folder of the module's file
+    QString file;     // the module's file, with its folder
+    QString path;     // its folder
     QString fileName; // without its extension
     QString title;
     QString comments;

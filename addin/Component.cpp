@@ -1,6 +1,7 @@
 #include "addin/Component.h"
 
 #include "addin/Application.h"
+#include "addin/ClassRegistration.h"
 #include "addin/Descriptor.h"
 #include "addin/InstallationRecord.h"
 #include "addin/TLYR.h"
@@ -108,6 +109,16 @@ IClassFactory* classFactory(const Guid& classId) {
 
 bool canUnload() {
     return locks == 0 && factories == 0 && LateBoundObject::aliveCount() == 0 && !madeApplication;
+}
+
+Status registerClasses() {
+    Registry registry;
+    return ClassRegistration::add(registry, applicationInfo()) ? statusOk : statusSelfRegistration;
+}
+
+Status unregisterClasses() {
+    Registry registry;
+    return ClassRegistration::remove(registry) ? statusOk : statusSelfRegistration;
 }
 
 void requireDisplay() {

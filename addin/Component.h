@@ -15,6 +15,10 @@ IClassFactory* classFactory(const Guid& classId);
 // host without a toolkit of its own: those cannot be taken down again.
 bool canUnload();
 
+// Write and remove the classes in the registry; statusSelfRegistration when it cannot be written.
+Status registerClasses();
+Status unregisterClasses();
+
 // Makes sure that windows can be shown: uses the host's application object or, for a host that has
 // none, makes one. Raises 429 when there is no display.
 void requireDisplay();

@@ -2,36 +2,50 @@
 #include "addin/Component.h"
 
 #include <exception>
+#include <new>
 
 using namespace tallyroom;
 
 #define TALLYROOM_EXPORT extern "C" __attribute__((visibility("default")))
+
+namespace {
+
+// No exception leaves the module.
+template<class Work>
+Status guarded(const Work& work) noexcept {
+    try {
+        return work();
+    } catch (const std::bad_alloc&) {
+        return statusOutOfMemory;
+    } catch (const std::exception&) {
+        return statusFail;
+    }
+}
+
+} // namespace
 
 TALLYROOM_EXPORT Status DllGetClassObject(const Guid* classId, const Guid* interfaceId,
                                           void** object) {
     if (!classId || !interfaceId || !object)
         return statusPointer;
     *object = nullptr;
-    try {
+    return guarded([&] {
         Component::startUpOnce();
         if (*interfaceId != interfaceClassFactory)
             return statusNoInterface;
         *object = Component::classFactory(*classId);
         return *object ? statusOk : statusClassNotAvailable;
-    } catch (const std::exception&) {
-        return statusFail;
-    }
+    });
 }
 
 TALLYROOM_EXPORT Status DllCanUnloadNow() {
     return Component::canUnload() ? statusOk : statusFalse;
 }
 
-// Hosts find the module by its file; there is no registry of classes to write to.
 TALLYROOM_EXPORT Status DllRegisterServer() {
-    return statusSelfRegistration;
+    return guarded(Component::registerClasses);
 }
 
 TALLYROOM_EXPORT Status DllUnregisterServer() {
-    return statusSelfRegistration;
+    return guarded(Component::unregisterClasses);
 }

@@ -58,6 +58,10 @@ bool Registry::createKey(const QString& key) {
     });
 }
 
+bool Registry::isWritable() {
+    return change([](Keys&) { return true; });
+}
+
 bool Registry::deleteKey(const QString& key) {
     return change([&](Keys& keys) {
         return keys.removeIf([&](const Keys::iterator& at) { return isBelow(at.key(), key); }) > 0;

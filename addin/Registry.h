@@ -23,6 +23,7 @@ public:
     // All return false when the registry cannot be read or written; nothing has changed then.
     bool createKey(const QString& key);
     bool deleteKey(const QString& key); // with the keys below it; also false when there is none
+    bool isWritable();
     // An empty name is the key's default value. The key is created if need be.
     bool setValue(const QString& key, const QString& name, const QString& text);
 

@@ -1,4 +1,5 @@
 #include "addin/Registry.h"
+#include "addin/ClassRegistration.h"
 #include "addin/InstallationRecord.h"
 #include "tests/support/Printing.h"
 
@@ -81,6 +82,24 @@ TEST_F(RegistryTest, ASubKeyTurnsTheTextIntoTheDefaultValue) {
     EXPECT_EQ(registry.value(key, QStringLiteral("n")), QStringLiteral("1"));
     EXPECT_EQ(registry.value(key, QString()), QStringLiteral("2"));
     EXPECT_FALSE(registry.hasKey(QStringLiteral("K\\sub")));
+}
+
+TEST_F(RegistryTest, ClassesAreWrittenWhereHostsFindThem) {
+    ApplicationInfo application;
+    application.file = QStringLiteral("/lib/tallyroom.so");
+    ASSERT_TRUE(ClassRegistration::add(registry, application));
+    const QString id =
+        *registry.value(QStringLiteral("Software\\Classes\\Tallyroom.TLYR\\CLSID"), QString());
+    EXPECT_EQ(id, QStringLiteral("{6B1F5C52-3B0E-4C57-9A41-702D15E8B001}"));
+    EXPECT_EQ(registry.value(QStringLiteral("Software\\Classes\\CLSID\\%1\\InprocServer32").arg(id),
+                             QString()),
+              application.file);
+    EXPECT_TRUE(ClassRegistration::remove(registry));
+    EXPECT_EQ(contents().count(QLatin1Char('[')), 0);
+    EXPECT_TRUE(ClassRegistration::remove(registry)) << "nothing is left to remove";
+    Registry nowhere(QStringLiteral("/proc/no/registry.reg"));
+    EXPECT_FALSE(ClassRegistration::add(nowhere, application));
+    EXPECT_FALSE(ClassRegistration::remove(nowhere));
 }
 
 } // namespace
