@@ -40,12 +40,16 @@ std::string fileIn(const QTemporaryDir& folder, const char* name) {
     return folder.filePath(QString::fromLatin1(name)).toStdString();
 }
 
+std::string text(const char* pattern, int number) {
+    return QString::fromLatin1(pattern).arg(number).toStdString();
+}
+
 void fillEmployees(const QTemporaryDir& folder) {
     SQLite::Database database(fileIn(folder, "bcx.mdb"), SQLite::OPEN_READWRITE);
     SQLite::Transaction transaction(database);
     SQLite::Statement insert(database, "INSERT INTO Employee (emp_code, emp_name) VALUES (?, ?)");
     for (int n = 0; n < employees; ++n) {
-        SQLite::bind(insert, "E" + std::to_string(n), "Employee number " + std::to_string(n));
+        SQLite::bind(insert, text("E%1", n), text("Employee number %1", n));
         insert.exec();
         insert.reset();
     }
@@ -60,8 +64,8 @@ void fillAudit(const QTemporaryDir& folder, int entries) {
                   "VALUES (datetime('2020-01-01', ?), 'Ann', ?, '2020-02-03 00:00:00', ?, ?, "
                   "'tlyrAccepted')");
     for (int n = 0; n < entries; ++n) {
-        SQLite::bind(insert, "+" + std::to_string(n) + " minutes",
-                     "E" + std::to_string(n * 7 % employees), n % 3, n % 1440);
+        SQLite::bind(insert, text("+%1 minutes", n), text("E%1", n * 7 % employees), n % 3,
+                     n % 1440);
         insert.exec();
         insert.reset();
     }
