@@ -165,7 +165,8 @@ std::shared_ptr<Recordset> SqliteDatabase::open(const RecordsetQuery& query) {
 }
 
 void SqliteDatabase::beginBatch() {
-    connection().run(QStringLiteral("BEGIN"));
+    connection().run(
+        QStringLiteral("BEGIN IMMEDIATE")); // a later upgrade would not wait for others
     m_inBatch = true;
 }
 

@@ -9,6 +9,7 @@
 #include <iterator>
 #include <limits>
 #include <sqlite3.h>
+#include <string_view>
 
 namespace tallyroom {
 
@@ -150,6 +151,24 @@ constexpr ScalarFunction scalarFunctions[] = {
 // Not usable from within the schema of a file that someone else has made.
 constexpr int functionFlags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY;
 
+// Blanks at the end of a text do not count in a comparison.
+std::string_view withoutTrailingBlanks(const void* text, int length) {
+    std::string_view view(static_cast<const char*>(text), static_cast<std::size_t>(length));
+    const std::size_t last = view.find_last_not_of(' ');
+    return view.substr(0, last == std::string_view::npos ? 0 : last + 1);
+}
+
+// The order of the engine's own NOCASE (letters A to Z in either case) but for blanks at the end.
+// It takes that name over on our connections; texts that differ in such blanks stand side by side
+// in either order, so that the files' indexes serve both.
+int compareTexts(void*, int leftLength, const void* left, int rightLength, const void* right) {
+    const std::string_view a = withoutTrailingBlanks(left, leftLength);
+    const std::string_view b = withoutTrailingBlanks(right, rightLength);
+    const int order =
+        sqlite3_strnicmp(a.data(), b.data(), static_cast<int>(std::min(a.size(), b.size())));
+    return order != 0 ? order : static_cast<int>(a.size()) - static_cast<int>(b.size());
+}
+
 } // namespace
 
 bool registerSqliteFunctions(sqlite3* connection) {
@@ -161,6 +180,9 @@ bool registerSqliteFunctions(sqlite3* connection) {
                                                 functionFlags, nullptr, function.call, nullptr,
                                                 nullptr, nullptr);
     }
+    if (result == SQLITE_OK)
+        result = sqlite3_create_collation_v2(connection, "NOCASE", SQLITE_UTF8, nullptr,
+                                             compareTexts, nullptr);
     return result == SQLITE_OK;
 }
 
