@@ -94,14 +94,9 @@ public:
         });
         std::shared_ptr<Recordset> totals;
         step([&] { totals = openTotals(); });
-        beginBatch();
-        bool anyTotals = false;
-        step([&] { anyTotals = !required(totals).eof(); });
-        if (anyTotals)
-            merge(*totals);
-        step([&] { totals.reset(); });
-        finish();
-        commitBatch();
+        while (!mergeAndFinish(totals)) {
+        }
+        CloseObject(totals);
     }
 
 private:
@@ -116,6 +111,27 @@ private:
     std::shared_ptr<Recordset> openTotals() const {
         return required(m_state.HostOptionsDb)
             .openRecordset(totalsQuery(filter(), m_state.period), RecordsetType::Dynaset);
+    }
+
+    // The merge and what follows share one write to the disk: nobody reads the half-filled scratch
+    // table, and the statements of a finished step survive a failing one all the same. When that
+    // write itself fails all of it is undone, so that a retry does all of it again.
+    bool mergeAndFinish(const std::shared_ptr<Recordset>& totals) {
+        try {
+            beginBatch();
+            bool anyTotals = false;
+            step([&] { anyTotals = required(totals).rowCount() > 0; });
+            if (anyTotals) {
+                step([&] { totals->moveFirst(); });
+                merge(*totals);
+            }
+            finish();
+            commitBatch();
+            return true;
+        } catch (const RunError& error) {
+            m_batch.reset();
+            return !retryAfter(error);
+        }
     }
 
     // A one-sided merge: the totals advance only on a match, so totals of somebody who is not on
@@ -219,8 +235,6 @@ private:
         m_dropped = true;
     }
 
-    // The merge and what follows share one write to the disk: nobody reads the half-filled scratch
-    // table, and the statements of a finished step survive a failing one all the same.
     void beginBatch() {
         if (m_main)
             m_batch.emplace(m_main);

@@ -28,8 +28,11 @@ ErrorAnswer askAboutError(QWidget* parent, const RunError& error) {
                          QString::number(error.number()) + QStringLiteral("\nDescription: \t") +
                          error.description().trimmed() + QStringLiteral("\nSource: \t\t") +
                          error.source().trimmed() + QStringLiteral("\n\n");
-    switch (Messages::show(parent, text, QMessageBox::Critical,
-                           QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore)) {
+    const auto button =
+        Messages::show(parent, text, QMessageBox::Critical,
+                       QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore);
+    WaitPointer::show(); // the box brought the window to the front, which took the pointer away
+    switch (button) {
     case QMessageBox::Retry:
         return ErrorAnswer::Retry;
     case QMessageBox::Ignore:
@@ -74,9 +77,10 @@ void Tallyroom::Form_Load() {
     m_ui->mnuDefinePeriod->setVisible(m_context.isMaster());
     m_ui->mnuValidate->setVisible(m_context.isMaster());
     LoadOrderings();
+    // Most answers are for today's overtime; the user sees the date and may change it.
+    m_ui->to_date->setText(Dates::format(Dates::today(), QStringLiteral("mm/dd/yyyy")));
     showBreakOut();
     Canvass();
-    m_ui->to_date->setText(Dates::format(Dates::today(), QStringLiteral("mm/dd/yyyy")));
     auto* dates = new DateBinding(this, m_context.DatePickerForm);
     dates->bind(m_ui->to_date, m_ui->SSCommand2);
 }
@@ -132,14 +136,8 @@ void Tallyroom::Form_Resize() {
 }
 
 void Tallyroom::Command1_Click() {
-    try {
-        m_state.rows().close();
-    } catch (const RunError&) { // the window closes whatever becomes of its files
-    }
-    try {
-        m_state.HostOptionsDb->close();
-    } catch (const RunError&) { // likewise
-    }
+    CloseObject(m_state.CanvassRs);
+    CloseObject(m_state.HostOptionsDb);
     m_closing = true;
     close();
     m_loop.quit();
@@ -159,25 +157,27 @@ void Tallyroom::Canvass() {
 // Any error ends the fill where it is, without a report; the grid shows what came in until then.
 void Tallyroom::Update() {
     WaitPointer::show();
+    int unknownElements = 0;
     {
         const GridFill fill(*m_ui->Grid);
         try {
-            fillGrid();
+            fillGrid(unknownElements);
         } catch (const RunError&) {
         }
     }
+    for (; unknownElements > 0; --unknownElements)
+        Messages::show(this, QStringLiteral("Error"), QMessageBox::NoIcon);
     WaitPointer::hide();
 }
 
-void Tallyroom::fillGrid() {
+void Tallyroom::fillGrid(int& unknownElements) {
     TextMeasurer measurer(m_ui->Picture1);
     const CanvassOptions shown = options();
     CanvassFill::begin(*m_ui->Grid, measurer);
     CanvassTotals::applyMultipliers(m_state, shown.multiply);
     if (const QAction* ordering = checkedOrdering())
-        m_state.rows().setSort(sortExpression(ordering->data().toString(), shown, [this] {
-            Messages::show(this, QStringLiteral("Error"), QMessageBox::NoIcon);
-        }));
+        m_state.rows().setSort(sortExpression(ordering->data().toString(), shown,
+                                              [&unknownElements] { ++unknownElements; }));
     const auto rows = m_state.rows().openRecordset();
     if (!rows->eof())
         CanvassFill::fill(*m_ui->Grid, measurer, *rows, shown);

@@ -77,7 +77,8 @@ private:
     QAction* checkedOrdering() const;
     void firstRunSetup();
     void showBreakOut();
-    void fillGrid();
+    // Counts the elements of the ordering that the board does not know; they are reported later.
+    void fillGrid(int& unknownElements);
     QStringList selectedEmployees() const;
     CanvassOptions options() const;
 
