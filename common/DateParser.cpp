@@ -77,8 +77,9 @@ int monthOf(const QString& word) {
 // Takes the time of day out of the text. False when there is one that no clock shows.
 bool takeTime(QString& text, std::optional<QTime>& time) {
     static const QRegularExpression pattern(
-        QStringLiteral("(?:^|(?<=\\s))(?:(\\d+)\\s*[:.]\\s*(\\d+)(?:\\s*[:.]\\s*(\\d+))?"
-                       "\\s*(am|pm|a|p)?|(\\d+)\\s*(am|pm|a|p))(?=$|\\s)"),
+        QStringLiteral(
+            "(?:^|(?<=\\s))(?:(\\d{1,2})\\s*[:.]\\s*(\\d{1,2})(?:\\s*[:.]\\s*(\\d{1,2}))?"
+            "\\s*(am|pm|a|p)?|(\\d{1,2})\\s*(am|pm|a|p))(?=$|\\s)"),
         QRegularExpression::CaseInsensitiveOption);
     const auto match = pattern.match(text);
     if (!match.hasMatch())

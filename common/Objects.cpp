@@ -107,7 +107,12 @@ Variant ObjectRef::invoke(const QString& name, InvokeKind kind, const Arguments&
     BoundaryValue result;
     BoundaryError error;
     const Counted<IObject> alive = m_object; // the call may drop the last other reference
-    if (alive->invoke(member.c_str(), kind, values.data(), values.size(), &result, &error) < 0)
+    const Status status =
+        alive->invoke(member.c_str(), kind, values.data(), values.size(), &result, &error);
+    if (status < 0 && error.number == 0) // the other side failed without a word
+        throw RunError::make(status == statusOutOfMemory ? ErrorNumber::outOfMemory
+                                                         : ErrorNumber::internalError);
+    if (status < 0)
         throw runErrorOf(error);
     return tallyroom::fromBoundary(result);
 }
@@ -173,13 +178,6 @@ const Variant& argument(const Arguments& args, std::size_t index) {
     if (index >= args.size())
         throw RunError::make(ErrorNumber::wrongArgumentCount);
     return args[index];
-}
-
-void CloseObject(const ObjectRef& object) noexcept {
-    try {
-        object.call(QStringLiteral("Close"));
-    } catch (...) { // silent by design, see the header
-    }
 }
 
 } // namespace tallyroom

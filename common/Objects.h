@@ -5,7 +5,9 @@
 #include "common/Variant.h"
 
 #include <QHash>
+#include <exception>
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace tallyroom {
@@ -85,8 +87,15 @@ const Variant& argument(const Arguments& args, std::size_t index);
 BoundaryValue toBoundary(const Variant& value);
 Variant fromBoundary(const BoundaryValue& value);
 
-// Calls Close on any object by name and ignores every error: used where a command is on its way
-// out and nothing useful could be said about a close that fails.
-void CloseObject(const ObjectRef& object) noexcept;
+// Closes a recordset, a connection or whatever else has a close(), and ignores every error: used
+// where nothing useful could be said about a close that fails. The reference stays as it is.
+template<class Object>
+void CloseObject(const std::shared_ptr<Object>& object) noexcept {
+    try {
+        if (object)
+            object->close();
+    } catch (const std::exception&) { // silent by design, see above
+    }
+}
 
 } // namespace tallyroom

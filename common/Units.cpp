@@ -38,6 +38,7 @@ QString decimalHours(const QString& text) {
         hours = text.chopped(2).trimmed();
         add = mark == QLatin1String("PM") && parseNumber(hours).value_or(12) < 12 ? 12 : 0;
     }
+    hours.remove(QLatin1Char(' '));
     const auto value = hours.contains(QLatin1Char('.')) ? parseNumber(hours) : std::nullopt;
     return value ? QString::number(*value + add, 'f', 4) : QString();
 }
@@ -196,7 +197,10 @@ Date timeAsDate(const QString& text) {
     const auto minutes = parseNumber(text.mid(colon + 1));
     if (colon < 1 || !hours || !minutes || text.startsWith(QLatin1Char('-')) || *minutes > 59)
         throw RunError::make(ErrorNumber::typeMismatch);
-    return {(*hours * 60 + *minutes) / 1440};
+    const double total = *hours * 60 + *minutes;
+    if (total > 1440)
+        throw RunError::make(ErrorNumber::typeMismatch);
+    return {total / 1440};
 }
 
 } // namespace TimeConversion

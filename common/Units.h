@@ -27,7 +27,7 @@ namespace TimeConversion {
 // "7:30" is 450, "7.5" (hours) 450, "7:30 PM" 1170, "24:00" 1440. Raises 13 for other texts.
 std::int32_t toMinutes(const QString& text);
 QString toTimeText(std::int32_t minutes);
-// A time text of any whole number of days and hours as a date: "24:00" is one day. Raises 13.
+// A time text as a date. "24:00", no time of a clock, is one day; more raises 13.
 Date timeAsDate(const QString& text);
 } // namespace TimeConversion
 

@@ -85,7 +85,8 @@ bool DateBinding::eventFilter(QObject* watched, QEvent* event) {
         return QObject::eventFilter(watched, event);
     auto* box = static_cast<QLineEdit*>(watched);
     const auto* keyEvent = static_cast<QKeyEvent*>(event);
-    const bool isShortcut = isDateKey(keyEvent->key()) && keyEvent->modifiers() == Qt::NoModifier;
+    const auto modifiers = keyEvent->modifiers() & ~Qt::KeypadModifier;
+    const bool isShortcut = isDateKey(keyEvent->key()) && modifiers == Qt::NoModifier;
     if (box->isReadOnly() || !isShortcut)
         return QObject::eventFilter(watched, event);
     if (const auto date = Dates::parse(box->text()))

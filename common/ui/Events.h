@@ -23,6 +23,8 @@ void connect(const Sender* sender, Signal signal, QWidget* window, Handler handl
                 handler(std::forward<decltype(args)>(args)...);
             else if constexpr (std::is_invocable_v<Handler>)
                 handler();
+            else
+                static_assert(sizeof...(args) == 0, "the handler does not fit the signal");
         });
     });
 }

@@ -27,6 +27,8 @@ int GridModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant GridModel::data(const QModelIndex& index, int role) const {
+    if (index.row() >= rowCount() || index.column() >= columnCount())
+        return {}; // asked for while a fill is under way
     if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole)
         return m_rows[static_cast<std::size_t>(index.row()) + 1].value(index.column());
     if (role == Qt::TextAlignmentRole)
@@ -134,16 +136,17 @@ void Grid::beginFill() {
         m_model.beginResetModel();
 }
 
-// A view under a screen reader needs a valid current index; it is not a selection. The place to
-// which the user had scrolled stays.
+// A view under a screen reader needs a valid current index; it is not a selection. The current row
+// and the place to which the user had scrolled stay, so that work goes on where it was.
 void Grid::endFill() {
     if (--m_fills > 0)
         return;
+    const int current = std::max(0, std::min(currentIndex().row(), m_model.rowCount() - 1));
     const int scrolled = verticalScrollBar()->value();
     m_model.endResetModel();
     for (int column = 0; column < columns(); ++column)
         horizontalHeader()->resizeSection(column, columnWidthOf(column));
-    selectionModel()->setCurrentIndex(m_model.index(0, 0), QItemSelectionModel::NoUpdate);
+    selectionModel()->setCurrentIndex(m_model.index(current, 0), QItemSelectionModel::NoUpdate);
     updateGeometries();
     verticalScrollBar()->setValue(scrolled);
 }

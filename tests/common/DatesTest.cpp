@@ -45,6 +45,7 @@ TEST(Dates, ReadsTextsAsThePlatformDoes) {
         {u"1/2/", QStringLiteral("no date")},
         {u"1//2", QStringLiteral("no date")},
         {u"-1/2", QStringLiteral("no date")},
+        {u"99999999999:30", QStringLiteral("no date")},
         {u"5", QStringLiteral("no date")},
         {u"99999999999/1/1", QStringLiteral("no date")},
         {u"", QStringLiteral("no date")},

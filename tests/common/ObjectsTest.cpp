@@ -54,8 +54,6 @@ TEST(Objects, FailuresBecomeErrorsOfTheCaller) {
         EXPECT_EQ(errorNumberOf([] { ObjectRef().call(QStringLiteral("Show")); }), 91);
         EXPECT_EQ(object.get()->invoke(nullptr, InvokeKind::Method, nullptr, 0, nullptr, nullptr),
                   statusException);
-        CloseObject(object);
-        CloseObject(ObjectRef());
     }
     EXPECT_EQ(LateBoundObject::aliveCount(), before);
 }

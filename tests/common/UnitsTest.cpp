@@ -31,6 +31,7 @@ TEST(Units, ConvertBetweenEveryPair) {
         {Variant(0.25), u"TIME", u"4", QStringLiteral("06:00")},
         {Variant(u"7:30"), u"MINUTES", u"TIME", QStringLiteral("450")},
         {Variant(u"7.5"), u"MINUTES", u"TIME", QStringLiteral("450")},
+        {Variant(u"7. 5"), u"MINUTES", u"TIME", QStringLiteral("450")},
         {Variant(u"7.5 PM"), u"MINUTES", u"TIME", QStringLiteral("1170")},
         {Variant(u" 7:30 PM"), u"MINUTES", u"TIME", QStringLiteral("1170")},
         {Variant(u"24:00"), u"MINUTES", u"TIME", QStringLiteral("1440")},
@@ -72,7 +73,8 @@ TEST(Units, EveryAmountOfADayComesBackFromItsText) {
         EXPECT_EQ(TimeConversion::toMinutes(text), minutes);
         EXPECT_NEAR(TimeConversion::timeAsDate(text).serial * 1440, minutes, 1e-6);
     }
-    EXPECT_EQ(errorNumberOf([] { TimeConversion::timeAsDate(QStringLiteral("-01:15")); }), 13);
+    for (const char16_t* text : {u"-01:15", u"24:01", u"99:00", u"7"})
+        EXPECT_EQ(errorNumberOf([&] { TimeConversion::timeAsDate(QString::fromUtf16(text)); }), 13);
 }
 
 TEST(Units, NzReplacesOnlyNull) {
