@@ -65,7 +65,7 @@ void frmTLYROrderList::Command3_Click() {
         return;
     const auto answer = Messages::show(
         this, QStringLiteral("Do you really want to delete this user-defined ordering?"),
-        QMessageBox::Question, QMessageBox::Yes | QMessageBox::No);
+        QMessageBox::NoIcon, QMessageBox::Yes | QMessageBox::No);
     if (answer != QMessageBox::Yes)
         return;
     WaitPointer::show();

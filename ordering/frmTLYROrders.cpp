@@ -25,7 +25,8 @@ frmTLYROrders::~frmTLYROrders() = default;
 // A button's own shortcut clicks only once in a while; one beside it keeps up with a held key.
 void frmTLYROrders::prepareMove(QPushButton* button, QStyle::StandardPixmap arrow, Qt::Key key,
                                 const QString& name) {
-    auto* shortcut = new QShortcut(QKeySequence(Qt::ALT | key), this);
+    auto* shortcut = new QShortcut(QKeySequence(Qt::ALT | key), m_ui->List1);
+    shortcut->setContext(Qt::WidgetShortcut); // elsewhere the keys open drop-down lists
     Events::connect(shortcut, &QShortcut::activated, this, [button] { button->click(); });
     button->setIcon(style()->standardIcon(arrow));
     button->setAccessibleName(name);

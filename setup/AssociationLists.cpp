@@ -13,8 +13,13 @@ namespace {
 void selectStored(const Lists& lists, const Associations::Codes& codes,
                   const QStringList& entries) {
     for (std::size_t kind = 0; kind < lists.size(); ++kind) {
-        if (!codes[kind].isNull())
-            lists[kind]->setCurrentIndex(CoreFunctions::FindInBox(entries, codes[kind].toText()));
+        const QString code = codes[kind].textOrEmpty();
+        const int found = code.isEmpty() ? -1 : CoreFunctions::FindInBox(entries, code);
+        // The search goes by the start of an entry; another, longer code is not the stored one.
+        if (found >= 0 &&
+            CoreFunctions::GetCode(entries[found]).compare(code.trimmed(), Qt::CaseInsensitive) ==
+                0)
+            lists[kind]->setCurrentIndex(found);
     }
 }
 

@@ -72,7 +72,7 @@ TEST_F(OrderingRoundTripTest, DefineChooseEditDelete) {
             child<QListWidget>(list, QStringLiteral("List1")).setCurrentRow(0);
             script.expectBox(
                 QStringLiteral("Do you really want to delete this user-defined ordering?"),
-                QMessageBox::Yes, QMessageBox::Question);
+                QMessageBox::Yes);
             clickButton(list, QStringLiteral("Command3"));
             clickButton(list, QStringLiteral("Command4"));
         });

@@ -44,7 +44,7 @@ protected:
 
 TEST_F(AssociationsTest, TwoCodesReplaceWhateverWasStored) {
     folder.addHost();
-    store(QStringLiteral("'OTA', 'gone', 'OTA2', 'OTD2'"));
+    store(QStringLiteral("'ota', 'OT', 'OTA2', 'OTD2'"));
     show<frmTLYRAssoc>([&](QWidget& window) {
         EXPECT_EQ(combo(window, 1).currentText(), QStringLiteral("OTA      Overtime OTA"));
         EXPECT_EQ(combo(window, 2).currentIndex(), -1) << "the stored code is no longer there";
@@ -52,7 +52,7 @@ TEST_F(AssociationsTest, TwoCodesReplaceWhateverWasStored) {
         script.expectBox(mustChoose + QStringLiteral("declining of overtime."), QMessageBox::Ok,
                          QMessageBox::Critical);
         clickButton(window, QStringLiteral("Command2"));
-        EXPECT_EQ(stored(), QStringList(QStringLiteral("OTA|gone|OTA2|OTD2")));
+        EXPECT_EQ(stored(), QStringList(QStringLiteral("ota|OT|OTA2|OTD2")));
         combo(window, 2).setCurrentIndex(combo(window, 1).currentIndex());
         clickButton(window, QStringLiteral("Command2"));
     });
