@@ -16,7 +16,13 @@ namespace tallyroom::Component {
 
 namespace {
 
-HostContext hostContext;
+// Never destroyed: the host's objects must not be let go of after the host has taken its toolkit
+// down.
+HostContext& hostContext() {
+    static auto* context = new HostContext;
+    return *context;
+}
+
 int locks = 0;
 int factories = 0;
 bool madeApplication = false;
@@ -26,7 +32,7 @@ using Creator = LateBoundObject* (*)();
 // The classes that a host can create.
 Creator creatorOf(const Guid& classId) {
     if (classId == classTLYR)
-        return []() -> LateBoundObject* { return new TLYR(hostContext); };
+        return []() -> LateBoundObject* { return new TLYR(hostContext()); };
     if (classId == classAddInDescriptor)
         return []() -> LateBoundObject* { return new a_BCAddInDescriptor; };
     if (classId == classMemberInfo)
