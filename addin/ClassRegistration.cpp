@@ -6,22 +6,13 @@ namespace tallyroom::ClassRegistration {
 
 namespace {
 
-struct RegisteredClass {
-    const char16_t* name;
-    const Guid& id;
-};
-
-constexpr RegisteredClass classes[] = {{u"TLYR", classTLYR},
-                                       {u"a_BCAddInDescriptor", classAddInDescriptor},
-                                       {u"MemberInfo", classMemberInfo}};
-
 const QString classesKey = QStringLiteral("Software\\Classes\\");
 
-QString nameKey(const RegisteredClass& entry) {
+QString nameKey(const CreatableClass& entry) {
     return classesKey + QStringLiteral("Tallyroom.") + QString::fromUtf16(entry.name);
 }
 
-QString identifierKey(const RegisteredClass& entry) {
+QString identifierKey(const CreatableClass& entry) {
     return classesKey + QStringLiteral("CLSID\\") + guidText(entry.id);
 }
 
@@ -35,7 +26,7 @@ QString guidText(const Guid& guid) {
 }
 
 bool add(Registry& registry, const ApplicationInfo& application) {
-    for (const RegisteredClass& entry : classes) {
+    for (const CreatableClass& entry : creatableClasses) {
         const bool added =
             registry.setValue(nameKey(entry) + QStringLiteral("\\CLSID"), {}, guidText(entry.id)) &&
             registry.setValue(identifierKey(entry) + QStringLiteral("\\InprocServer32"), {},
@@ -47,7 +38,7 @@ bool add(Registry& registry, const ApplicationInfo& application) {
 }
 
 bool remove(Registry& registry) {
-    for (const RegisteredClass& entry : classes) {
+    for (const CreatableClass& entry : creatableClasses) {
         for (const QString& key : {nameKey(entry), identifierKey(entry)}) {
             if (!registry.deleteKey(key) && !registry.isWritable())
                 return false;

@@ -83,7 +83,7 @@ a_MemberDescriptor::a_MemberDescriptor() : m_entries(new Collection) {
 
 ObjectRef a_MemberDescriptor::AddImplement(std::int32_t aType, const QString& CallName,
                                            const QString& Caption, std::int32_t Location) {
-    const ObjectRef entry = makeObject<a_MemberImplements>(aType, CallName, Caption, Location);
+    ObjectRef entry = makeObject<a_MemberImplements>(aType, CallName, Caption, Location);
     m_entries->add(entry);
     return entry;
 }

@@ -151,6 +151,16 @@ inline constexpr Guid classAddInDescriptor{
 inline constexpr Guid classMemberInfo{
     0x6B1F5C52, 0x3B0E, 0x4C57, {0x9A, 0x41, 0x70, 0x2D, 0x15, 0xE8, 0xB0, 0x03}};
 
+// The classes that a host can create, by the names that the self-description uses.
+struct CreatableClass {
+    const char16_t* name;
+    Guid id;
+};
+inline constexpr CreatableClass creatableClasses[] = {
+    {u"TLYR", classTLYR},
+    {u"a_BCAddInDescriptor", classAddInDescriptor},
+    {u"MemberInfo", classMemberInfo}};
+
 // The module's four exports, by name. DllGetClassObject answers statusOk and sets *object to an
 // IClassFactory with one reference, which the caller must release. DllCanUnloadNow answers
 // statusOk when no object is alive and no lock is held, else statusFalse.
