@@ -29,18 +29,37 @@ QString loaderMessage() {
 
 } // namespace
 
+namespace {
+
+// Whether the file can be loaded and exports what an add-in exports.
+bool isAddIn(const QString& file) {
+    void* handle = dlopen(QFile::encodeName(file).constData(), RTLD_LAZY | RTLD_LOCAL);
+    if (!handle)
+        return false;
+    const bool hasFactory = dlsym(handle, "DllGetClassObject") != nullptr;
+    dlclose(handle);
+    return hasFactory;
+}
+
+} // namespace
+
 QString findModule(const QString& given) {
-    const QDir program(QCoreApplication::applicationDirPath());
-    QStringList places{
-        program.filePath(QStringLiteral("tallyroom.so")),
-        QDir::cleanPath(program.filePath(QStringLiteral(TALLYROOM_MODULE_FOLDER "/tallyroom.so")))};
-    if (!given.isEmpty())
-        places = {QFileInfo(given).absoluteFilePath()};
-    for (const QString& place : places) {
-        if (QFileInfo(place).isFile())
-            return place;
+    if (!given.isEmpty()) {
+        if (QFileInfo(given).isFile())
+            return QFileInfo(given).absoluteFilePath();
+        throw cannotLoad(QStringLiteral("there is no file ") + QFileInfo(given).absoluteFilePath());
     }
-    throw cannotLoad(QStringLiteral("there is no file ") + places.join(QStringLiteral(" or ")));
+    const QDir program(QCoreApplication::applicationDirPath());
+    const QStringList folders{
+        program.path(), QDir::cleanPath(program.filePath(QStringLiteral(TALLYROOM_MODULE_FOLDER)))};
+    for (const QString& folder : folders) {
+        for (const QFileInfo& file :
+             QDir(folder).entryInfoList({QStringLiteral("*.so")}, QDir::Files, QDir::Name)) {
+            if (isAddIn(file.absoluteFilePath()))
+                return file.absoluteFilePath();
+        }
+    }
+    throw cannotLoad(QStringLiteral("there is none in ") + folders.join(QStringLiteral(" or ")));
 }
 
 AddInModule::AddInModule(const QString& file)

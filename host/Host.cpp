@@ -9,6 +9,21 @@
 
 namespace tallyroom::host {
 
+namespace {
+
+// The class that an add-in's member is called on has the member's name.
+const Guid& classOf(const QString& member) {
+    for (const CreatableClass& known : creatableClasses) {
+        if (member.compare(QString::fromUtf16(known.name), Qt::CaseInsensitive) == 0)
+            return known.id;
+    }
+    throw RunError(ErrorNumber::cannotCreateObject,
+                   QStringLiteral("The add-in's class \"%1\" is not known.").arg(member),
+                   QStringLiteral("Brightclock"));
+}
+
+} // namespace
+
 Host::Host(const Options& options)
     : m_options(options), m_database(openHostDatabase(options.dataFolder)),
       m_data(readHostData(*m_database)), m_selection(m_data.employees) {
@@ -93,7 +108,8 @@ void Host::callEntry(const QString& callName) {
     values.lowerBound = 1;
     for (const std::int32_t kind : found->parameters)
         values.elements.push_back(valueOf(kind));
-    m_module->createObject(classTLYR).call(found->callName, {Variant(std::move(values))});
+    m_module->createObject(classOf(found->member))
+        .call(found->callName, {Variant(std::move(values))});
 }
 
 } // namespace tallyroom::host

@@ -9,6 +9,9 @@
 
 #include <QApplication>
 #include <QPainter>
+#include <algorithm>
+#include <tuple>
+#include <utility>
 
 namespace tallyroom::host {
 
@@ -44,9 +47,17 @@ void frmMenu::connectMenus() {
 void frmMenu::setEntries(const std::vector<AddInEntry>& entries) {
     m_ui->mnuAddIns->clear();
     m_ui->mnuAddIns->setEnabled(!entries.empty());
-    for (const AddInEntry& entry : entries) {
+    std::vector<AddInEntry> ordered = entries; // screens first, then what serves maintenance
+    std::stable_sort(ordered.begin(), ordered.end(), [](const AddInEntry& a, const AddInEntry& b) {
+        return std::tie(a.type, a.location) < std::tie(b.type, b.location);
+    });
+    std::int32_t type = ordered.empty() ? 0 : ordered.front().type;
+    for (const AddInEntry& entry : ordered) {
+        if (std::exchange(type, entry.type) != entry.type)
+            m_ui->mnuAddIns->addSeparator();
         QAction* action = m_ui->mnuAddIns->addAction(entry.caption);
         action->setObjectName(entry.callName);
+        action->setStatusTip(entry.securityTag);
         connect(action, &QAction::triggered, this,
                 [this, name = entry.callName] { Q_EMIT entryRequested(name); });
     }

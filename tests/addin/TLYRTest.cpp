@@ -4,6 +4,8 @@
 #include "tests/support/FakeHost.h"
 #include "tests/support/Printing.h"
 
+#include <QApplication>
+
 using namespace tallyroom;
 
 namespace {
@@ -89,6 +91,40 @@ TEST_F(TLYRTest, ASecondCallWhileTheBoardIsUpChangesNothingOnScreen) {
         clickButton(board, QStringLiteral("Command1"));
     });
     entry.call(QStringLiteral("TLYRShow"), {Variant(values(Variant(u"Ann")))});
+    EXPECT_EQ(context.CurrentUser, QStringLiteral("Bob"));
+}
+
+TEST_F(TLYRTest, HostObjectsThatFailAreReportedAndNothingStaysOpen) {
+    const auto failsWith = [&](const VariantArray& array, const QString& report) {
+        script.expectBox(QStringLiteral("Run-time error ") + report, QMessageBox::Ok,
+                         QMessageBox::Critical);
+        entry.call(QStringLiteral("TLYRShow"), {Variant(array)});
+        EXPECT_FALSE(QApplication::activeModalWidget());
+    };
+    VariantArray array = values(Variant(u"Ann"));
+    array.elements[4] = Variant(ObjectRef());
+    failsWith(array, QStringLiteral("'91':\n\nObject variable or With block variable not set"));
+    array.elements[4] = Variant(given.HostMenuForm); // has no picture
+    failsWith(array, QStringLiteral("'438':\n\nObject doesn't support this property or method"));
+    array = values(Variant(u"Ann"));
+    const QByteArray picture = std::exchange(host.picture, QByteArray("no image"));
+    failsWith(array, QStringLiteral("'481':\n\nInvalid picture"));
+    host.picture = picture;
+    host.onFilterRead = [] {
+        throw RunError(1000, QStringLiteral("the bucket leaks"), QStringLiteral("Bucket"));
+    };
+    script.expectBox(QStringLiteral("An error has occured.\n\nNumber: \t\t1000\nDescription: "
+                                    "\tthe bucket leaks\nSource: \t\tBucket\n\n"),
+                     QMessageBox::Abort, QMessageBox::Critical);
+    show(array);
+}
+
+TEST_F(TLYRTest, TwoObjectsShareOneContext) {
+    const ObjectRef second = makeObject<TLYR>(context);
+    show(values(Variant(u"Ann")));
+    script.expectWindow(QStringLiteral("Tallyroom"),
+                        [](QWidget& board) { clickButton(board, QStringLiteral("Command1")); });
+    second.call(QStringLiteral("TLYRShow"), {Variant(values(Variant(u"Bob")))});
     EXPECT_EQ(context.CurrentUser, QStringLiteral("Bob"));
 }
 

@@ -169,11 +169,12 @@ TEST_F(FirstDayTest, TheHostKnowsTheAddInByItsDescriptionOnly) {
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (auto* menu = window->findChild<QMenu*>(QStringLiteral("mnuAddIns"))) {
             for (const QAction* action : menu->actions())
-                captions.append(action->objectName() + u'=' + action->text());
+                captions.append(action->objectName() + u'=' + action->text() + u' ' +
+                                action->statusTip());
         }
     }
-    EXPECT_EQ(captions, QStringList({QStringLiteral("Smallforge=Database Structure"),
-                                     QStringLiteral("TLYRShow=Tallyroom")}));
+    EXPECT_EQ(captions, QStringList({QStringLiteral("TLYRShow=Tallyroom OXA"), QStringLiteral("= "),
+                                     QStringLiteral("Smallforge=Database Structure ")}));
 }
 
 } // namespace
