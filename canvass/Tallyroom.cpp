@@ -4,6 +4,7 @@
 #include "canvass/CanvassTotals.h"
 #include "canvass/SortExpression.h"
 #include "common/ui/Background.h"
+#include "common/ui/DateBinding.h"
 #include "common/ui/Events.h"
 #include "common/ui/Messages.h"
 #include "common/ui/Twips.h"

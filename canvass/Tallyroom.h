@@ -3,9 +3,6 @@
 
 #include "canvass/CanvassOptions.h"
 #include "canvass/CanvassState.h"
-#include "common/RunError.h"
-#include "common/ui/DateBinding.h"
-#include "common/ui/FormWindow.h"
 
 #include <QAction>
 #include <QEventLoop>
