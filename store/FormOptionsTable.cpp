@@ -1,0 +1,61 @@
+#include "store/FormOptionsTable.h"
+
+#include "common/RunError.h"
+#include "store/Recordset.h"
+#include "store/Workspace.h"
+
+namespace tallyroom::FormOptionsTable {
+
+namespace {
+
+const QString userField = QStringLiteral("Username");
+const QString formField = QStringLiteral("formname");
+const QString optionsField = QStringLiteral("formoptions");
+
+QString quoted(QString text) {
+    return QLatin1Char('\'') + text.replace(QLatin1Char('\''), QLatin1String("''")) +
+           QLatin1Char('\'');
+}
+
+std::shared_ptr<Recordset> openRows(Database& database, const QString& user, const QString& form) {
+    return database.openRecordset(
+        QStringLiteral("Select * from [FormOptions] where [Username] = ") + quoted(user) +
+            QStringLiteral(" and [formname] = ") + quoted(form) + QLatin1Char(';'),
+        RecordsetType::Dynaset);
+}
+
+std::shared_ptr<Database> openHostOptions(const QString& dataPath) {
+    return Workspace::openDatabase(dataPath + QStringLiteral("\\bcx.mdb"));
+}
+
+} // namespace
+
+QString read(const QString& dataPath, const QString& user, const QString& form) noexcept {
+    try {
+        const auto database = openHostOptions(dataPath);
+        auto rows = openRows(*database, user, form);
+        if (rows->eof())
+            rows = openRows(*database, QStringLiteral("MASTER"), form);
+        return rows->eof() ? QString() : rows->field(optionsField).toText();
+    } catch (const RunError&) {
+        return {};
+    }
+}
+
+void write(const QString& dataPath, const QString& user, const QString& form,
+           const QString& text) noexcept {
+    try {
+        const auto rows = openRows(*openHostOptions(dataPath), user, form);
+        if (rows->eof())
+            rows->addNew();
+        else
+            rows->edit();
+        rows->setField(userField, user);
+        rows->setField(formField, form);
+        rows->setField(optionsField, text);
+        rows->update();
+    } catch (const RunError&) {
+    }
+}
+
+} // namespace tallyroom::FormOptionsTable
