@@ -30,9 +30,9 @@ frmTLYRPeriod::frmTLYRPeriod(const HostContext& context, QWidget* parent)
 frmTLYRPeriod::~frmTLYRPeriod() = default;
 
 void frmTLYRPeriod::Form_Load() {
-    auto* dates = new DateBinding(this, m_context.DatePickerForm);
-    dates->bind(m_ui->Text1, m_ui->SSCommand2);
-    dates->bind(m_ui->Text2, m_ui->SSCommand1);
+    m_dates = std::make_unique<DateBinding>(this, m_context.DatePickerForm);
+    m_dates->bind(m_ui->Text1, m_ui->SSCommand2);
+    m_dates->bind(m_ui->Text2, m_ui->SSCommand1);
     Background::copyFrom(m_context.SplashPicture, this);
     const auto period = TotallingPeriod::read(m_context.DataPath);
     if (period) {
@@ -41,6 +41,10 @@ void frmTLYRPeriod::Form_Load() {
     } else {
         m_ui->SSCheck1->setChecked(true);
     }
+}
+
+void frmTLYRPeriod::Form_QueryUnload() {
+    m_dates.reset();
 }
 
 void frmTLYRPeriod::SSCheck1_Click(bool checked) {

@@ -22,6 +22,7 @@ public:
 
 protected:
     void Form_Load() override;
+    void Form_QueryUnload() override;
 
 private:
     void SSCheck1_Click(bool checked);
@@ -31,6 +32,7 @@ private:
 
     const HostContext& m_context;
     std::unique_ptr<Ui::frmTLYRPeriod> m_ui;
+    std::unique_ptr<DateBinding> m_dates; // while the window is loaded
 };
 
 } // namespace tallyroom

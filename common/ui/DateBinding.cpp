@@ -40,6 +40,14 @@ QDate moved(QDate day, int key) {
     }
 }
 
+// Beyond the years that a date text can name the box stays as it is.
+void show(QLineEdit* box, QDate day) {
+    const Date date = Dates::fromQDate(day);
+    const QString text = Dates::format(date, shownForm);
+    if (Dates::parse(text) == date)
+        box->setText(text);
+}
+
 // A calendar leaf, drawn at twice its size so that it stays sharp on dense screens.
 QIcon calendarIcon() {
     QPixmap leaf(32, 32);
@@ -60,14 +68,20 @@ QIcon calendarIcon() {
 } // namespace
 
 DateBinding::DateBinding(QWidget* window, ObjectRef datePicker)
-    : QObject(window), m_window(window), m_datePicker(std::move(datePicker)) {}
+    : m_window(window), m_datePicker(std::move(datePicker)) {}
+
+DateBinding::~DateBinding() {
+    for (const QMetaObject::Connection& button : m_buttons)
+        disconnect(button);
+}
 
 void DateBinding::bind(QLineEdit* box, QAbstractButton* pickerButton) {
     box->installEventFilter(this);
     pickerButton->setIcon(calendarIcon());
     pickerButton->setAccessibleName(QStringLiteral("Pick a date"));
     pickerButton->setToolTip(pickerButton->accessibleName());
-    Events::connect(pickerButton, &QAbstractButton::clicked, m_window, [this, box] { pick(box); });
+    m_buttons.push_back(Events::connect(pickerButton, &QAbstractButton::clicked, m_window,
+                                        [this, box] { pick(box); }));
 }
 
 void DateBinding::pick(QLineEdit* box) const {
@@ -90,8 +104,7 @@ bool DateBinding::eventFilter(QObject* watched, QEvent* event) {
     if (box->isReadOnly() || !isShortcut)
         return QObject::eventFilter(watched, event);
     if (const auto date = Dates::parse(box->text()))
-        box->setText(Dates::format(Dates::fromQDate(moved(Dates::dayOf(*date), keyEvent->key())),
-                                   shownForm));
+        show(box, moved(Dates::dayOf(*date), keyEvent->key()));
     else
         markWrong(box);
     return true;

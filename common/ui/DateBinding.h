@@ -7,19 +7,23 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QObject>
+#include <vector>
 
 namespace tallyroom {
 
 // Binds the date boxes of one window to their picker buttons and to the date keys: Page Up and
 // Page Down a month later or earlier, Up and Down a day, Home and End the first and last day of the
 // month. The keys act on a box that is not locked and holds a date; a text that is none turns red.
-// Dates are written as mm/dd/yyyy. The binding is owned by the window and ends with it.
+// Dates are written as mm/dd/yyyy. The window owns the binding and destroys it when it closes,
+// which releases boxes and buttons.
 class DateBinding : public QObject {
     Q_OBJECT
 
 public:
     // `datePicker` is the host's form with MonthView1.Value, Show and WasPicked.
     DateBinding(QWidget* window, ObjectRef datePicker);
+    ~DateBinding() override;
+    Q_DISABLE_COPY_MOVE(DateBinding)
 
     void bind(QLineEdit* box, QAbstractButton* pickerButton);
 
@@ -33,6 +37,7 @@ protected:
 private:
     QWidget* m_window;
     ObjectRef m_datePicker;
+    std::vector<QMetaObject::Connection> m_buttons;
 };
 
 } // namespace tallyroom

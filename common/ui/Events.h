@@ -16,8 +16,9 @@ bool run(QWidget* window, const std::function<void()>& command) noexcept;
 
 // Connects a signal to a handler of `window` that takes the signal's arguments, or none.
 template<class Sender, class Signal, class Handler>
-void connect(const Sender* sender, Signal signal, QWidget* window, Handler handler) {
-    QObject::connect(sender, signal, window, [window, handler](auto&&... args) {
+QMetaObject::Connection connect(const Sender* sender, Signal signal, QWidget* window,
+                                Handler handler) {
+    return QObject::connect(sender, signal, window, [window, handler](auto&&... args) {
         run(window, [&] {
             if constexpr (std::is_invocable_v<Handler, decltype(args)...>)
                 handler(std::forward<decltype(args)>(args)...);

@@ -30,4 +30,9 @@ bool FormWindow::event(QEvent* event) {
     return handled;
 }
 
+void FormWindow::done(int result) {
+    Events::run(this, [this] { Form_QueryUnload(); });
+    QDialog::done(result);
+}
+
 } // namespace tallyroom

@@ -20,11 +20,15 @@ protected:
     virtual void Form_Load() = 0;
     // The window was shown or came to the front. Restores the default pointer.
     virtual void Form_Activate();
+    // The window is about to close, which is never cancelled: the place to save what it remembers
+    // and to release its controls.
+    virtual void Form_QueryUnload() {}
 
     // Loads the window before it is first used, for operations that come before it is shown.
     void ensureLoaded();
 
     bool event(QEvent* event) override;
+    void done(int result) override;
 
 private:
     bool m_loaded = false;
