@@ -48,7 +48,34 @@ QString between(const QString& expression, const std::optional<AuditSelection::R
            QStringLiteral("# and #") + range->to + QStringLiteral("#)");
 }
 
+QString kindsInWords(const AuditSelection& s) {
+    if (!s.breakOut)
+        return s.kind == AuditSelection::Kind::Both       ? QStringLiteral("Both")
+               : s.kind == AuditSelection::Kind::Accepted ? QStringLiteral("Accepted")
+                                                          : QStringLiteral("Declined");
+    QStringList kinds;
+    for (const auto& [chosen, name] :
+         {std::pair(s.accepted15, u"Accepted 1.5"), std::pair(s.accepted20, u"Accepted 2.0"),
+          std::pair(s.declined15, u"Declined 1.5"), std::pair(s.declined20, u"Declined 2.0")}) {
+        if (chosen)
+            kinds.append(QString::fromUtf16(name));
+    }
+    return kinds.join(QStringLiteral(", "));
+}
+
+QString rangeInWords(const QString& name, const std::optional<AuditSelection::Range>& range) {
+    return name + QStringLiteral(": ") +
+           (range ? range->from + QStringLiteral(" to ") + range->to : QStringLiteral("all"));
+}
+
 } // namespace
+
+QStringList AuditSelection::description() const {
+    return {QStringLiteral("Users: ") + users.join(QStringLiteral(", ")),
+            QStringLiteral("Actions: ") + kindsInWords(*this),
+            rangeInWords(QStringLiteral("System Date"), systemDate),
+            rangeInWords(QStringLiteral("Canvass Date"), canvassDate)};
+}
 
 // The day of recording is compared without its time of day, the canvass date as it is stored.
 QString AuditSelection::clause() const {

@@ -30,6 +30,9 @@ struct AuditSelection {
     // The condition on the rows of the audit. Entries that were deleted afterwards come with every
     // plain choice and with none of the choices of the broken-out view.
     QString clause() const;
+
+    // The choices in words, a line each, for the head of a report.
+    QStringList description() const;
 };
 
 } // namespace tallyroom

@@ -5,10 +5,12 @@
 #include "common/ui/Background.h"
 #include "common/ui/DateBinding.h"
 #include "common/ui/Events.h"
+#include "common/ui/FormOptions.h"
 #include "common/ui/ListObject.h"
 #include "common/ui/Messages.h"
 #include "common/ui/WaitPointer.h"
 #include "common/ui/WrongField.h"
+#include "store/FormOptionsTable.h"
 #include "ui_frmTLYRAudit.h"
 
 namespace tallyroom {
@@ -39,14 +41,22 @@ void frmTLYRAudit::connectControls() {
 
 void frmTLYRAudit::Form_Load() {
     Background::copyFrom(m_context.SplashPicture, this);
-    auto* dates = new DateBinding(this, m_context.DatePickerForm);
-    dates->bind(m_ui->to_date, m_ui->SSCommand2);
-    dates->bind(m_ui->Text1, m_ui->SSCommand1);
-    dates->bind(m_ui->Text2, m_ui->SSCommand3);
-    dates->bind(m_ui->Text3, m_ui->SSCommand4);
+    m_dates = std::make_unique<DateBinding>(this, m_context.DatePickerForm);
+    m_dates->bind(m_ui->to_date, m_ui->SSCommand2);
+    m_dates->bind(m_ui->Text1, m_ui->SSCommand1);
+    m_dates->bind(m_ui->Text2, m_ui->SSCommand3);
+    m_dates->bind(m_ui->Text3, m_ui->SSCommand4);
+    FormOptions::restore(
+        *this, FormOptionsTable::read(m_context.DataPath, m_context.CurrentUser, objectName()));
     listUsers();
     m_ui->SSPanel4->setVisible(m_breakOut());
     m_ui->SSPanel1->setVisible(!m_breakOut());
+}
+
+void frmTLYRAudit::Form_QueryUnload() {
+    FormOptionsTable::write(m_context.DataPath, m_context.CurrentUser, objectName(),
+                            FormOptions::textOf(*this));
+    m_dates.reset();
 }
 
 void frmTLYRAudit::listUsers() {

@@ -3,6 +3,7 @@
 
 #include "audit/AuditSelection.h"
 #include "common/HostContext.h"
+#include "common/ui/DateBinding.h"
 #include "common/ui/FormWindow.h"
 
 #include <QLineEdit>
@@ -32,6 +33,7 @@ public:
 
 protected:
     void Form_Load() override;
+    void Form_QueryUnload() override;
 
 private:
     void Check1_Click(bool checked);
@@ -53,6 +55,7 @@ private:
     const HostContext& m_context;
     std::function<bool()> m_breakOut;
     std::unique_ptr<Ui::frmTLYRAudit> m_ui;
+    std::unique_ptr<DateBinding> m_dates; // while the window is loaded
 };
 
 } // namespace tallyroom

@@ -5,7 +5,10 @@
 #include "common/RunError.h"
 #include "common/ui/Background.h"
 #include "common/ui/Events.h"
+#include "common/ui/FormOptions.h"
+#include "common/ui/GridReport.h"
 #include "common/ui/Messages.h"
+#include "store/FormOptionsTable.h"
 #include "ui_frmTLYRAuditDetails.h"
 
 namespace tallyroom {
@@ -34,6 +37,7 @@ frmTLYRAuditDetails::frmTLYRAuditDetails(const HostContext& context, std::functi
     m_popup->setObjectName(QStringLiteral("mnuPop"));
     m_popup->addAction(m_ui->mnuDelete);
     Events::connect(m_ui->Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
+    Events::connect(m_ui->Command2, &QPushButton::clicked, this, [this] { Command2_Click(); });
     Events::connect(m_ui->mnuDelete, &QAction::triggered, this, [this] { mnuDelete_Click(); });
 }
 
@@ -41,9 +45,15 @@ frmTLYRAuditDetails::~frmTLYRAuditDetails() = default;
 
 void frmTLYRAuditDetails::Form_Load() {
     Background::copyFrom(m_context.SplashPicture, this);
+    FormOptions::restore(
+        *this, FormOptionsTable::read(m_context.DataPath, m_context.CurrentUser, objectName()));
     m_popup->hide();
     fillGrid();
-    m_ui->Command2->setEnabled(false); // there is no report to print yet
+}
+
+void frmTLYRAuditDetails::Form_QueryUnload() {
+    FormOptionsTable::write(m_context.DataPath, m_context.CurrentUser, objectName(),
+                            FormOptions::textOf(*this));
 }
 
 void frmTLYRAuditDetails::fillGrid() {
@@ -59,12 +69,21 @@ void frmTLYRAuditDetails::fillGrid() {
                            grid.addRow(line);
                            AutoSizeColumns(grid, measurer, -1, -1, false);
                        });
-    if (grid.rows() > 2)
+    const bool isEmpty = grid.rows() == 2;
+    m_ui->Command2->setEnabled(!isEmpty);
+    if (!isEmpty)
         grid.removeRow(1);
 }
 
 void frmTLYRAuditDetails::Command1_Click() {
     reject();
+}
+
+void frmTLYRAuditDetails::Command2_Click() {
+    GridReport report =
+        GridReport::of(*m_ui->Grid, QStringLiteral("Canvassing Audit"), m_context.CurrentUser);
+    report.details = m_selection().description();
+    printReport(this, report);
 }
 
 // Any error ends the command without a message; what was executed before it stays.

@@ -26,9 +26,11 @@ public:
 
 protected:
     void Form_Load() override;
+    void Form_QueryUnload() override;
 
 private:
     void Command1_Click();
+    void Command2_Click();
     void mnuDelete_Click();
 
     void fillGrid();

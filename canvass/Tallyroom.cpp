@@ -6,11 +6,14 @@
 #include "common/ui/Background.h"
 #include "common/ui/DateBinding.h"
 #include "common/ui/Events.h"
+#include "common/ui/FormOptions.h"
+#include "common/ui/GridReport.h"
 #include "common/ui/Messages.h"
 #include "common/ui/Twips.h"
 #include "common/ui/WaitPointer.h"
 #include "setup/Associations.h"
 #include "setup/frmTLYRAssoc.h"
+#include "store/FormOptionsTable.h"
 #include "ui_Tallyroom.h"
 
 #include <QCloseEvent>
@@ -78,12 +81,14 @@ void Tallyroom::Form_Load() {
     m_ui->mnuDefinePeriod->setVisible(m_context.isMaster());
     m_ui->mnuValidate->setVisible(m_context.isMaster());
     LoadOrderings();
+    FormOptions::restore(
+        *this, FormOptionsTable::read(m_state.DataPath, m_context.CurrentUser, objectName()));
     // Most answers are for today's overtime; the user sees the date and may change it.
     m_ui->to_date->setText(Dates::format(Dates::today(), QStringLiteral("mm/dd/yyyy")));
     showBreakOut();
     Canvass();
-    auto* dates = new DateBinding(this, m_context.DatePickerForm);
-    dates->bind(m_ui->to_date, m_ui->SSCommand2);
+    m_dates = std::make_unique<DateBinding>(this, m_context.DatePickerForm);
+    m_dates->bind(m_ui->to_date, m_ui->SSCommand2);
 }
 
 void Tallyroom::firstRunSetup() {
@@ -114,6 +119,14 @@ bool Tallyroom::event(QEvent* event) {
 
 void Tallyroom::closeEvent(QCloseEvent* event) {
     event->setAccepted(m_closing);
+    if (m_closing)
+        Form_QueryUnload();
+}
+
+void Tallyroom::Form_QueryUnload() {
+    FormOptionsTable::write(m_state.DataPath, m_context.CurrentUser, objectName(),
+                            FormOptions::textOf(*this));
+    m_dates.reset();
 }
 
 bool Tallyroom::eventFilter(QObject* watched, QEvent* event) {
@@ -142,6 +155,35 @@ void Tallyroom::Command1_Click() {
     m_closing = true;
     close();
     m_loop.quit();
+}
+
+void Tallyroom::Command2_Click() {
+    GridReport report =
+        GridReport::of(*m_ui->Grid, QStringLiteral("Canvassing Details"), m_context.CurrentUser);
+    report.details = reportDetails();
+    if (m_ui->mnuDateLine->isChecked())
+        report.addLine(QStringLiteral("Date"), 9);
+    if (m_ui->mnuSigLine->isChecked())
+        report.addLine(QStringLiteral("Signature"), 20);
+    printReport(this, report);
+}
+
+// What a reader of the posted sheet has to know to make sense of the figures.
+QStringList Tallyroom::reportDetails() const {
+    const auto shown = [](Date day) { return Dates::format(day, QStringLiteral("mm/dd/yyyy")); };
+    const QAction* total = m_ui->mnuTot_0->isChecked() ? m_ui->mnuTot_0 : m_ui->mnuTot_1;
+    QStringList details;
+    details.append(QStringLiteral("Totalling Period: ") +
+                   (m_state.period
+                        ? QStringLiteral("%1 to %2")
+                              .arg(shown(m_state.period->from), shown(m_state.period->to))
+                        : QStringLiteral("Indefinite")));
+    details.append(QStringLiteral("Total = ") + total->text());
+    if (m_ui->mnuMult->isChecked())
+        details.back() += QStringLiteral(" (OT hours multiplied by OT value)");
+    if (const QAction* ordering = checkedOrdering())
+        details.append(QStringLiteral("Order: ") + ordering->property("descr").toString());
+    return details;
 }
 
 void Tallyroom::Canvass() {

@@ -16,6 +16,8 @@ class Tallyroom;
 
 namespace tallyroom {
 
+class DateBinding;
+
 class Tallyroom : public QMainWindow {
     Q_OBJECT
 
@@ -39,8 +41,10 @@ protected:
 private:
     void Form_Load();
     void Form_Activate();
+    void Form_QueryUnload();
     void Form_Resize();
     void Command1_Click();
+    void Command2_Click();
 
     void onTriggered(QAction* action, void (Tallyroom::*handler)());
     void connectSetupMenus();
@@ -78,14 +82,16 @@ private:
     void fillGrid(int& unknownElements);
     QStringList selectedEmployees() const;
     CanvassOptions options() const;
+    QStringList reportDetails() const;
 
     const HostContext& m_context;
     CanvassState m_state;
     std::unique_ptr<Ui::Tallyroom> m_ui;
-    std::vector<QAction*> m_orderings; // MnuOrder items from 2 on; owned by the menu
-    QMenu* m_popup;                    // mnuPopup
-    QEventLoop m_loop;                 // runs while the window is shown
-    bool m_closing = false;            // set by the only command that closes the window
+    std::vector<QAction*> m_orderings;    // MnuOrder items from 2 on; owned by the menu
+    std::unique_ptr<DateBinding> m_dates; // while the window is loaded
+    QMenu* m_popup;                       // mnuPopup
+    QEventLoop m_loop;                    // runs while the window is shown
+    bool m_closing = false;               // set by the only command that closes the window
 };
 
 } // namespace tallyroom

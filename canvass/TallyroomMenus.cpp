@@ -36,7 +36,7 @@ void Tallyroom::connectSetupMenus() {
     m_ui->mnuRefresh->setShortcut(QKeySequence::Refresh);
     onTriggered(m_ui->mnuUndo, &Tallyroom::mnuUndo_Click);
     onTriggered(m_ui->mnuAudit, &Tallyroom::mnuAudit_Click);
-    m_ui->Command2->setEnabled(false); // there is no report to print yet
+    Events::connect(m_ui->Command2, &QPushButton::clicked, this, [this] { Command2_Click(); });
 }
 
 // The platform toggles the check mark itself before it calls the handler.

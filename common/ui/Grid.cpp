@@ -2,7 +2,9 @@
 
 #include "common/ui/Twips.h"
 
+#include <QClipboard>
 #include <QContextMenuEvent>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QScrollBar>
@@ -110,6 +112,34 @@ Grid::RowRange Grid::selectedRows() const {
         range.last = std::max(range.last, part.bottom() + 1);
     }
     return range;
+}
+
+// A tab or a line break inside a text would begin a new cell or row.
+QString Grid::line(int row) const {
+    QStringList cells;
+    for (int column = 0; column < columns(); ++column)
+        cells.append(text(row, column).simplified());
+    return cells.join(QLatin1Char('\t')) + QLatin1Char('\n');
+}
+
+QString Grid::selectedText() const {
+    const RowRange selected = selectedRows();
+    if (selected.first == 0)
+        return {};
+    QString lines = line(0);
+    for (int row = selected.first; row <= selected.last; ++row)
+        lines += line(row);
+    return lines;
+}
+
+void Grid::keyPressEvent(QKeyEvent* event) {
+    if (!event->matches(QKeySequence::Copy)) {
+        QTableView::keyPressEvent(event);
+        return;
+    }
+    const QString lines = selectedText();
+    if (!lines.isEmpty())
+        QGuiApplication::clipboard()->setText(lines);
 }
 
 void Grid::mousePressEvent(QMouseEvent* event) {

@@ -41,6 +41,9 @@ public:
     int rows() const { return static_cast<int>(m_model.m_rows.size()); } // with the heading
     int columns() const { return static_cast<int>(m_model.m_alignments.size()); }
     QString text(int row, int column) const; // "" outside the grid
+    CellAlignment alignment(int column) const {
+        return m_model.m_alignments[static_cast<std::size_t>(column)];
+    }
     int columnWidthOf(int column) const { return m_widths[static_cast<std::size_t>(column)]; }
 
     // The changes below need a fill in progress. While it lasts nothing is painted, and at its end
@@ -61,18 +64,24 @@ public:
     };
     RowRange selectedRows() const;
 
+    // The selected rows under their headings as tab-separated lines, as spreadsheets take them; ""
+    // while nothing is selected.
+    QString selectedText() const;
+
 Q_SIGNALS:
     // The right mouse button was released over the grid, or its menu key pressed. The selection
     // stays as it is.
     void popupRequested(const QPoint& globalPosition);
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override; // Ctrl+C copies selectedText()
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
     friend class GridFill;
+    QString line(int row) const;
     void beginFill();
     void endFill();
 

@@ -1,0 +1,154 @@
+#include "common/ui/GridReport.h"
+
+#include "common/ui/Messages.h"
+#include "common/ui/ReportPages.h"
+#include "common/ui/WaitPointer.h"
+
+#include <QFile>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
+#include <algorithm>
+
+namespace tallyroom {
+
+namespace {
+
+constexpr double margin = 12.7; // millimetres; a printer that needs more gets it
+
+bool isWanted(const QPrinter& printer, int page) {
+    return printer.printRange() != QPrinter::PageRange || printer.fromPage() == 0 ||
+           (page >= printer.fromPage() && page <= printer.toPage());
+}
+
+// The pages in the order and as often as the print dialog asks; a printer that makes its own copies
+// gets them once.
+std::vector<int> sheets(const QPrinter& printer, int count) {
+    std::vector<int> wanted;
+    for (int page = 1; page <= count; ++page) {
+        if (isWanted(printer, page))
+            wanted.push_back(page);
+    }
+    if (printer.pageOrder() == QPrinter::LastPageFirst)
+        std::reverse(wanted.begin(), wanted.end());
+    std::vector<int> all;
+    const int copies = printer.supportsMultipleCopies() ? 1 : printer.copyCount();
+    for (int copy = 0; copy < copies; ++copy)
+        all.insert(all.end(), wanted.begin(), wanted.end());
+    if (!printer.collateCopies())
+        std::stable_sort(all.begin(), all.end(), [&](int a, int b) {
+            return printer.pageOrder() == QPrinter::LastPageFirst ? a > b : a < b;
+        });
+    return all;
+}
+
+class Printing {
+public:
+    explicit Printing(const GridReport& report) : m_report(report), m_widths(report) {}
+
+    void run(QWidget* parent) {
+        prepare();
+        QPrintPreviewDialog preview(&m_printer, parent);
+        preview.setObjectName(QStringLiteral("ReportPreview"));
+        preview.setWindowTitle(m_report.title);
+        preview.resize(parent->window()->size());
+        QObject::connect(&preview, &QPrintPreviewDialog::paintRequested,
+                         [this](QPrinter* printer) { paint(*printer); });
+        const bool printed = preview.exec() == QDialog::Accepted;
+        WaitPointer::hide();
+        if (printed && !isWritten())
+            Messages::show(parent, failure(), QMessageBox::Critical);
+    }
+
+private:
+    void prepare() {
+        m_printer.setDocName(m_report.title);
+        m_printer.setPageMargins(QMarginsF(margin, margin, margin, margin),
+                                 QPageLayout::Millimeter);
+        m_printer.setPageOrientation(ReportPages::orientation(m_widths, m_printer.pageLayout()));
+    }
+
+    // Called for the preview, again when its page setup changes, and for the printing itself.
+    void paint(QPrinter& printer) {
+        WaitPointer::show();
+        QPainter painter;
+        m_painted = painter.begin(&printer);
+        if (m_painted)
+            paintPages(painter, printer);
+        WaitPointer::hide();
+    }
+
+    void paintPages(QPainter& painter, QPrinter& printer) const {
+        const ReportPages pages(m_report, m_widths,
+                                printer.pageLayout().paintRectPixels(printer.resolution()).size(),
+                                printer.resolution());
+        bool isFirst = true;
+        for (const int page : sheets(printer, pages.count())) {
+            if (!isFirst)
+                printer.newPage();
+            isFirst = false;
+            pages.paint(painter, page);
+        }
+    }
+
+    // The toolkit does not say when a disk is full: the file then lacks its end.
+    bool isWritten() const {
+        if (!m_painted || m_printer.printerState() == QPrinter::Error)
+            return false;
+        QFile file(m_printer.outputFileName());
+        if (m_printer.outputFormat() != QPrinter::PdfFormat || file.fileName().isEmpty())
+            return true;
+        return file.open(QIODevice::ReadOnly) && file.seek(std::max<qint64>(0, file.size() - 16)) &&
+               file.readAll().contains("%%EOF");
+    }
+
+    QString failure() const {
+        const QString file = m_printer.outputFileName();
+        return file.isEmpty() ? QStringLiteral("The report could not be printed.")
+                              : QStringLiteral("The report could not be written to '%1'. Choose "
+                                               "another file or folder.")
+                                    .arg(file);
+    }
+
+    const GridReport& m_report;
+    ReportWidths m_widths;
+    QPrinter m_printer{QPrinter::HighResolution};
+    bool m_painted = false;
+};
+
+QStringList cells(const Grid& grid, int row) {
+    QStringList texts;
+    for (int column = 0; column < grid.columns(); ++column)
+        texts.append(grid.text(row, column));
+    return texts;
+}
+
+} // namespace
+
+GridReport GridReport::of(const Grid& grid, const QString& title, const QString& user) {
+    GridReport report;
+    report.title = title;
+    report.printedBy = user;
+    report.printedAt = Dates::now();
+    for (int column = 0; column < grid.columns(); ++column)
+        report.columns.push_back({grid.text(0, column), grid.alignment(column)});
+    for (int row = 1; row < grid.rows(); ++row) {
+        const QStringList texts = cells(grid, row);
+        if (!texts.join(QString()).isEmpty())
+            report.rows.push_back(texts);
+    }
+    return report;
+}
+
+void GridReport::addLine(const QString& heading, int underscores) {
+    columns.push_back({heading, CellAlignment::Left, underscores});
+}
+
+void printReport(QWidget* parent, const GridReport& report) {
+    const auto answer = Messages::show(
+        parent, QStringLiteral("Are you sure that you want to print the %1?").arg(report.title),
+        QMessageBox::Question, QMessageBox::Yes | QMessageBox::No);
+    if (answer == QMessageBox::Yes)
+        Printing(report).run(parent);
+}
+
+} // namespace tallyroom
