@@ -3,6 +3,7 @@
 #include "tests/audit/AuditFolder.h"
 #include "tests/support/DialogScript.h"
 #include "tests/support/FakeHost.h"
+#include "tests/support/PrintedPages.h"
 #include "tests/support/Printing.h"
 
 #include <QCheckBox>
@@ -47,6 +48,7 @@ protected:
             count = grid.model()->rowCount();
             if (grid.model()->index(0, 1).data().toString().isEmpty())
                 count = 0; // the one empty row
+            EXPECT_EQ(child<QWidget>(details, QStringLiteral("Command2")).isEnabled(), count > 0);
             EXPECT_FALSE(child<QWidget>(details, QStringLiteral("mnuPop")).isVisible());
             clickButton(details, QStringLiteral("Command1"));
         });
@@ -134,6 +136,53 @@ TEST_F(AuditWindowsTest, TheHostsFilterFillsTheEmployees) {
     EXPECT_EQ(host.calls,
               QStringList({QStringLiteral("fillalist"), QStringLiteral("FillSpot"),
                            QStringLiteral("AllowSort"), QStringLiteral("Show bucket")}));
+}
+
+TEST_F(AuditWindowsTest, TheEntriesArePrintedWithTheChoicesThatFoundThem) {
+    addTwo();
+    const QTemporaryDir printed;
+    const QString file = printed.filePath(QStringLiteral("audit.pdf"));
+    browse([&](QWidget& browser) {
+        clickButton(browser, QStringLiteral("Command2"));
+        clickButton(browser, QStringLiteral("Check2"));
+        child<QLineEdit>(browser, QStringLiteral("Text2")).setText(QStringLiteral("2/1/2020"));
+        child<QLineEdit>(browser, QStringLiteral("Text3")).setText(QStringLiteral("2/29/2020"));
+        script.expectWindow(QStringLiteral("frmTLYRAuditDetails"), [&](QWidget& details) {
+            expectPrinting(script, QStringLiteral("Canvassing Audit"), file);
+            clickButton(details, QStringLiteral("Command2"));
+            clickButton(details, QStringLiteral("Command1"));
+        });
+        clickButton(browser, query);
+    });
+    const auto pages = readPages(file);
+    ASSERT_EQ(pages.size(), 1U);
+    for (const char* expected : {"Canvassing Audit", "Users: Ann, Bob", "Actions: Both",
+                                 "System Date: all", "Canvass Date: 2/1/2020 to 2/29/2020",
+                                 "01/02/2020 12:00 pm E1 Name 1 Ann 02/03/2020 Accepted 01:00",
+                                 "01/02/2020 12:00 pm E2 Name 2 Bob 02/03/2020 Declined 00:30"})
+        EXPECT_TRUE(pages[0].text().contains(QLatin1String(expected)))
+            << expected << '\n'
+            << pages[0].text().toStdString();
+}
+
+TEST_F(AuditWindowsTest, TheBrowserRemembersItsKindsButNoDates) {
+    addTwo();
+    browse([&](QWidget& browser) {
+        for (const char16_t* name : {u"Option2", u"Check1"})
+            clickButton(browser, QString::fromUtf16(name));
+        child<QCheckBox>(browser, QStringLiteral("Check4")).setChecked(false);
+    });
+    browse([&](QWidget& browser) {
+        for (const auto& [name, checked] :
+             std::initializer_list<std::pair<const char16_t*, bool>>{{u"Option1", false},
+                                                                     {u"Option2", true},
+                                                                     {u"Check1", false},
+                                                                     {u"Check3", true},
+                                                                     {u"Check4", false}})
+            EXPECT_EQ(child<QAbstractButton>(browser, QString::fromUtf16(name)).isChecked(),
+                      checked)
+                << QString::fromUtf16(name).toStdString();
+    });
 }
 
 TEST_F(AuditWindowsTest, UndoListsAndTakesBack) {

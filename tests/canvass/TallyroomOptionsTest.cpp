@@ -1,0 +1,108 @@
+// What the board remembers for its user, and the report that is printed as its options say.
+#include "tests/canvass/Board.h"
+#include "tests/support/PrintedPages.h"
+
+#include <QScreen>
+#include <QTemporaryDir>
+
+using namespace tallyroom;
+
+namespace {
+
+class TallyroomOptionsTest : public BoardTest {
+protected:
+    TallyroomOptionsTest() {
+        for (const char* descr : {"Down", "Up"})
+            folder.execute(addInFile,
+                           QStringLiteral("Insert Into [tlyr_order] ([descr], [details]) Values "
+                                          "('%1', 'Index0=Employee Code|Employee "
+                                          "Code_State=True|Employee Code_Direction=%2');")
+                               .arg(QString::fromLatin1(descr))
+                               .arg(descr[0] == 'D'));
+    }
+
+    // The names of the menu entries that are checked.
+    static QString checked(QWidget& board) {
+        QStringList names;
+        for (const QAction* action : board.findChildren<QAction*>()) {
+            if (action->isChecked())
+                names.append(action->objectName());
+        }
+        names.sort();
+        return names.join(QLatin1Char(' '));
+    }
+
+    void expectOptions(const char16_t* user, const char16_t* expected) {
+        show([&](QWidget& board) { EXPECT_EQ(checked(board), QString::fromUtf16(expected)); },
+             QString::fromUtf16(user));
+    }
+
+    const QString title = QStringLiteral("Canvassing Details");
+    QTemporaryDir printed;
+};
+
+TEST_F(TallyroomOptionsTest, EachUserFindsTheBoardAsHeLeftIt) {
+    expectOptions(u"Bob", u"mnuDept mnuSenDate mnuTot_0");
+    folder.execute(hostFile, QStringLiteral("Delete * from [FormOptions];"));
+    show([](QWidget& board) { trigger(board, QStringLiteral("mnuPager")); },
+         QStringLiteral("Master"));
+    show(
+        [](QWidget& board) {
+            for (const char16_t* entry :
+                 {u"mnuDept", u"mnuBreakOut", u"mnuTot_1", u"mnuSigLine", u"MnuOrder_2"})
+                trigger(board, QString::fromUtf16(entry));
+            type(board, QStringLiteral("to_date"), QStringLiteral("1/1/2001"));
+            type(board, QStringLiteral("Text1"), QStringLiteral("1:00"));
+            board.resize(1100, 740);
+        },
+        QStringLiteral("O'Hara"));
+    folder.execute(addInFile, QStringLiteral("Insert Into [tlyr_order] ([descr]) Values ('A');"));
+    show(
+        [&](QWidget& board) {
+            EXPECT_EQ(checked(board), QStringLiteral("MnuOrder_3 mnuBreakOut mnuPager mnuSenDate "
+                                                     "mnuSigLine mnuTot_1"))
+                << "the ordering is known by its description";
+            EXPECT_TRUE(lines(board).value(1).startsWith(QStringLiteral("E3|")));
+            EXPECT_TRUE(child<QWidget>(board, QStringLiteral("Text2")).isVisible());
+            EXPECT_EQ(board.size(), QSize(1100, 740).boundedTo(board.screen()->availableSize()));
+            EXPECT_EQ(child<QLineEdit>(board, QStringLiteral("Text1")).text(), QString());
+            EXPECT_EQ(*Dates::parse(child<QLineEdit>(board, QStringLiteral("to_date")).text()),
+                      Dates::today());
+        },
+        QStringLiteral("O'HARA"));
+    expectOptions(u"Ann", u"mnuDept mnuPager mnuSenDate mnuTot_0");
+    folder.execute(addInFile, QStringLiteral("Delete * from [tlyr_order] where [descr] = 'Down';"));
+    expectOptions(u"O'Hara", u"mnuBreakOut mnuPager mnuSenDate mnuSigLine mnuTot_1");
+}
+
+TEST_F(TallyroomOptionsTest, WithoutTheirTableTheBoardStillOpensAndCloses) {
+    folder.execute(hostFile, QStringLiteral("Drop Table [FormOptions];"));
+    expectOptions(u"Ann", u"mnuDept mnuSenDate mnuTot_0");
+}
+
+TEST_F(TallyroomOptionsTest, ThePrintedReportIsTheGridWithItsLines) {
+    folder.addHistory(QStringLiteral("E2"), QStringLiteral("1/5/2020"), 90, 30);
+    folder.setPeriod(QStringLiteral("1/1/2020"), QStringLiteral("1/14/2020"));
+    show([&](QWidget& board) {
+        for (const char16_t* entry : {u"mnuBlank0", u"mnuTot_1", u"MnuOrder_2", u"mnuDateLine"})
+            trigger(board, QString::fromUtf16(entry));
+        const QString file = printed.filePath(QStringLiteral("board.pdf"));
+        expectPrinting(script, title, file);
+        clickButton(board, QStringLiteral("Command2"));
+        const auto pages = readPages(file);
+        ASSERT_EQ(pages.size(), 1U);
+        const QString text = pages[0].text();
+        for (const char* expected :
+             {"Canvassing Details", "Totalling Period: 01/01/2020 to 01/14/2020",
+              "Total = Worked + Declined", "Order: Down", "by Ann", "Page 1 of 1",
+              "E3 Name 3 D0 (555) 123-4567 01/03/2001 ____",
+              "E2 Name 2 D2 (555) 123-4567 01/02/2001 02:00 02:00 ____"})
+            EXPECT_TRUE(text.contains(QLatin1String(expected))) << expected << '\n'
+                                                                << text.toStdString();
+        EXPECT_LT(text.indexOf(QLatin1String("E3")), text.indexOf(QLatin1String("E2")));
+        EXPECT_FALSE(text.contains(QLatin1String("00:00")));
+        EXPECT_FALSE(text.contains(QLatin1String("Signature")));
+    });
+}
+
+} // namespace

@@ -1,0 +1,177 @@
+#include "common/ui/GridReport.h"
+
+#include "tests/support/PrintedPages.h"
+#include "tests/support/Printing.h"
+
+#include <QDialog>
+#include <QDir>
+#include <QRadioButton>
+#include <QSpinBox>
+#include <QTemporaryDir>
+#include <cmath>
+#include <set>
+
+using namespace tallyroom;
+
+namespace {
+
+const QString title = QStringLiteral("Canvassing Details");
+
+class GridReportTest : public testing::Test {
+protected:
+    GridReportTest() {
+        window.setObjectName(QStringLiteral("window"));
+        window.resize(900, 700);
+        window.show();
+    }
+
+    static GridReport report(int rows, const QString& name = QStringLiteral("Anna Smith")) {
+        GridReport result;
+        result.title = title;
+        result.details = {QStringLiteral("Totalling Period: 01/01/2020 to 01/14/2020")};
+        result.printedBy = QStringLiteral("O'Hara");
+        result.printedAt = *Dates::parse(QStringLiteral("2/3/2020 4:05 PM"));
+        result.columns = {{QStringLiteral("Code"), CellAlignment::Left},
+                          {QStringLiteral("Name"), CellAlignment::Left},
+                          {QStringLiteral("OT Worked"), CellAlignment::Right}};
+        for (int row = 1; row <= rows; ++row)
+            result.rows.push_back({QStringLiteral("E%1").arg(row, 4, 10, QLatin1Char('0')), name,
+                                   row % 3 == 0 ? QString() : QStringLiteral("%1:15").arg(row)});
+        return result;
+    }
+
+    std::vector<PrintedPage> print(const GridReport& what) {
+        expectPrinting(script, what.title, file());
+        printReport(&window, what);
+        return readPages(file());
+    }
+
+    QString file() const { return folder.filePath(QStringLiteral("report.pdf")); }
+    bool nothingWritten() const { return QDir(folder.path()).isEmpty(); }
+
+    QTemporaryDir folder;
+    QWidget window;
+    DialogScript script;
+};
+
+TEST_F(GridReportTest, EveryPageCarriesItsFrameAndEveryRowIsPrintedOnce) {
+    GridReport what = report(130);
+    what.addLine(QStringLiteral("Date"), 9);
+    what.addLine(QStringLiteral("Signature"), 20);
+    const auto pages = print(what);
+    ASSERT_GT(pages.size(), 2U);
+    QStringList codes;
+    std::set<long> rightEdges;
+    for (std::size_t at = 0; at < pages.size(); ++at) {
+        const QString text = pages[at].text();
+        for (const QString& expected :
+             {title, what.details.front(), QStringLiteral("Worked"), QStringLiteral("Signature"),
+              QStringLiteral("Printed 02/03/2020 04:05 pm by O'Hara"),
+              QStringLiteral("Page %1 of %2").arg(at + 1).arg(pages.size())})
+            EXPECT_TRUE(text.contains(expected)) << text.toStdString();
+        EXPECT_EQ(pages[at].misplaced(), QStringList());
+        EXPECT_LT(pages[at].size.width(), pages[at].size.height()) << "upright: it fits";
+        for (const PrintedWord& word : pages[at].words) {
+            if (word.text.startsWith(QLatin1Char('E')))
+                codes.append(word.text);
+            if (word.text.endsWith(QLatin1String(":15")))
+                rightEdges.insert(std::lround(word.place.right()));
+        }
+    }
+    QStringList expected;
+    for (const QStringList& row : what.rows)
+        expected.append(row.front());
+    EXPECT_EQ(codes, expected);
+    EXPECT_EQ(rightEdges.size(), 1U) << "figures end at one edge";
+    EXPECT_EQ(pages.front().count(QStringLiteral("Smith")) * 2,
+              static_cast<int>(pages.front().text().count(QLatin1String(" _____"))))
+        << "two lines to write on in every row";
+}
+
+TEST_F(GridReportTest, ManyColumnsGoAcrossAndLongNamesAreElided) {
+    const QString longName = QStringLiteral("Bartholomew Wolfeschlegelsteinhausenbergerdorff the "
+                                            "third of that name, of the northern warehouse");
+    GridReport what = report(3, longName);
+    for (int at = 0; at < 17; ++at) {
+        what.columns.push_back({QStringLiteral("%1.5 Accepted").arg(at), CellAlignment::Right});
+        for (QStringList& row : what.rows)
+            row.append(QStringLiteral("100:30"));
+    }
+    const auto pages = print(what);
+    ASSERT_EQ(pages.size(), 1U);
+    EXPECT_GT(pages[0].size.width(), pages[0].size.height());
+    EXPECT_EQ(pages[0].misplaced(), QStringList());
+    EXPECT_EQ(pages[0].count(QStringLiteral("100:30")), 3 * 17);
+    EXPECT_TRUE(pages[0].text().contains(QLatin1String("Bart")));
+    EXPECT_TRUE(pages[0].text().contains(QChar(0x2026)));
+    EXPECT_FALSE(pages[0].text().contains(QLatin1String("warehouse")));
+}
+
+TEST_F(GridReportTest, FromNoRowToFiveThousand) {
+    for (const int rows : {0, 1, 5000}) {
+        const auto pages = print(report(rows));
+        ASSERT_FALSE(pages.empty());
+        int printed = 0;
+        for (const PrintedPage& page : pages)
+            printed += page.count(QStringLiteral("Smith"));
+        EXPECT_EQ(printed, rows);
+        EXPECT_EQ(pages.size() == 1, rows < 2);
+        EXPECT_TRUE(
+            pages.back().text().contains(QStringLiteral("Page %1 of %1").arg(pages.size())));
+        QFile::remove(file());
+    }
+}
+
+TEST_F(GridReportTest, ThePagesThatWereAskedForAsOftenAsWanted) {
+    expectPrintDialog(script, title, [&](QWidget& dialog) {
+        child<QRadioButton>(dialog, QStringLiteral("printRange")).setChecked(true);
+        child<QSpinBox>(dialog, QStringLiteral("to")).setValue(3);
+        child<QSpinBox>(dialog, QStringLiteral("from")).setValue(2);
+        child<QSpinBox>(dialog, QStringLiteral("copies")).setValue(2);
+        printInto(dialog, file());
+    });
+    printReport(&window, report(400));
+    QStringList numbers;
+    for (const PrintedPage& page : readPages(file()))
+        numbers.append(page.text().section(QStringLiteral("Page "), 1).section(u' ', 0, 0));
+    EXPECT_EQ(numbers.join(u' '), QStringLiteral("2 3 2 3"));
+}
+
+TEST_F(GridReportTest, WhoCancelsLeavesNothingBehind) {
+    const QString question =
+        QStringLiteral("Are you sure that you want to print the Canvassing Details?");
+    script.expectBox(question, QMessageBox::No, QMessageBox::Question);
+    printReport(&window, report(1));
+    const DialogScript::Action leave = [](QWidget& shown) {
+        qobject_cast<QDialog*>(&shown)->reject();
+    };
+    script.expectBox(question, QMessageBox::Yes, QMessageBox::Question);
+    script.expectWindow(QStringLiteral("ReportPreview"), leave);
+    printReport(&window, report(1));
+    QWidget* preview = nullptr;
+    expectPrintDialog(script, title, [&](QWidget& dialog) {
+        preview = dialog.parentWidget();
+        leave(dialog);
+        QMetaObject::invokeMethod(
+            preview, [&] { leave(*preview); }, Qt::QueuedConnection);
+    });
+    printReport(&window, report(1));
+    EXPECT_TRUE(nothingWritten());
+}
+
+// A device that takes nothing, as a full disk does.
+TEST_F(GridReportTest, AFileThatCannotBeWrittenIsReported) {
+    const QString full = QStringLiteral("/dev/full");
+    expectPrintDialog(script, title, [&](QWidget& dialog) {
+        script.expectBox(
+            QStringLiteral("%1 already exists.\nDo you want to overwrite it?").arg(full),
+            QMessageBox::Yes, QMessageBox::Question, QStringLiteral("Print"));
+        script.expectBox(QStringLiteral("The report could not be written to '/dev/full'. Choose "
+                                        "another file or folder."),
+                         QMessageBox::Ok, QMessageBox::Critical);
+        printInto(dialog, full);
+    });
+    printReport(&window, report(1));
+}
+
+} // namespace
