@@ -11,7 +11,8 @@ namespace {
 
 // In points.
 constexpr double titleSize = 14;
-constexpr double smallSize = 8;
+constexpr double detailSize = 9;
+constexpr double footSize = 8;
 constexpr double largestFont = 10;
 constexpr double uprightFont = 9;    // the smallest for which a page stays upright
 constexpr double smallestFont = 6.5; // before texts are elided
@@ -21,6 +22,7 @@ constexpr double hairline = 0.4;
 // In ems.
 constexpr double gap = 0.9; // between columns
 constexpr double widestGap = 3;
+constexpr double lineIndent = 1;    // of a line to write on, off the figures before it
 constexpr double narrowestText = 6; // that a column of texts gives way to
 
 constexpr int measuringSize = 100; // pixels to the em while measuring
@@ -57,6 +59,10 @@ QString line(int underscores) {
     return QString(underscores, QLatin1Char('_'));
 }
 
+double indent(const ReportColumn& column) {
+    return column.lineLength > 0 ? lineIndent : 0;
+}
+
 } // namespace
 
 ReportWidths::ReportWidths(const GridReport& report) {
@@ -69,7 +75,7 @@ ReportWidths::ReportWidths(const GridReport& report) {
         for (const QStringList& row : report.rows)
             width = std::max(width, texts.horizontalAdvance(row.value(static_cast<int>(at))));
         // A rounding in the printed font must not elide what fits.
-        m_columns.push_back(width * 1.01 / measuringSize);
+        m_columns.push_back(width * 1.01 / measuringSize + indent(column));
     }
 }
 
@@ -151,8 +157,7 @@ void ReportPages::spreadColumns(double spare) {
 
 void ReportPages::chooseHeights() {
     m_top = lineHeight(titleSize) * 1.2 +
-            static_cast<double>(m_report.details.size()) * lineHeight(smallSize) +
-            lineHeight(smallSize);
+            static_cast<double>(m_report.details.size() + 1) * lineHeight(detailSize);
     const QFontMetricsF metrics(font(m_fontSize, true));
     for (std::size_t at = 0; at < m_widths.size(); ++at) {
         const QRectF room = cell(at, 0, m_page.height());
@@ -166,7 +171,7 @@ void ReportPages::chooseHeights() {
         if (column.lineLength > 0)
             m_rowHeight = std::max(m_rowHeight, signingHeight * m_point);
     }
-    const double room = m_page.height() - m_top - m_headingHeight - 2 * lineHeight(smallSize);
+    const double room = m_page.height() - m_top - m_headingHeight - 2 * lineHeight(footSize);
     m_rowsPerPage = static_cast<std::size_t>(std::max(1.0, std::floor(room / m_rowHeight)));
 }
 
@@ -201,15 +206,16 @@ QRectF ReportPages::cell(std::size_t column, double top, double height) const {
     const double left = std::accumulate(
         m_widths.begin(), m_widths.begin() + static_cast<std::ptrdiff_t>(column), 0.0);
     const bool isLast = column + 1 == m_widths.size();
-    const double between = isLast ? 0 : gap * m_fontSize * m_point;
-    return {left, top, m_widths[column] - between, height};
+    const double em = m_fontSize * m_point;
+    const double indented = indent(m_report.columns[column]) * em;
+    return {left + indented, top, m_widths[column] - indented - (isLast ? 0 : gap * em), height};
 }
 
 void ReportPages::paintTop(QPainter& painter) const {
     painter.setFont(font(titleSize, true));
     painter.drawText(QRectF(0, 0, m_page.width(), lineHeight(titleSize)), Qt::AlignLeft,
                      m_report.title);
-    painter.setFont(font(smallSize));
+    painter.setFont(font(detailSize));
     const QFontMetricsF metrics(painter.font());
     double top = lineHeight(titleSize) * 1.2;
     for (const QString& detail : m_report.details) {
@@ -258,8 +264,8 @@ QString ReportPages::cellText(const QFontMetricsF& metrics, std::size_t row,
 
 void ReportPages::paintFoot(QPainter& painter, int page) const {
     painter.setPen(Qt::black);
-    painter.setFont(font(smallSize));
-    const double height = lineHeight(smallSize);
+    painter.setFont(font(footSize));
+    const double height = lineHeight(footSize);
     const QRectF foot(0, m_page.height() - height, m_page.width(), height);
     painter.drawText(
         foot, Qt::AlignLeft,
