@@ -38,13 +38,6 @@ QString sortKey(const QString& element, const CanvassOptions& options) {
     return keys.value(element);
 }
 
-const QString noMorePositions = QStringLiteral("wmeq");
-
-QString elementAt(const QString& details, int position) {
-    return GetTagValue(details, QStringLiteral("Index") + QString::number(position),
-                       noMorePositions);
-}
-
 bool takesPart(const QString& details, const QString& element) {
     return Variant(
                GetTagValue(details, element + QStringLiteral("_State"), QStringLiteral("false")))
@@ -62,17 +55,15 @@ QString direction(const QString& details, const QString& element) {
 QString sortExpression(const QString& details, const CanvassOptions& options,
                        const std::function<void()>& unknownElement) {
     QString expression;
-    QString element = elementAt(details, 0);
-    for (int n = 1; element != noMorePositions; ++n) {
-        if (takesPart(details, element)) {
-            if (!expression.isEmpty())
-                expression += QStringLiteral(", ");
-            const QString key = sortKey(element.toLower(), options);
-            if (key.isEmpty())
-                unknownElement();
-            expression += key + direction(details, element);
-        }
-        element = elementAt(details, n);
+    for (const QString& element : indexedElements(details)) {
+        if (!takesPart(details, element))
+            continue;
+        if (!expression.isEmpty())
+            expression += QStringLiteral(", ");
+        const QString key = sortKey(element.toLower(), options);
+        if (key.isEmpty())
+            unknownElement();
+        expression += key + direction(details, element);
     }
     return expression;
 }

@@ -30,14 +30,9 @@ constexpr const char16_t* elementNames[] = {u"Employee Code",
 const QString stateSuffix = QStringLiteral("_State");
 const QString orderSuffix = QStringLiteral("_Order");
 const QString directionSuffix = QStringLiteral("_Direction");
-const QString noMorePositions = QStringLiteral("wmeq");
 
 QString truthText(bool value) {
     return Variant(value).toText();
-}
-
-QString indexKey(int position) {
-    return QStringLiteral("Index") + QString::number(position);
 }
 
 bool readsAsTrue(const QString& text) {
@@ -61,12 +56,8 @@ void OrderingDraft::load(const QString& stored) {
     std::erase_if(m_elements, [&](const Element& element) {
         return !GetTagValue(stored, element.name + stateSuffix).isEmpty();
     });
-    for (int n = 0;; ++n) {
-        const QString name = GetTagValue(stored, indexKey(n), noMorePositions);
-        if (name == noMorePositions)
-            return;
+    for (const QString& name : indexedElements(stored))
         append(name, stored);
-    }
 }
 
 void OrderingDraft::append(const QString& name, const QString& stored) {

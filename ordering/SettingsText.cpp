@@ -36,4 +36,21 @@ QString SetTagValue(const QString& text, const QString& key, const QString& valu
     return pairs.join(pairSeparator);
 }
 
+QString indexKey(int position) {
+    return QStringLiteral("Index") + QString::number(position);
+}
+
+// The default is no element's name; an ordering that stores it ends there as well.
+QStringList indexedElements(const QString& details) {
+    const QString noMorePositions = QStringLiteral("wmeq");
+    QStringList elements;
+    for (;;) {
+        const QString element =
+            GetTagValue(details, indexKey(static_cast<int>(elements.size())), noMorePositions);
+        if (element == noMorePositions)
+            return elements;
+        elements.append(element);
+    }
+}
+
 } // namespace tallyroom

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace tallyroom {
 
@@ -12,5 +13,11 @@ QString GetTagValue(const QString& text, const QString& key, const QString& defa
 
 // Replaces the first pair that answers to the key, found as above, or appends one.
 QString SetTagValue(const QString& text, const QString& key, const QString& value);
+
+// Key of the element at a position of an ordering, counted from 0: "Index0", "Index1", …
+QString indexKey(int position);
+
+// The elements of an ordering by position, up to the first position that has none.
+QStringList indexedElements(const QString& details);
 
 } // namespace tallyroom
