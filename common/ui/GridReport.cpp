@@ -1,5 +1,6 @@
 #include "common/ui/GridReport.h"
 
+#include "common/ui/Events.h"
 #include "common/ui/Messages.h"
 #include "common/ui/ReportPages.h"
 #include "common/ui/WaitPointer.h"
@@ -51,8 +52,8 @@ public:
         preview.setObjectName(QStringLiteral("ReportPreview"));
         preview.setWindowTitle(m_report.title);
         preview.resize(parent->window()->size());
-        QObject::connect(&preview, &QPrintPreviewDialog::paintRequested,
-                         [this](QPrinter* printer) { paint(*printer); });
+        Events::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview,
+                        [this](QPrinter* printer) { paint(*printer); });
         const bool printed = preview.exec() == QDialog::Accepted;
         WaitPointer::hide();
         if (printed && !isWritten())
@@ -147,8 +148,10 @@ void printReport(QWidget* parent, const GridReport& report) {
     const auto answer = Messages::show(
         parent, QStringLiteral("Are you sure that you want to print the %1?").arg(report.title),
         QMessageBox::Question, QMessageBox::Yes | QMessageBox::No);
-    if (answer == QMessageBox::Yes)
-        Printing(report).run(parent);
+    if (answer != QMessageBox::Yes)
+        return;
+    WaitPointer::show(); // while the texts are measured and the first pages are made
+    Printing(report).run(parent);
 }
 
 } // namespace tallyroom
