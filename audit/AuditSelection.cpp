@@ -50,9 +50,9 @@ QString between(const QString& expression, const std::optional<AuditSelection::R
 
 QString kindsInWords(const AuditSelection& s) {
     if (!s.breakOut)
-        return s.kind == AuditSelection::Kind::Both       ? QStringLiteral("Both")
-               : s.kind == AuditSelection::Kind::Accepted ? QStringLiteral("Accepted")
-                                                          : QStringLiteral("Declined");
+        return s.kind == AuditSelection::Kind::Both ? QStringLiteral("Accepted, Declined, Deleted")
+               : s.kind == AuditSelection::Kind::Accepted ? QStringLiteral("Accepted, Deleted")
+                                                          : QStringLiteral("Declined, Deleted");
     QStringList kinds;
     for (const auto& [chosen, name] :
          {std::pair(s.accepted15, u"Accepted 1.5"), std::pair(s.accepted20, u"Accepted 2.0"),
@@ -72,6 +72,7 @@ QString rangeInWords(const QString& name, const std::optional<AuditSelection::Ra
 
 QStringList AuditSelection::description() const {
     return {QStringLiteral("Users: ") + users.join(QStringLiteral(", ")),
+            QStringLiteral("Employees selected: ") + QString::number(employees),
             QStringLiteral("Actions: ") + kindsInWords(*this),
             rangeInWords(QStringLiteral("System Date"), systemDate),
             rangeInWords(QStringLiteral("Canvass Date"), canvassDate)};

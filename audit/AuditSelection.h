@@ -18,6 +18,7 @@ struct AuditSelection {
     };
 
     QStringList users;
+    int employees = 0;      // how many the host's filter lets through; for description() alone
     bool breakOut = false;  // time and a half and double time apart: the four marks below count
     Kind kind = Kind::Both; // otherwise this one does
     bool accepted15 = false;

@@ -163,6 +163,7 @@ AuditSelection frmTLYRAudit::selection() const {
         if (m_ui->List1->item(row)->isSelected())
             result.users.append(m_ui->List1->item(row)->text());
     }
+    result.employees = m_ui->List2->count();
     result.breakOut = m_breakOut();
     if (m_ui->Option3->isChecked())
         result.kind = AuditSelection::Kind::Declined;

@@ -83,6 +83,7 @@ void frmTLYRAuditDetails::Command2_Click() {
     GridReport report =
         GridReport::of(*m_ui->Grid, QStringLiteral("Canvassing Audit"), m_context.CurrentUser);
     report.details = m_selection().description();
+    report.makeElastic({QStringLiteral("Name"), QStringLiteral("User")});
     printReport(this, report);
 }
 

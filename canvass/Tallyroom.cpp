@@ -161,10 +161,12 @@ void Tallyroom::Command2_Click() {
     GridReport report =
         GridReport::of(*m_ui->Grid, QStringLiteral("Canvassing Details"), m_context.CurrentUser);
     report.details = reportDetails();
+    report.makeElastic(
+        {QStringLiteral("Name"), QStringLiteral("Dept"), QStringLiteral("Position")});
     if (m_ui->mnuDateLine->isChecked())
-        report.addLine(QStringLiteral("Date"), 9);
+        report.addLine(QStringLiteral("Date"), 24);
     if (m_ui->mnuSigLine->isChecked())
-        report.addLine(QStringLiteral("Signature"), 20);
+        report.addLine(QStringLiteral("Signature"), 60);
     printReport(this, report);
 }
 

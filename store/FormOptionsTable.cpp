@@ -1,6 +1,5 @@
 #include "store/FormOptionsTable.h"
 
-#include "common/RunError.h"
 #include "store/Recordset.h"
 #include "store/Workspace.h"
 
@@ -37,7 +36,7 @@ QString read(const QString& dataPath, const QString& user, const QString& form) 
         if (rows->eof())
             rows = openRows(*database, QStringLiteral("MASTER"), form);
         return rows->eof() ? QString() : rows->field(optionsField).toText();
-    } catch (const RunError&) {
+    } catch (const std::exception&) {
         return {};
     }
 }
@@ -54,7 +53,7 @@ void write(const QString& dataPath, const QString& user, const QString& form,
         rows->setField(formField, form);
         rows->setField(optionsField, text);
         rows->update();
-    } catch (const RunError&) {
+    } catch (const std::exception&) {
     }
 }
 

@@ -6,6 +6,7 @@
 #include <QIcon>
 #include <QPainter>
 #include <QPixmap>
+#include <QPointer>
 #include <optional>
 
 namespace tallyroom {
@@ -84,12 +85,15 @@ void DateBinding::bind(QLineEdit* box, QAbstractButton* pickerButton) {
                                         [this, box] { pick(box); }));
 }
 
-void DateBinding::pick(QLineEdit* box) const {
-    const ObjectRef monthView = m_datePicker.property(QStringLiteral("MonthView1")).toObject();
+// The window and the binding may be closed while the host shows its form.
+void DateBinding::pick(QLineEdit* dateBox) const {
+    const QPointer<QLineEdit> box = dateBox;
+    const ObjectRef datePicker = m_datePicker;
+    const ObjectRef monthView = datePicker.property(QStringLiteral("MonthView1")).toObject();
     const auto shown = Dates::parse(box->text());
     monthView.setProperty(QStringLiteral("Value"), shown.value_or(Dates::today()));
-    m_datePicker.call(QStringLiteral("Show"), {Variant(1)});
-    if (m_datePicker.property(QStringLiteral("WasPicked")).toBoolean())
+    datePicker.call(QStringLiteral("Show"), {Variant(1)});
+    if (box && datePicker.property(QStringLiteral("WasPicked")).toBoolean())
         box->setText(
             Dates::format(monthView.property(QStringLiteral("Value")).toDate(), shownForm));
 }

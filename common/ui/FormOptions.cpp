@@ -28,7 +28,8 @@ struct Remembered {
 //   entries, unseen;
 // - the rows and users that are selected: they are other ones by then;
 // - column widths, which follow the texts, and window positions, which belong to the desktop;
-// - what the data files keep: associations, period, the definitions of orderings.
+// - what the data files keep: associations, period, the definitions of orderings; the windows that
+//   set these up are as large as their contents.
 constexpr Remembered rememberedStates[] = {
     {u"Tallyroom", u"mnuBlank0", Kind::Mark},
     {u"Tallyroom", u"mnuDateLine", Kind::Mark},
@@ -113,6 +114,8 @@ QJsonValue chosen(const QObject& holder) {
 }
 
 void choose(const QObject& holder, const QString& name) {
+    if (name.isEmpty()) // nothing was chosen; an ordering may have an empty description
+        return;
     const QList<QObject*> all = entries(holder);
     const auto found = std::find_if(
         all.begin(), all.end(), [&](const QObject* entry) { return entryName(*entry) == name; });

@@ -32,6 +32,7 @@ bool FormWindow::event(QEvent* event) {
 
 void FormWindow::done(int result) {
     Events::run(this, [this] { Form_QueryUnload(); });
+    m_loaded = false;
     QDialog::done(result);
 }
 

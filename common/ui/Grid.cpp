@@ -102,6 +102,11 @@ void Grid::setColumnWidthOf(int column, int width) {
     m_widths[static_cast<std::size_t>(column)] = width;
 }
 
+bool Grid::isEmpty() const {
+    return std::all_of(m_model.m_rows.begin() + 1, m_model.m_rows.end(),
+                       [](const QStringList& row) { return row.join(QString()).isEmpty(); });
+}
+
 Grid::RowRange Grid::selectedRows() const {
     const QItemSelection selection = selectionModel()->selection();
     if (selection.isEmpty())
@@ -114,17 +119,23 @@ Grid::RowRange Grid::selectedRows() const {
     return range;
 }
 
-// A tab or a line break inside a text would begin a new cell or row.
+// A tab or a line break inside a text would begin a new cell or row, and a quote would hide those
+// that follow.
 QString Grid::line(int row) const {
     QStringList cells;
-    for (int column = 0; column < columns(); ++column)
-        cells.append(text(row, column).simplified());
+    for (int column = 0; column < columns(); ++column) {
+        QString cell = text(row, column).simplified();
+        if (cell.contains(QLatin1Char('"')))
+            cell = QLatin1Char('"') + cell.replace(QLatin1Char('"'), QLatin1String("\"\"")) +
+                   QLatin1Char('"');
+        cells.append(cell);
+    }
     return cells.join(QLatin1Char('\t')) + QLatin1Char('\n');
 }
 
 QString Grid::selectedText() const {
     const RowRange selected = selectedRows();
-    if (selected.first == 0)
+    if (selected.first == 0 || isEmpty())
         return {};
     QString lines = line(0);
     for (int row = selected.first; row <= selected.last; ++row)

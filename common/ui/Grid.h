@@ -39,6 +39,7 @@ public:
     explicit Grid(QWidget* parent = nullptr);
 
     int rows() const { return static_cast<int>(m_model.m_rows.size()); } // with the heading
+    bool isEmpty() const; // no data: no rows, or the one empty row of a fill that found none
     int columns() const { return static_cast<int>(m_model.m_alignments.size()); }
     QString text(int row, int column) const; // "" outside the grid
     CellAlignment alignment(int column) const {

@@ -6,6 +6,7 @@
 #include "common/ui/WaitPointer.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <algorithm>
@@ -56,8 +57,10 @@ public:
                         [this](QPrinter* printer) { paint(*printer); });
         const bool printed = preview.exec() == QDialog::Accepted;
         WaitPointer::hide();
-        if (printed && !isWritten())
-            Messages::show(parent, failure(), QMessageBox::Critical);
+        if (!printed || isWritten())
+            return;
+        removeFragment();
+        Messages::show(parent, failure(), QMessageBox::Critical);
     }
 
 private:
@@ -68,13 +71,19 @@ private:
         m_printer.setPageOrientation(ReportPages::orientation(m_widths, m_printer.pageLayout()));
     }
 
-    // Called for the preview, again when its page setup changes, and for the printing itself.
+    // Called for the preview, again when its page setup changes, and for the printing itself. What
+    // goes wrong is told when the preview is left: it must not be interrupted by a box.
     void paint(QPrinter& printer) {
         WaitPointer::show();
-        QPainter painter;
-        m_painted = painter.begin(&printer);
-        if (m_painted)
-            paintPages(painter, printer);
+        m_painted = false;
+        try {
+            QPainter painter;
+            m_begun = painter.begin(&printer);
+            if (m_begun)
+                paintPages(painter, printer);
+            m_painted = m_begun;
+        } catch (const std::exception&) {
+        }
         WaitPointer::hide();
     }
 
@@ -102,6 +111,13 @@ private:
                file.readAll().contains("%%EOF");
     }
 
+    // A file that could not even be opened is not ours.
+    void removeFragment() const {
+        const QFileInfo file(m_printer.outputFileName());
+        if (m_begun && file.isFile())
+            QFile::remove(file.filePath());
+    }
+
     QString failure() const {
         const QString file = m_printer.outputFileName();
         return file.isEmpty() ? QStringLiteral("The report could not be printed.")
@@ -113,13 +129,14 @@ private:
     const GridReport& m_report;
     ReportWidths m_widths;
     QPrinter m_printer{QPrinter::HighResolution};
+    bool m_begun = false; // the last painting could open its target
     bool m_painted = false;
 };
 
 QStringList cells(const Grid& grid, int row) {
     QStringList texts;
     for (int column = 0; column < grid.columns(); ++column)
-        texts.append(grid.text(row, column));
+        texts.append(grid.text(row, column).simplified()); // a row is one line
     return texts;
 }
 
@@ -132,16 +149,19 @@ GridReport GridReport::of(const Grid& grid, const QString& title, const QString&
     report.printedAt = Dates::now();
     for (int column = 0; column < grid.columns(); ++column)
         report.columns.push_back({grid.text(0, column), grid.alignment(column)});
-    for (int row = 1; row < grid.rows(); ++row) {
-        const QStringList texts = cells(grid, row);
-        if (!texts.join(QString()).isEmpty())
-            report.rows.push_back(texts);
-    }
+    const int rows = grid.isEmpty() ? 1 : grid.rows();
+    for (int row = 1; row < rows; ++row)
+        report.rows.push_back(cells(grid, row));
     return report;
 }
 
-void GridReport::addLine(const QString& heading, int underscores) {
-    columns.push_back({heading, CellAlignment::Left, underscores});
+void GridReport::makeElastic(const QStringList& headings) {
+    for (ReportColumn& column : columns)
+        column.elastic = column.elastic || headings.contains(column.heading);
+}
+
+void GridReport::addLine(const QString& heading, double millimetres) {
+    columns.push_back({heading, CellAlignment::Left, false, millimetres});
 }
 
 void printReport(QWidget* parent, const GridReport& report) {

@@ -14,7 +14,10 @@ namespace tallyroom {
 struct ReportColumn {
     QString heading;
     CellAlignment alignment = CellAlignment::Left;
-    int lineLength = 0; // in underscores; above 0 every row has a line here to be written on
+    bool elastic = false; // its texts may be elided when the columns need more than a page
+    // Above 0 every row has a line here to be written on, as long as this, or a little shorter
+    // where room is scarce. In millimetres.
+    double lineLength = 0;
 };
 
 // What is printed: plain values, taken when the command is given.
@@ -29,8 +32,9 @@ struct GridReport {
     // The grid as it stands, without the empty row of a grid that holds no data.
     static GridReport of(const Grid& grid, const QString& title, const QString& user);
 
-    // A column in which every row has a line to be written on.
-    void addLine(const QString& heading, int underscores);
+    // The columns under these headings may give way; those that are not there are passed over.
+    void makeElastic(const QStringList& headings);
+    void addLine(const QString& heading, double millimetres);
 };
 
 // Asks whether the report is to be printed, then shows it in a preview from which it goes to a

@@ -17,15 +17,19 @@ public:
     explicit ReportWidths(const GridReport& report);
 
     const std::vector<double>& columns() const { return m_columns; }
+    // Of all columns with the gaps between them. Lines to write on, which do not grow with the
+    // font, count with their headings only; lines() is what they need at least, in points.
     double total() const;
+    double lines() const { return m_lines; }
 
 private:
     std::vector<double> m_columns;
+    double m_lines = 0;
 };
 
-// A report laid out for pages of one size. The font is as large as the columns allow. When they do
-// not fit even in the smallest one, the widest columns of texts give way and their longest texts
-// are elided; figures and lines keep their widths as long as they can.
+// A report laid out for pages of one size. The font is as large as the columns allow. Columns that
+// do not fit in a readable one give way if they are elastic, the widest first, and their longest
+// texts are elided; when that is not enough the font gets smaller still. Nothing else is ever cut.
 class ReportPages {
 public:
     // `page` is the printable area in pixels of a device with `resolution` pixels to the inch. The
@@ -42,13 +46,16 @@ public:
 private:
     void chooseFont();
     void chooseColumnWidths();
-    bool isElastic(std::size_t column) const; // texts, which may be elided
-    void narrowTexts(double excess);
+    void narrowColumns(double excess);
+    double lengthenLines(double spare); // the rest of the spare room
     void spreadColumns(double spare);
     void chooseHeights();
 
+    bool hasLines() const { return m_natural.lines() > 0; }
     QFont font(double points, bool bold = false) const;
+    QFont rowFont(bool bold = false) const;
     double lineHeight(double points) const;
+    QRectF detailRect(const QString& detail, double top) const;
     QRectF cell(std::size_t column, double top, double height) const;
     void paintTop(QPainter& painter) const;
     void paintHeadings(QPainter& painter) const;
@@ -60,7 +67,7 @@ private:
     const ReportWidths& m_natural;
     QSizeF m_page;
     double m_point;               // pixels of the device
-    double m_fontSize = 0;        // of the rows, in points
+    int m_em = 1;                 // of the rows' font, in pixels
     std::vector<double> m_widths; // pixels, with the gap to the next column
     double m_top = 0;             // where the headings begin
     double m_headingHeight = 0;

@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTableView>
+#include <QTest>
 
 using namespace tallyroom;
 
@@ -156,13 +157,36 @@ TEST_F(AuditWindowsTest, TheEntriesArePrintedWithTheChoicesThatFoundThem) {
     });
     const auto pages = readPages(file);
     ASSERT_EQ(pages.size(), 1U);
-    for (const char* expected : {"Canvassing Audit", "Users: Ann, Bob", "Actions: Both",
-                                 "System Date: all", "Canvass Date: 2/1/2020 to 2/29/2020",
+    for (const char* expected : {"Canvassing Audit", "Users: Ann, Bob", "Employees selected: 1",
+                                 "Actions: Accepted, Declined, Deleted", "System Date: all",
+                                 "Canvass Date: 2/1/2020 to 2/29/2020",
                                  "01/02/2020 12:00 pm E1 Name 1 Ann 02/03/2020 Accepted 01:00",
                                  "01/02/2020 12:00 pm E2 Name 2 Bob 02/03/2020 Declined 00:30"})
         EXPECT_TRUE(pages[0].text().contains(QLatin1String(expected)))
             << expected << '\n'
             << pages[0].text().toStdString();
+}
+
+TEST_F(AuditWindowsTest, EachDateBoxHasItsPickerAndKeys) {
+    addTwo();
+    browse([&](QWidget& browser) {
+        clickButton(browser, QStringLiteral("Check1"));
+        clickButton(browser, QStringLiteral("Check2"));
+        int day = 0;
+        for (const auto& [name, button] :
+             std::initializer_list<std::pair<const char16_t*, const char16_t*>>{
+                 {u"to_date", u"SSCommand2"},
+                 {u"Text1", u"SSCommand1"},
+                 {u"Text2", u"SSCommand3"},
+                 {u"Text3", u"SSCommand4"}}) {
+            host.pickedDate = *Dates::parse(QStringLiteral("3/%1/2020").arg(++day));
+            clickButton(browser, QString::fromUtf16(button));
+            auto& box = child<QLineEdit>(browser, QString::fromUtf16(name));
+            EXPECT_EQ(box.text(), QStringLiteral("03/0%1/2020").arg(day));
+            QTest::keyClick(&box, Qt::Key_End);
+            EXPECT_EQ(box.text(), QStringLiteral("03/31/2020"));
+        }
+    });
 }
 
 TEST_F(AuditWindowsTest, TheBrowserRemembersItsKindsButNoDates) {

@@ -105,4 +105,21 @@ TEST_F(TallyroomOptionsTest, ThePrintedReportIsTheGridWithItsLines) {
     });
 }
 
+TEST_F(TallyroomOptionsTest, ABoardWithoutAnyColumnIsPrintedAsItsTitle) {
+    host.filter = QStringLiteral("in ('')");
+    for (const bool signing : {false, true})
+        show([&](QWidget& board) {
+            EXPECT_EQ(grid(board).columns(), 0);
+            if (signing)
+                trigger(board, QStringLiteral("mnuSigLine"));
+            const QString file = printed.filePath(QStringLiteral("%1.pdf").arg(signing));
+            expectPrinting(script, title, file);
+            clickButton(board, QStringLiteral("Command2"));
+            const auto pages = readPages(file);
+            ASSERT_EQ(pages.size(), 1U);
+            EXPECT_TRUE(pages[0].text().startsWith(title));
+            EXPECT_EQ(pages[0].text().contains(QStringLiteral("Signature")), signing);
+        });
+}
+
 } // namespace

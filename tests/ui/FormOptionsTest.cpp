@@ -6,6 +6,7 @@
 
 #include <QCheckBox>
 #include <QRadioButton>
+#include <QScreen>
 #include <QVBoxLayout>
 #include <random>
 
@@ -54,6 +55,19 @@ TEST(FormOptions, AWindowComesBackAsItWasLeft) {
     opened.checks[0].setChecked(true);
     FormOptions::restore(opened.window, text);
     EXPECT_EQ(opened.state(), QStringLiteral("640x480 0010100"));
+}
+
+TEST(FormOptions, WhatTheWindowCannotTakeIsPassedOver) {
+    Browser left;
+    left.options[1].setObjectName(QStringLiteral("Option9"));
+    left.options[1].setChecked(true);
+    left.checks[2].setChecked(true);
+    left.window.resize(20000, 15000);
+    Browser opened;
+    FormOptions::restore(opened.window, FormOptions::textOf(left.window));
+    EXPECT_TRUE(opened.state().endsWith(QStringLiteral(" 1000010"))) << "no such option button";
+    EXPECT_LE(opened.window.width(), opened.window.screen()->availableSize().width());
+    EXPECT_LE(opened.window.height(), opened.window.screen()->availableSize().height());
 }
 
 TEST(FormOptions, ADamagedOrForeignTextChangesNothing) {

@@ -56,8 +56,8 @@ protected:
 
 TEST_F(GridReportTest, EveryPageCarriesItsFrameAndEveryRowIsPrintedOnce) {
     GridReport what = report(130);
-    what.addLine(QStringLiteral("Date"), 9);
-    what.addLine(QStringLiteral("Signature"), 20);
+    what.addLine(QStringLiteral("Date"), 24);
+    what.addLine(QStringLiteral("Signature"), 60);
     const auto pages = print(what);
     ASSERT_GT(pages.size(), 2U);
     QStringList codes;
@@ -88,6 +88,57 @@ TEST_F(GridReportTest, EveryPageCarriesItsFrameAndEveryRowIsPrintedOnce) {
         << "two lines to write on in every row";
 }
 
+// All columns of a board that shows everything, with lines to sign on.
+TEST_F(GridReportTest, WithEveryColumnOnlyTheElasticOnesGiveWay) {
+    const QString longName = QStringLiteral("Bartholomew Wolfeschlegelsteinhausenbergerdorff");
+    GridReport what = report(1, longName);
+    QStringList& row = what.rows.front();
+    const auto add = [&](const char* heading, const char* text, CellAlignment alignment) {
+        what.columns.push_back({QString::fromLatin1(heading), alignment});
+        row.append(QString::fromLatin1(text));
+    };
+    for (const char* heading : {"Phone", "Alt. Phone", "Cell Phone", "Pager"})
+        add(heading, "(555-)123--4567", CellAlignment::Left);
+    add("Sen. Date", "12/31/2020", CellAlignment::Left);
+    add("Position", "Forklift-and-crane-operator", CellAlignment::Left);
+    for (const char* heading :
+         {"1.5", "2.0", "1.5 Accepted", "2.0 Accepted", "1.5 Declined", "2.0 Declined", "Total"})
+        add(heading, "100:30", CellAlignment::Right);
+    what.makeElastic({QStringLiteral("Name"), QStringLiteral("Position")});
+    what.addLine(QStringLiteral("Date"), 24);
+    what.addLine(QStringLiteral("Signature"), 60);
+    const auto pages = print(what);
+    ASSERT_EQ(pages.size(), 1U);
+    EXPECT_EQ(pages[0].misplaced(), QStringList());
+    EXPECT_EQ(pages[0].count(QStringLiteral("(555-)123--4567")), 4);
+    EXPECT_EQ(pages[0].count(QStringLiteral("12/31/2020")), 1);
+    EXPECT_EQ(pages[0].count(QStringLiteral("100:30")), 7);
+    EXPECT_TRUE(pages[0].text().contains(QChar(0x2026)));
+    std::vector<double> lines;
+    for (const PrintedWord& word : pages[0].words) {
+        if (word.text.startsWith(QLatin1String("___")))
+            lines.push_back(word.place.width() / 72 * 25.4);
+    }
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_GT(lines[0], 14) << "millimetres for a date";
+    EXPECT_GT(lines[1], 36) << "millimetres for a signature";
+}
+
+TEST_F(GridReportTest, LongTextsAboutTheReportStayInTheirPlace) {
+    GridReport what = report(3, QStringLiteral("\u738b\u5c0f\u660e"));
+    what.printedBy = QString(300, QLatin1Char('w'));
+    QStringList users;
+    for (int n = 100; n < 160; ++n)
+        users.append(QStringLiteral("user%1").arg(n));
+    what.details = {users.mid(0, 30).join(QStringLiteral(", ")),
+                    users.mid(30).join(QStringLiteral(", ")).repeated(9), QStringLiteral("last")};
+    const auto pages = print(what);
+    ASSERT_EQ(pages.size(), 1U);
+    EXPECT_EQ(pages[0].misplaced(), QStringList());
+    for (const char* expected : {"user129", "last", "Code", "E0003", "Page"})
+        EXPECT_EQ(pages[0].text().count(QLatin1String(expected)), 1) << expected;
+}
+
 TEST_F(GridReportTest, ManyColumnsGoAcrossAndLongNamesAreElided) {
     const QString longName = QStringLiteral("Bartholomew Wolfeschlegelsteinhausenbergerdorff the "
                                             "third of that name, of the northern warehouse");
@@ -97,6 +148,7 @@ TEST_F(GridReportTest, ManyColumnsGoAcrossAndLongNamesAreElided) {
         for (QStringList& row : what.rows)
             row.append(QStringLiteral("100:30"));
     }
+    what.makeElastic({QStringLiteral("Name")});
     const auto pages = print(what);
     ASSERT_EQ(pages.size(), 1U);
     EXPECT_GT(pages[0].size.width(), pages[0].size.height());

@@ -19,7 +19,7 @@ protected:
         grid.setHeading(1, QStringLiteral("Total"), CellAlignment::Right);
         grid.addRow({QStringLiteral("E1"), QStringLiteral("01:00")});
         grid.addRow({QStringLiteral("E2\tx\ny"), QString()});
-        grid.addRow({QStringLiteral("E3"), QStringLiteral("03:00")});
+        grid.addRow({QStringLiteral("E\"3"), QStringLiteral("03:00")});
     }
     // What Ctrl+C puts on the clipboard.
     QString copied() {
@@ -36,7 +36,7 @@ TEST_F(GridTest, CopiesTheSelectedRowsUnderTheirHeadings) {
                       grid.visualRect(grid.model()->index(1, 0)).center());
     EXPECT_EQ(copied(), QStringLiteral("Code\tTotal\nE2 x y\t\n"));
     QTest::keyClick(&grid, Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(copied(), QStringLiteral("Code\tTotal\nE1\t01:00\nE2 x y\t\nE3\t03:00\n"));
+    EXPECT_EQ(copied(), QStringLiteral("Code\tTotal\nE1\t01:00\nE2 x y\t\n\"E\"\"3\"\t03:00\n"));
 }
 
 } // namespace
