@@ -42,24 +42,6 @@ QString dateClause(const std::optional<TotallingPeriod>& period) {
            QStringLiteral("# and #") + Dates::toText(period->to) + QStringLiteral("#)");
 }
 
-QString totalsQuery(const QString& filter, const std::optional<TotallingPeriod>& period) {
-    return QStringLiteral("select [thist_emp], "
-                          "((sum(iif(Isnull([t15]),0,[t15])) * 1440)) as [T15Hours], "
-                          "((sum(iif(Isnull([t20]),0,[t20])) * 1440)) as [T20Hours], "
-                          "Sum(iif(isnull([tlyrAccepted]),0,[tlyrAccepted])) as [xT15Accepted], "
-                          "Sum(iif(isnull([tlyrAccepted2]),0,[tlyrAccepted2])) as [xT20Accepted], "
-                          "Sum(iif(isnull([tlyrDeclined]),0,[tlyrDeclined])) as [xT15Declined], "
-                          "Sum(iif(isnull([tlyrDeclined2]),0,[tlyrDeclined2])) as [xT20Declined], "
-                          "([T15Hours] + [T20Hours]) As [WorkedOT], "
-                          "([xT15Accepted] + [xT20Accepted]) As [AcceptedOT], "
-                          "([xT15Declined] + [xT20Declined]) As [DeclinedOT], "
-                          "([WorkedOT] + [AcceptedOT] + [DeclinedOT]) As [TotalOT1], "
-                          "([WorkedOT] + [DeclinedOT]) AS [TotalOT2] "
-                          "From [Timehistory] where ([thist_emp] ") +
-           filter + QStringLiteral(") and ([thist_record_type] in ('TR','AR','HR'))") +
-           dateClause(period) + QStringLiteral(" group by [thist_emp] order by [thist_emp];");
-}
-
 template<class Pointer>
 auto& required(const Pointer& pointer) {
     if (!pointer)
@@ -256,6 +238,24 @@ private:
 };
 
 } // namespace
+
+QString totalsQuery(const QString& filter, const std::optional<TotallingPeriod>& period) {
+    return QStringLiteral("select [thist_emp], "
+                          "((sum(iif(Isnull([t15]),0,[t15])) * 1440)) as [T15Hours], "
+                          "((sum(iif(Isnull([t20]),0,[t20])) * 1440)) as [T20Hours], "
+                          "Sum(iif(isnull([tlyrAccepted]),0,[tlyrAccepted])) as [xT15Accepted], "
+                          "Sum(iif(isnull([tlyrAccepted2]),0,[tlyrAccepted2])) as [xT20Accepted], "
+                          "Sum(iif(isnull([tlyrDeclined]),0,[tlyrDeclined])) as [xT15Declined], "
+                          "Sum(iif(isnull([tlyrDeclined2]),0,[tlyrDeclined2])) as [xT20Declined], "
+                          "([T15Hours] + [T20Hours]) As [WorkedOT], "
+                          "([xT15Accepted] + [xT20Accepted]) As [AcceptedOT], "
+                          "([xT15Declined] + [xT20Declined]) As [DeclinedOT], "
+                          "([WorkedOT] + [AcceptedOT] + [DeclinedOT]) As [TotalOT1], "
+                          "([WorkedOT] + [DeclinedOT]) AS [TotalOT2] "
+                          "From [Timehistory] where ([thist_emp] ") +
+           filter + QStringLiteral(") and ([thist_record_type] in ('TR','AR','HR'))") +
+           dateClause(period) + QStringLiteral(" group by [thist_emp] order by [thist_emp];");
+}
 
 bool build(CanvassState& state, const ObjectRef& bucketForm, bool multiply,
            const ErrorQuestion& ask) {

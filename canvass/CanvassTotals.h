@@ -23,6 +23,9 @@ namespace CanvassTotals {
 bool build(CanvassState& state, const ObjectRef& bucketForm, bool multiply,
            const ErrorQuestion& ask);
 
+// The query over the host's history that a build runs; `filter` completes "[thist_emp] ".
+QString totalsQuery(const QString& filter, const std::optional<TotallingPeriod>& period);
+
 // Recomputes the derived columns from the raw totals; `multiply` weighs each hour by its rate.
 // CanvassRs must be open. Raises what the database raises.
 void applyMultipliers(const CanvassState& state, bool multiply);
