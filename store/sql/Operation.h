@@ -34,6 +34,7 @@ enum class Operation {
     Concat, // as "&" does: Null only when both are
     // Functions.
     If,
+    IfNull, // the first, or the second in place of a Null; for numbers
     DayOf,
     Now,
     Today,

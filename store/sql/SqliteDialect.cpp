@@ -36,6 +36,7 @@ constexpr Template templates[] = {
     {Operation::Join, u"($1 || $2)"},
     {Operation::Concat, u"tr_concat($1, $2)"},
     {Operation::If, u"(CASE WHEN $1 THEN $2 ELSE $3 END)"},
+    {Operation::IfNull, u"ifnull($1, $2)"},
     {Operation::DayOf, u"(substr($1, 1, 10) || ' 00:00:00')"},
     {Operation::Now, u"datetime('now', 'localtime')"},
     {Operation::Today, u"(date('now', 'localtime') || ' 00:00:00')"},
