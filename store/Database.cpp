@@ -25,4 +25,16 @@ void Batch::commit() {
         database->commitBatch();
 }
 
+Reading::Reading(std::shared_ptr<Database> database) : m_database(std::move(database)) {
+    m_database->beginReading();
+}
+
+Reading::~Reading() {
+    try {
+        m_database->endReading();
+    } catch (const RunError&) {
+        // Closed in between, which has ended the reading.
+    }
+}
+
 } // namespace tallyroom

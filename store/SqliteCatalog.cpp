@@ -63,7 +63,17 @@ std::shared_ptr<const sql::CatalogTable> SqliteCatalog::read(const QString& plac
     table->name = query.text(0);
     table->keyed = query.text(1) == QLatin1String("table") && query.key(2) == 0;
     readColumns(*table);
+    table->watched = isWatched(*table);
     return table;
+}
+
+bool SqliteCatalog::isWatched(const sql::CatalogTable& table) const {
+    SqliteQuery query(m_connection,
+                      QStringLiteral("SELECT 1 FROM %1.sqlite_master WHERE type = 'trigger' AND "
+                                     "tbl_name = ?1 COLLATE NOCASE")
+                          .arg(table.place));
+    query.bind(1, Variant(table.name));
+    return query.next();
 }
 
 void SqliteCatalog::readColumns(sql::CatalogTable& table) const {

@@ -75,6 +75,8 @@ SqliteConnection::SqliteConnection(const QString& file)
     sqlite3_extended_result_codes(handle(), 1);
     if (!harden(handle()) || !registerSqliteFunctions(handle()))
         throw RunError::make(ErrorNumber::outOfMemory);
+    sqlite3_rollback_hook(
+        handle(), [](void* count) { ++*static_cast<qint64*>(count); }, &m_rollbacks);
     run(QStringLiteral("PRAGMA synchronous = FULL"));
 }
 

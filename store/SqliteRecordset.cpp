@@ -89,6 +89,7 @@ void SqliteRecordset::movePrevious() {
 }
 
 int SqliteRecordset::fieldPosition(const QString& name) const {
+    requireOpen();
     for (std::size_t i = 0; i < m_bound.columns.size(); ++i) {
         if (m_bound.columns[i].name.compare(name, Qt::CaseInsensitive) == 0)
             return static_cast<int>(i);
@@ -102,7 +103,6 @@ void SqliteRecordset::requireField(int position) const {
 }
 
 Variant SqliteRecordset::field(const QString& name) const {
-    requireOpen();
     return field(fieldPosition(name));
 }
 
@@ -138,7 +138,6 @@ void SqliteRecordset::addNew() {
 }
 
 void SqliteRecordset::setField(const QString& name, const Variant& value) {
-    requireOpen();
     setField(fieldPosition(name), value);
 }
 

@@ -71,11 +71,19 @@ QString Generator::insertRows(const BoundInsert& statement) {
 }
 
 QString Generator::updateRows(const BoundUpdate& statement) {
+    return update(m_dialect.updateRows, statement);
+}
+
+QString Generator::updateAllOrNone(const BoundUpdate& statement) {
+    return update(m_dialect.updateAllOrNone, statement);
+}
+
+QString Generator::update(const char16_t* form, const BoundUpdate& statement) {
     QStringList assignments;
     for (const BoundAssignment& assignment : statement.assignments)
         assignments << quotedName(assignment.column) + QStringLiteral(" = ") +
                            text(*assignment.value);
-    return filled(m_dialect.updateRows,
+    return filled(form,
                   {tableName(*statement.target.table), quotedName(statement.target.alias),
                    assignments.join(QStringLiteral(", ")), clause(u" WHERE ", statement.where)});
 }
