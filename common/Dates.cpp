@@ -170,7 +170,35 @@ QString toIso(Date date) {
     return toQDateTime(date).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
 }
 
+namespace {
+
+// The number that the digits at a place are, or −1.
+int digitsAt(const QString& text, qsizetype from, qsizetype count) {
+    int number = 0;
+    for (qsizetype at = from; at < from + count; ++at) {
+        const int digit = text.at(at).unicode() - u'0';
+        if (digit < 0 || digit > 9)
+            return -1;
+        number = number * 10 + digit;
+    }
+    return number;
+}
+
+// "YYYY-MM-DD HH:MM:SS" to the letter, as the store writes it: an invalid moment for all else.
+QDateTime fullIso(const QString& text) {
+    if (text.size() != 19 || text.at(4) != u'-' || text.at(7) != u'-' || text.at(13) != u':' ||
+        text.at(16) != u':')
+        return {};
+    const QDate day(digitsAt(text, 0, 4), digitsAt(text, 5, 2), digitsAt(text, 8, 2));
+    const QTime time(digitsAt(text, 11, 2), digitsAt(text, 14, 2), digitsAt(text, 17, 2));
+    return day.isValid() && time.isValid() ? QDateTime(day, time, Qt::UTC) : QDateTime();
+}
+
+} // namespace
+
 std::optional<Date> fromIso(const QString& text) {
+    if (const QDateTime moment = fullIso(text); moment.isValid())
+        return fromQDateTime(moment);
     const QDate day = QDate::fromString(text.left(10), Qt::ISODate);
     if (!day.isValid() || text.size() < 10)
         return std::nullopt;
