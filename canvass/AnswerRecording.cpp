@@ -25,7 +25,7 @@ constexpr AnswerColumns declined20{u"Declined2", u"tlyrDeclined2", u"xt20Decline
 // One command's recording. CanvassRs stands on the employee whose answer is being written.
 class Recorder {
 public:
-    Recorder(const CanvassState& state, const AnswerRequest& request, Recordset& associations)
+    Recorder(CanvassState& state, const AnswerRequest& request, Recordset& associations)
         : m_state(state), m_request(request), m_associations(associations) {}
 
     void recordEmployee(const QString& code) {
@@ -38,6 +38,20 @@ public:
             recordLine(plainAccepted, m_request.amount);
         else if (m_request.decline && isSetUp(plainDeclined))
             recordLine(plainDeclined, m_request.amount);
+    }
+
+    void finish() {
+        if (m_derivedLate)
+            computeDerived();
+    }
+
+    // What was recorded before a failure counts on the board.
+    void finishAfterFailure() noexcept {
+        try {
+            finish();
+        } catch (const RunError&) {
+            // The failure itself is what is reported; the next fill computes the columns anyway.
+        }
     }
 
 private:
@@ -127,18 +141,31 @@ private:
             historyColumn + QStringLiteral("');"));
     }
 
-    void addToBoard(const QString& emp, std::int32_t minutes, const QString& tempColumn) const {
+    // The derived columns of the whole board are computed after the first answer, so that what
+    // makes that fail ends the command there, and once more after the last: nobody reads them in
+    // between, as every board computes them itself before it shows them.
+    void addToBoard(const QString& emp, std::int32_t minutes, const QString& tempColumn) {
         m_state.rows().database()->execute(
             QStringLiteral("Update [tlyrTemp] Set [") + tempColumn +
             QStringLiteral("] = Iif(Isnull([") + tempColumn + QStringLiteral("]),0,[") +
             tempColumn + QStringLiteral("]) + ") + QString::number(minutes) +
             QStringLiteral(" Where ([Emp_Code] = '") + emp + QStringLiteral("');"));
-        CanvassTotals::applyMultipliers(m_state, m_request.multiply);
+        m_derivedLate = true;
+        if (!m_derivedOnce)
+            computeDerived();
     }
 
-    const CanvassState& m_state;
+    void computeDerived() {
+        m_derivedLate = false; // also when it fails: that ends the command
+        CanvassTotals::applyMultipliers(m_state, m_request.multiply);
+        m_derivedOnce = true;
+    }
+
+    CanvassState& m_state;
     const AnswerRequest& m_request;
     Recordset& m_associations;
+    bool m_derivedOnce = false;
+    bool m_derivedLate = false; // an answer's minutes are not in the derived columns yet
 };
 
 } // namespace
@@ -154,15 +181,21 @@ bool isValidAmount(const QString& amount) {
     }
 }
 
-void record(const CanvassState& state, const AnswerRequest& request) {
+void record(CanvassState& state, const AnswerRequest& request) {
     const auto database = Workspace::openDatabase(state.DataPath + QStringLiteral("\\aidb01.mdb"));
     const auto associations = database->openRecordset(QStringLiteral("Select * from [tlyr_assoc];"),
                                                       RecordsetType::Snapshot);
     if (associations->eof())
         return;
     Recorder recorder(state, request, *associations);
-    for (const QString& code : request.employees)
-        recorder.recordEmployee(code);
+    try {
+        for (const QString& code : request.employees)
+            recorder.recordEmployee(code);
+    } catch (const RunError&) {
+        recorder.finishAfterFailure();
+        throw;
+    }
+    recorder.finish();
 }
 
 } // namespace tallyroom::AnswerRecording

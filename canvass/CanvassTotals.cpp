@@ -51,15 +51,50 @@ auto& required(const Pointer& pointer) {
 
 // The columns of a totals row that make up a derived column of tlyrTemp.
 struct DerivedColumn {
-    const char16_t* name;
-    std::initializer_list<int> positions;
+    int position;
+    std::initializer_list<int> summands;
 };
 
-const std::array<DerivedColumn, 5> derivedColumns = {{{u"WorkedOT", {1, 2}},
-                                                      {u"AcceptedOT", {3, 4}},
-                                                      {u"DeclinedOT", {5, 6}},
-                                                      {u"TotalOT1", {1, 2, 3, 4, 5, 6}},
-                                                      {u"TotalOT2", {1, 2, 5, 6}}}};
+const std::array<DerivedColumn, 5> derivedColumns = {{{7, {1, 2}},              // WorkedOT
+                                                      {8, {3, 4}},              // AcceptedOT
+                                                      {9, {5, 6}},              // DeclinedOT
+                                                      {10, {1, 2, 3, 4, 5, 6}}, // TotalOT1
+                                                      {11, {1, 2, 5, 6}}}};     // TotalOT2
+
+QStringList multiplierStatements(bool multiply) {
+    const QString f15 = multiply ? QStringLiteral("1.5") : QStringLiteral("1");
+    const QString f20 = multiply ? QStringLiteral("2") : QStringLiteral("1");
+    const QString s = multiply ? QStringLiteral("_Mult") : QString();
+    return {
+        QStringLiteral("Update [tlyrTemp] Set [T15Accepted] = ([xT15Accepted] * ") + f15 +
+            QStringLiteral(");"),
+        QStringLiteral("Update [tlyrTemp] Set [T20Accepted] = ([xT20Accepted] * ") + f20 +
+            QStringLiteral(");"),
+        QStringLiteral("Update [tlyrTemp] Set [T15Declined] = ([xT15Declined] * ") + f15 +
+            QStringLiteral(");"),
+        QStringLiteral("Update [tlyrTemp] Set [T20Declined] = ([xT20Declined] * ") + f20 +
+            QStringLiteral(");"),
+        // No guard against nulls: who has no hours has no worked overtime either.
+        QStringLiteral("Update [tlyrTemp] Set [WorkedOT] = ([T15Hours") + s +
+            QStringLiteral("] + [T20Hours") + s + QStringLiteral("])"),
+        QStringLiteral("Update [tlyrTemp] Set [AcceptedOT] = "
+                       "Iif(Isnull([t15Accepted]),0,[t15Accepted]) + "
+                       "Iif(Isnull([t20Accepted]),0,[t20accepted]);"),
+        QStringLiteral("Update [tlyrTemp] Set [DeclinedOT] = "
+                       "iif(isnull([t15Declined]),0,[t15Declined]) + "
+                       "iif(isnull([t20Declined]),0,[t20Declined]);"),
+        QStringLiteral("Update [tlyrTemp] Set [TotalOT1] = iif(isnull([WorkedOT]),0,[WorkedOT]) + "
+                       "iif(isnull([AcceptedOT]),0,[AcceptedOT]) + "
+                       "iif(isnull([DeclinedOT]),0,[DeclinedOT]);"),
+        QStringLiteral("Update [tlyrTemp] Set [TotalOT2] = iif(isnull([WorkedOT]),0,[WorkedOT])  + "
+                       "iif(isnull([DeclinedOT]),0,[DeclinedOT]);")};
+}
+
+bool isDerived(const CanvassState& state, const std::shared_ptr<Database>& database,
+               bool multiply) {
+    return state.derived && state.derived->database.lock() == database &&
+           state.derived->multiply == multiply && state.derived->mark == database->changeMark();
+}
 
 // One run of the build. Each statement goes through step(), which knows what to do when it fails.
 class TotalsBuild {
@@ -148,7 +183,7 @@ private:
         for (int position = 1; position <= 6; ++position)
             step([&] { row.setField(position, totals.field(position)); });
         for (const DerivedColumn& column : derivedColumns) {
-            step([&] { row.setField(QString::fromUtf16(column.name), sum(totals, column)); });
+            step([&] { row.setField(column.position, sum(totals, column)); });
         }
         step([&] { row.update(); });
         step([&] { totals.moveNext(); });
@@ -159,22 +194,20 @@ private:
 
     static Variant sum(const Recordset& totals, const DerivedColumn& column) {
         double minutes = 0;
-        for (const int position : column.positions)
+        for (const int position : column.summands)
             minutes += totals.field(position).toDouble();
         return {minutes};
     }
 
     void finish() {
+        QStringList updates;
         for (const char16_t* column : zeroedColumns)
-            step([&] { required(m_main).execute(zeroStatement(column)); });
-        step([this] {
-            required(m_main).execute(
-                QStringLiteral("Update [tlyrTemp] Set [T15Hours_Mult] = ([T15Hours] * 1.5);"));
-        });
-        step([this] {
-            required(m_main).execute(
-                QStringLiteral("Update [tlyrTemp] Set [T20Hours_Mult] = ([T20Hours] * 2.0);"));
-        });
+            updates.append(zeroStatement(column));
+        updates.append(
+            QStringLiteral("Update [tlyrTemp] Set [T15Hours_Mult] = ([T15Hours] * 1.5);"));
+        updates.append(
+            QStringLiteral("Update [tlyrTemp] Set [T20Hours_Mult] = ([T20Hours] * 2.0);"));
+        stepThrough(updates);
         step([this] {
             m_state.CanvassRs = required(m_main).openRecordset(
                 QStringLiteral("Select * from [tlyrTemp];"), RecordsetType::Dynaset);
@@ -182,16 +215,26 @@ private:
         step([this] { applyMultipliers(m_state, m_multiply); });
     }
 
+    // False when the statement failed and was passed over.
     template<class Statement>
-    void step(const Statement& statement) {
+    bool step(const Statement& statement) {
         for (;;) {
             try {
                 statement();
-                return;
+                return true;
             } catch (const RunError& error) {
                 if (!retryAfter(error))
-                    return;
+                    return false;
             }
+        }
+    }
+
+    // Each is a step of its own: one that fails is retried or passed over alone.
+    void stepThrough(const QStringList& updates) {
+        qsizetype done = 0;
+        while (done < updates.size()) {
+            if (!step([&] { required(m_main).executeAll(updates, done); }))
+                ++done;
         }
     }
 
@@ -267,38 +310,17 @@ bool build(CanvassState& state, const ObjectRef& bucketForm, bool multiply,
     }
 }
 
-void applyMultipliers(const CanvassState& state, bool multiply) {
+void applyMultipliers(CanvassState& state, bool multiply) {
     const auto database = state.rows().database();
-    const QString f15 = multiply ? QStringLiteral("1.5") : QStringLiteral("1");
-    const QString f20 = multiply ? QStringLiteral("2") : QStringLiteral("1");
-    const QString s = multiply ? QStringLiteral("_Mult") : QString();
-    const std::array statements = {
-        QStringLiteral("Update [tlyrTemp] Set [T15Accepted] = ([xT15Accepted] * ") + f15 +
-            QStringLiteral(");"),
-        QStringLiteral("Update [tlyrTemp] Set [T20Accepted] = ([xT20Accepted] * ") + f20 +
-            QStringLiteral(");"),
-        QStringLiteral("Update [tlyrTemp] Set [T15Declined] = ([xT15Declined] * ") + f15 +
-            QStringLiteral(");"),
-        QStringLiteral("Update [tlyrTemp] Set [T20Declined] = ([xT20Declined] * ") + f20 +
-            QStringLiteral(");"),
-        // No guard against nulls: who has no hours has no worked overtime either.
-        QStringLiteral("Update [tlyrTemp] Set [WorkedOT] = ([T15Hours") + s +
-            QStringLiteral("] + [T20Hours") + s + QStringLiteral("])"),
-        QStringLiteral("Update [tlyrTemp] Set [AcceptedOT] = "
-                       "Iif(Isnull([t15Accepted]),0,[t15Accepted]) + "
-                       "Iif(Isnull([t20Accepted]),0,[t20accepted]);"),
-        QStringLiteral("Update [tlyrTemp] Set [DeclinedOT] = "
-                       "iif(isnull([t15Declined]),0,[t15Declined]) + "
-                       "iif(isnull([t20Declined]),0,[t20Declined]);"),
-        QStringLiteral("Update [tlyrTemp] Set [TotalOT1] = iif(isnull([WorkedOT]),0,[WorkedOT]) + "
-                       "iif(isnull([AcceptedOT]),0,[AcceptedOT]) + "
-                       "iif(isnull([DeclinedOT]),0,[DeclinedOT]);"),
-        QStringLiteral("Update [tlyrTemp] Set [TotalOT2] = iif(isnull([WorkedOT]),0,[WorkedOT])  + "
-                       "iif(isnull([DeclinedOT]),0,[DeclinedOT]);")};
+    if (isDerived(state, database, multiply))
+        return;
+    state.derived.reset();
     Batch batch(database);
-    for (const QString& statement : statements)
-        database->execute(statement);
+    qsizetype done = 0;
+    database->executeAll(multiplierStatements(multiply), done);
+    const ChangeMark mark = database->changeMark(); // before others can change the file again
     batch.commit();
+    state.derived = CanvassState::Derived{database, multiply, mark};
 }
 
 } // namespace tallyroom::CanvassTotals
