@@ -4,6 +4,13 @@
 
 namespace tallyroom {
 
+void Database::executeAll(const QStringList& updates, qsizetype& done) {
+    if (executeAsOne(updates.mid(done)))
+        done = updates.size();
+    for (; done < updates.size(); ++done)
+        execute(updates.at(done));
+}
+
 Batch::Batch(std::shared_ptr<Database> database) {
     if (!database || database->inBatch())
         return;

@@ -31,10 +31,15 @@ public:
     // be understood, an unknown name or an unavailable file raise.
     virtual void execute(const QString& sql) = 0;
 
+    // Runs Update statements in one pass over the rows, if it can be told that this leaves what
+    // they leave when they run in turn. Otherwise, and when one of them does not translate or a row
+    // cannot be kept, nothing is done and the result is false: run them one by one, then. Raises
+    // what is wrong with the file; nothing is done then either.
+    virtual bool executeAsOne(const QStringList& updates) = 0;
+
     // Runs Update statements in turn, from the one at `done` on, which counts those that are done
-    // even when one of them raises. What they leave is what execute() would leave, but the rows are
-    // gone through once where that can be told to make no difference.
-    virtual void executeAll(const QStringList& updates, qsizetype& done) = 0;
+    // even when one of them raises; all as one where possible.
+    void executeAll(const QStringList& updates, qsizetype& done);
 
     // Opens the rows of a Select statement. The first row, if any, is current.
     virtual std::shared_ptr<Recordset> openRecordset(const QString& sql, RecordsetType type) = 0;

@@ -143,19 +143,9 @@ void SqliteDatabase::insertInto(const sql::InsertStatement& statement, const QSt
     connection().run(generator().insertRows(sql::bindInsert(catalog(), statement)));
 }
 
-void SqliteDatabase::executeAll(const QStringList& updates, qsizetype& done) {
-    if (executeComposed(updates.mid(done))) {
-        done = updates.size();
-        return;
-    }
-    for (; done < updates.size(); ++done)
-        execute(updates.at(done));
-}
-
-// False when the statements must run one by one. A file that fails then would fail the first of
-// them likewise; a row that cannot be kept has undone all, while one by one it is passed over where
-// it cannot be kept and takes part in the rest.
-bool SqliteDatabase::executeComposed(const QStringList& updates) {
+// A file that fails here would fail the first of the statements likewise. A row that cannot be kept
+// has undone all; one by one it is passed over where it cannot be kept and takes part in the rest.
+bool SqliteDatabase::executeAsOne(const QStringList& updates) {
     const QString native = composedText(updates);
     if (native.isEmpty())
         return false;
@@ -169,9 +159,9 @@ bool SqliteDatabase::executeComposed(const QStringList& updates) {
     }
 }
 
-// Empty when they cannot be told to come to the same in one; what cannot be translated raises when
-// it is its turn.
+// Empty when they cannot be told to come to the same in one.
 QString SqliteDatabase::composedText(const QStringList& updates) {
+    session();
     std::vector<sql::BoundUpdate> bound;
     try {
         for (const QString& update : updates) {

@@ -21,7 +21,7 @@ public:
     explicit SqliteDatabase(const QString& file);
 
     void execute(const QString& sql) override;
-    void executeAll(const QStringList& updates, qsizetype& done) override;
+    bool executeAsOne(const QStringList& updates) override;
     std::shared_ptr<Recordset> openRecordset(const QString& sql, RecordsetType type) override;
     void beginBatch() override;
     void commitBatch() override;
@@ -36,6 +36,7 @@ public:
     // For the recordsets of this connection; each raises 3420 after close().
     std::shared_ptr<Recordset> open(const RecordsetQuery& query);
     SqliteConnection& connection();
+    bool isOpen() const { return m_session != nullptr; }
     const sql::Catalog& catalog();
     sql::BoundSelect bind(const RecordsetQuery& query);
 
@@ -53,7 +54,6 @@ private:
     void runStatement(const sql::UpdateStatement& statement);
     void runStatement(const sql::DropStatement& statement);
     QString composedText(const QStringList& updates);
-    bool executeComposed(const QStringList& updates);
     QString targetFile(const QString& named);
     void insertInto(const sql::InsertStatement& statement, const QString& file);
 

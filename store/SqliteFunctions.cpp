@@ -180,7 +180,7 @@ int compareTexts(void*, int leftLength, const void* left, int rightLength, const
     const auto* b = static_cast<const unsigned char*>(right);
     const int common = std::min(leftLength, rightLength);
     int at = 0;
-    while (at < common && a[at] != 0 && lowered(a[at]) == lowered(b[at]))
+    while (at < common && a[at] != 0 && (a[at] == b[at] || lowered(a[at]) == lowered(b[at])))
         ++at;
     if (at == leftLength && at == rightLength)
         return 0;

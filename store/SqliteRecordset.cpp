@@ -24,7 +24,8 @@ SqliteRecordset::SqliteRecordset(std::shared_ptr<SqliteDatabase> database, Recor
 void SqliteRecordset::requireOpen() const {
     if (m_closed)
         raise(ErrorNumber::objectInvalid);
-    asRecordset([this] { m_database->connection(); });
+    if (!m_database->isOpen())
+        asRecordset([this] { m_database->connection(); });
 }
 
 void SqliteRecordset::requireRow() const {
@@ -112,7 +113,8 @@ Variant SqliteRecordset::field(int position) const {
     const auto index = static_cast<std::size_t>(position);
     if (const Row* pending = pendingRow())
         return (*pending)[index];
-    requireRow();
+    if (!m_onRow)
+        requireRow();
     return asRecordset([&] { return rowAt(m_position)[index]; });
 }
 

@@ -23,6 +23,8 @@ QString filled(const char16_t* text, const QStringList& parts) {
 }
 
 QString quoted(QChar quote, const QString& text) {
+    if (!text.contains(quote))
+        return quote + text + quote;
     QString doubled = text;
     doubled.replace(quote, QString(2, quote));
     return quote + doubled + quote;
@@ -151,10 +153,10 @@ QString Generator::text(const BoundNode& node) {
     return outer;
 }
 
-QString Generator::texts(const std::vector<BoundPtr>& nodes, std::size_t from) {
+QString Generator::texts(const std::vector<BoundPtr>& nodes) {
     QStringList result;
-    for (std::size_t i = from; i < nodes.size(); ++i)
-        result << text(*nodes[i]);
+    for (const BoundPtr& node : nodes)
+        result << text(*node);
     return result.join(QStringLiteral(", "));
 }
 
@@ -258,9 +260,30 @@ void Generator::appendLiteral(const BoundNode& literal) {
 }
 
 void Generator::appendIn(const BoundNode& in) {
-    const QString set =
-        in.kind == BoundKind::InList ? texts(in.operands, 1) : subselect(*in.select);
-    m_out += filled(m_dialect.inSet, {text(*in.operands.front()), set});
+    for (QStringView rest(m_dialect.inSet); !rest.isEmpty(); rest = rest.sliced(1)) {
+        if (rest.front() != u'$') {
+            m_out += rest.front();
+            continue;
+        }
+        rest = rest.sliced(1);
+        if (rest.front() == u'1')
+            append(*in.operands.front());
+        else
+            appendSet(in);
+    }
+}
+
+// Straight into the text, as lists are long.
+void Generator::appendSet(const BoundNode& in) {
+    if (in.kind == BoundKind::InSelect) {
+        m_out += subselect(*in.select);
+        return;
+    }
+    for (std::size_t at = 1; at < in.operands.size(); ++at) {
+        if (at > 1)
+            m_out += QStringLiteral(", ");
+        append(*in.operands[at]);
+    }
 }
 
 // Totals without groups are one row in any case.

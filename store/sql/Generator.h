@@ -41,11 +41,12 @@ private:
     void appendTemplate(const char16_t* text, const std::vector<BoundPtr>& operands);
     void appendLiteral(const BoundNode& literal);
     void appendIn(const BoundNode& in);
+    void appendSet(const BoundNode& in);
     void appendSubquery(const BoundSelect& select);
 
     QString update(const char16_t* form, const BoundUpdate& statement);
     QString text(const BoundNode& node);
-    QString texts(const std::vector<BoundPtr>& nodes, std::size_t from = 0);
+    QString texts(const std::vector<BoundPtr>& nodes);
     QString select(const BoundSelect& select, const QString& columns);
     QString subselect(const BoundSelect& select);
     QString clause(const char16_t* keyword, const BoundPtr& condition);
