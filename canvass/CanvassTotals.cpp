@@ -9,6 +9,10 @@ namespace {
 
 struct Aborted {};
 
+void noteDerived(CanvassState& state, const std::shared_ptr<Database>& database, bool multiply) {
+    state.derived = CanvassState::Derived{database, multiply, database->changeMark()};
+}
+
 // Statements that once gave missing figures a zero. A comparison with NULL is never true, so they
 // change no row; the grid shows the missing figures as it always did.
 constexpr std::array zeroedColumns = {
@@ -19,6 +23,15 @@ constexpr std::array zeroedColumns = {
 QString zeroStatement(const char16_t* column) {
     return QStringLiteral("Update [tlyrTemp] Set [%1] = 0 Where [%1] = NULL;")
         .arg(QString::fromUtf16(column));
+}
+
+QStringList finishingUpdates() {
+    QStringList updates;
+    for (const char16_t* column : zeroedColumns)
+        updates.append(zeroStatement(column));
+    updates.append(QStringLiteral("Update [tlyrTemp] Set [T15Hours_Mult] = ([T15Hours] * 1.5);"));
+    updates.append(QStringLiteral("Update [tlyrTemp] Set [T20Hours_Mult] = ([T20Hours] * 2.0);"));
+    return updates;
 }
 
 QString employeeInsert(const QString& dataPath, const QString& filter) {
@@ -52,7 +65,7 @@ auto& required(const Pointer& pointer) {
 // The columns of a totals row that make up a derived column of tlyrTemp.
 struct DerivedColumn {
     int position;
-    std::initializer_list<int> summands;
+    std::initializer_list<std::size_t> summands;
 };
 
 const std::array<DerivedColumn, 5> derivedColumns = {{{7, {1, 2}},              // WorkedOT
@@ -95,6 +108,10 @@ bool isDerived(const CanvassState& state, const std::shared_ptr<Database>& datab
     return state.derived && state.derived->database.lock() == database &&
            state.derived->multiply == multiply && state.derived->mark == database->changeMark();
 }
+
+// The totals that are copied as they are, by their positions in both queries, which begin at 1.
+constexpr int rawColumns = 6;
+using RawTotals = std::array<Variant, rawColumns + 1>;
 
 // One run of the build. Each statement goes through step(), which knows what to do when it fails.
 class TotalsBuild {
@@ -180,10 +197,12 @@ private:
     // Copies the current totals into the current row. False when those were the last totals.
     bool takeTotals(Recordset& row, Recordset& totals) {
         step([&] { row.edit(); });
-        for (int position = 1; position <= 6; ++position)
-            step([&] { row.setField(position, totals.field(position)); });
+        RawTotals raw;
+        step([&] { raw = rawTotals(totals); });
+        for (int position = 1; position <= rawColumns; ++position)
+            step([&] { row.setField(position, raw[static_cast<std::size_t>(position)]); });
         for (const DerivedColumn& column : derivedColumns) {
-            step([&] { row.setField(column.position, sum(totals, column)); });
+            step([&] { row.setField(column.position, sum(raw, column)); });
         }
         step([&] { row.update(); });
         step([&] { totals.moveNext(); });
@@ -192,22 +211,32 @@ private:
         return !atEnd;
     }
 
-    static Variant sum(const Recordset& totals, const DerivedColumn& column) {
+    static RawTotals rawTotals(const Recordset& totals) {
+        RawTotals raw;
+        for (int position = 1; position <= rawColumns; ++position)
+            raw[static_cast<std::size_t>(position)] = totals.field(position);
+        return raw;
+    }
+
+    static Variant sum(const RawTotals& raw, const DerivedColumn& column) {
         double minutes = 0;
-        for (const int position : column.summands)
-            minutes += totals.field(position).toDouble();
+        for (const std::size_t position : column.summands)
+            minutes += raw[position].toDouble();
         return {minutes};
     }
 
+    // The derived columns come into the one pass over the rows, before CanvassRs is opened: they
+    // are read by nobody who does not compute them first.
     void finish() {
-        QStringList updates;
-        for (const char16_t* column : zeroedColumns)
-            updates.append(zeroStatement(column));
-        updates.append(
-            QStringLiteral("Update [tlyrTemp] Set [T15Hours_Mult] = ([T15Hours] * 1.5);"));
-        updates.append(
-            QStringLiteral("Update [tlyrTemp] Set [T20Hours_Mult] = ([T20Hours] * 2.0);"));
-        stepThrough(updates);
+        const QStringList updates = finishingUpdates();
+        bool whole = false;
+        step([&] {
+            whole = required(m_main).executeAsOne(updates + multiplierStatements(m_multiply));
+            if (whole)
+                noteDerived(m_state, m_main, m_multiply);
+        });
+        if (!whole)
+            stepThrough(updates);
         step([this] {
             m_state.CanvassRs = required(m_main).openRecordset(
                 QStringLiteral("Select * from [tlyrTemp];"), RecordsetType::Dynaset);
@@ -318,9 +347,9 @@ void applyMultipliers(CanvassState& state, bool multiply) {
     Batch batch(database);
     qsizetype done = 0;
     database->executeAll(multiplierStatements(multiply), done);
-    const ChangeMark mark = database->changeMark(); // before others can change the file again
+    // While the batch keeps others from writing; should it be undone, the mark no longer matches.
+    noteDerived(state, database, multiply);
     batch.commit();
-    state.derived = CanvassState::Derived{database, multiply, mark};
 }
 
 } // namespace tallyroom::CanvassTotals
