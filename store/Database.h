@@ -32,9 +32,9 @@ public:
     virtual void execute(const QString& sql) = 0;
 
     // Runs Update statements in one pass over the rows, if it can be told that this leaves what
-    // they leave when they run in turn. Otherwise, and when one of them does not translate or a row
-    // cannot be kept, nothing is done and the result is false: run them one by one, then. Raises
-    // what is wrong with the file; nothing is done then either.
+    // they leave when they run in turn. Otherwise, and when one of them does not translate, nothing
+    // is done and the result is false: run them one by one, then. Raises what is wrong with the
+    // file; nothing is done then either.
     virtual bool executeAsOne(const QStringList& updates) = 0;
 
     // Runs Update statements in turn, from the one at `done` on, which counts those that are done

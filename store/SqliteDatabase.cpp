@@ -143,8 +143,8 @@ void SqliteDatabase::insertInto(const sql::InsertStatement& statement, const QSt
     connection().run(generator().insertRows(sql::bindInsert(catalog(), statement)));
 }
 
-// A file that fails here would fail the first of the statements likewise. A row that cannot be kept
-// has undone all; one by one it is passed over where it cannot be kept and takes part in the rest.
+// A file that fails here would fail the first of the statements likewise. What else may be wrong,
+// such as too long an expression, is so only of the whole.
 bool SqliteDatabase::executeAsOne(const QStringList& updates) {
     const QString native = composedText(updates);
     if (native.isEmpty())

@@ -117,7 +117,7 @@ std::optional<BoundUpdate> composed(const std::vector<BoundUpdate>& updates) {
             continue;
         if (!chain)
             chain.emplace(update.target);
-        if (!update.target.table->keyed || update.target.table->watched || !chain->add(update))
+        if (!update.target.table->keyed || !update.target.table->plain || !chain->add(update))
             return std::nullopt;
     }
     return chain ? std::optional(chain->result()) : std::nullopt;

@@ -12,8 +12,9 @@ namespace tallyroom::sql {
 // which something changes. Statements whose condition never holds take no part.
 //
 // Nothing when that cannot be told: for statements over more than one table or with another
-// condition, for tables whose rows are watched by triggers, and for columns and operations other
-// than whole numbers' arithmetic, whose values are the same before and after they are stored.
+// condition, for tables with triggers or rules, which meet the values in between as well, and for
+// columns and operations other than whole numbers' arithmetic, whose values are the same before and
+// after they are stored.
 std::optional<BoundUpdate> composed(const std::vector<BoundUpdate>& updates);
 
 } // namespace tallyroom::sql
