@@ -221,13 +221,19 @@ void gridFill() {
         };
         const auto same = [&] { requireSame(codesOf(grid), model.firstColumn()); };
         const auto update = [&] {
-            window.Update();
-            grid.viewport()->repaint();
+            return seconds([&] {
+                window.Update();
+                grid.viewport()->repaint();
+            });
+        };
+        const auto firstUpdate = [&] { // what was measured goes with the widget
+            delete child<QWidget>(window, "Picture1").findChild<KnownWidths*>();
+            return update();
         };
         printRow("3 filling the grid, 5,000 rows, all columns, sorted",
-                 inTurns(
-                     9, [&] { return seconds(update); }, bare, same),
-                 2.0);
+                 inTurns(9, update, bare, same), 2.0);
+        printRow("3 likewise the first time, with all texts to measure",
+                 inTurns(9, firstUpdate, bare, same), 2.0);
         const auto weighAndUpdate = [&] {
             return seconds([&] {
                 child<QAction>(window, "mnuMult").trigger();
