@@ -22,11 +22,16 @@ constexpr AnswerColumns accepted20{u"Accepted2", u"tlyrAccepted2", u"xt20Accepte
 constexpr AnswerColumns declined15{u"Declined", u"tlyrDeclined", u"xt15Declined", false};
 constexpr AnswerColumns declined20{u"Declined2", u"tlyrDeclined2", u"xt20Declined", false};
 
+std::shared_ptr<Database> openAddIn(const CanvassState& state) {
+    return Workspace::openDatabase(state.DataPath + QStringLiteral("\\aidb01.mdb"));
+}
+
 // One command's recording. CanvassRs stands on the employee whose answer is being written.
 class Recorder {
 public:
     Recorder(CanvassState& state, const AnswerRequest& request, Recordset& associations)
-        : m_state(state), m_request(request), m_associations(associations) {}
+        : m_state(state), m_request(request), m_associations(associations),
+          m_addIn(associations.database()) {}
 
     void recordEmployee(const QString& code) {
         m_state.rows().findFirst(QStringLiteral("[emp_code] = '") + code + QLatin1Char('\''));
@@ -128,10 +133,8 @@ private:
     }
 
     void writeAudit(const QString& emp, Date date, std::int32_t minutes,
-                    const QString& historyColumn, bool accepted) const {
-        const auto database =
-            Workspace::openDatabase(m_state.DataPath + QStringLiteral("\\aidb01.mdb"));
-        database->execute(
+                    const QString& historyColumn, bool accepted) {
+        addIn().execute(
             QStringLiteral("Insert Into [TLYR_Audit] ([Now], [User], [Emp_Code], [Date], "
                            "[Action], [OT], [tHistField]) Values (#") +
             Dates::toText(Dates::now()) + QStringLiteral("#, '") + m_request.user +
@@ -139,6 +142,14 @@ private:
             QStringLiteral("#, ") + (accepted ? QStringLiteral("0") : QStringLiteral("1")) +
             QStringLiteral(", ") + QString::number(minutes) + QStringLiteral(", '") +
             historyColumn + QStringLiteral("');"));
+    }
+
+    // The connection that the command began with serves all its answers, unless somebody has put
+    // another file in that place or none.
+    Database& addIn() {
+        if (!m_addIn->isInPlace())
+            m_addIn = openAddIn(m_state);
+        return *m_addIn;
     }
 
     // The derived columns of the whole board are computed after the first answer, so that what
@@ -164,6 +175,7 @@ private:
     CanvassState& m_state;
     const AnswerRequest& m_request;
     Recordset& m_associations;
+    std::shared_ptr<Database> m_addIn; // aidb01.mdb
     bool m_derivedOnce = false;
     bool m_derivedLate = false; // an answer's minutes are not in the derived columns yet
 };
@@ -182,7 +194,7 @@ bool isValidAmount(const QString& amount) {
 }
 
 void record(CanvassState& state, const AnswerRequest& request) {
-    const auto database = Workspace::openDatabase(state.DataPath + QStringLiteral("\\aidb01.mdb"));
+    const auto database = openAddIn(state);
     const auto associations = database->openRecordset(QStringLiteral("Select * from [tlyr_assoc];"),
                                                       RecordsetType::Snapshot);
     if (associations->eof())

@@ -162,7 +162,26 @@ QString toText(Date date) {
     return moment.time() == QTime(0, 0) ? day : day + QLatin1Char(' ') + timeText(moment.time());
 }
 
+namespace {
+
+// "mm/dd/yyyy", in which the board shows thousands of days.
+QString monthDayYear(QDate day) {
+    const auto digit = [](int number, int power) {
+        return QChar(static_cast<char16_t>(u'0' + number / power % 10));
+    };
+    const QChar text[] = {digit(day.month(), 10),  digit(day.month(), 1),  u'/',
+                          digit(day.day(), 10),    digit(day.day(), 1),    u'/',
+                          digit(day.year(), 1000), digit(day.year(), 100), digit(day.year(), 10),
+                          digit(day.year(), 1)};
+    return QString(text, std::size(text));
+}
+
+} // namespace
+
 QString format(Date date, const QString& picture) {
+    const QDate day = toQDateTime(date).date();
+    if (picture == QLatin1String("mm/dd/yyyy") && day.year() > 0 && day.year() < 10000)
+        return monthDayYear(day);
     return Picture(toQDateTime(date), picture).text();
 }
 

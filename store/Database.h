@@ -59,6 +59,9 @@ public:
     // Stays the same as long as nobody changes the file, through this connection or another one.
     virtual ChangeMark changeMark() = 0;
 
+    // Whether the file that was opened is still the one at its path.
+    virtual bool isInPlace() = 0;
+
     // Closes the file at once; later use of the connection or its recordsets raises 3420.
     virtual void close() = 0;
 };

@@ -245,6 +245,12 @@ ChangeMark SqliteDatabase::changeMark() {
             connection().rollbacks()};
 }
 
+bool SqliteDatabase::isInPlace() {
+    int moved = 1;
+    sqlite3_file_control(connection().handle(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    return moved == 0;
+}
+
 void SqliteDatabase::close() {
     session();
     m_session.reset();

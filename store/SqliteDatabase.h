@@ -31,6 +31,7 @@ public:
     void beginReading() override;
     void endReading() override;
     ChangeMark changeMark() override;
+    bool isInPlace() override;
     void close() override;
 
     // For the recordsets of this connection; each raises 3420 after close().

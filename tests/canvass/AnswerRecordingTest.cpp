@@ -5,6 +5,8 @@
 #include "tests/support/FaultyFiles.h"
 #include "tests/support/Printing.h"
 
+#include <QFile>
+
 using namespace tallyroom;
 
 namespace {
@@ -180,6 +182,56 @@ TEST_F(AnswerRecordingTest, AnApostropheBreaksItsStatementAndNothingElse) {
     EXPECT_EQ(errorNumberOf([&] { record(); }), 3075);
     EXPECT_EQ(history().size(), 1) << "each write stands on its own";
     EXPECT_TRUE(audit().isEmpty());
+}
+
+// The host's file, which calls before each statement.
+class CallingDatabase : public Database {
+public:
+    CallingDatabase(std::shared_ptr<Database> real, std::function<void()> call)
+        : m_real(std::move(real)), m_call(std::move(call)) {}
+    void execute(const QString& sql) override {
+        m_call();
+        m_real->execute(sql);
+    }
+    bool executeAsOne(const QStringList& updates) override { return m_real->executeAsOne(updates); }
+    std::shared_ptr<Recordset> openRecordset(const QString& sql, RecordsetType type) override {
+        return m_real->openRecordset(sql, type);
+    }
+    void beginBatch() override { m_real->beginBatch(); }
+    void commitBatch() override { m_real->commitBatch(); }
+    bool inBatch() const override { return m_real->inBatch(); }
+    void beginReading() override { m_real->beginReading(); }
+    void endReading() override { m_real->endReading(); }
+    ChangeMark changeMark() override { return m_real->changeMark(); }
+    bool isInPlace() override { return m_real->isInPlace(); }
+    void close() override { m_real->close(); }
+
+private:
+    std::shared_ptr<Database> m_real;
+    std::function<void()> m_call;
+};
+
+// The add-in's file is looked for at each answer: a new one is written to, a missing one ends the
+// command with the answers before it recorded.
+TEST_F(AnswerRecordingTest, AnAuditFileThatIsExchangedOrGoesIsNoticed) {
+    request.employees = {QStringLiteral("E1"), QStringLiteral("E2"), QStringLiteral("E3")};
+    const QString file = folder.file(addInFile);
+    ASSERT_TRUE(QFile::copy(file, file + u'2'));
+    int statements = 0;
+    state.HostOptionsDb = std::make_shared<CallingDatabase>(folder.open(hostFile), [&] {
+        ++statements;
+        if (statements == 2) {
+            EXPECT_TRUE(QFile::rename(file, file + u'1') && QFile::rename(file + u'2', file));
+        } else if (statements == 3) {
+            EXPECT_TRUE(QFile::remove(file));
+        }
+    });
+    EXPECT_EQ(errorNumberOf([&] { record(); }), 3024);
+    EXPECT_EQ(board(QStringLiteral("E2")), QStringLiteral("90|Null|Null|Null|90"));
+    EXPECT_EQ(board(QStringLiteral("E3")), QStringLiteral("Null|Null|Null|Null|0"));
+    EXPECT_EQ(history().size(), 3) << "each write stands on its own";
+    QFile::rename(file + u'1', file);
+    EXPECT_EQ(audit().size(), 1) << "the second went to the file that was there then";
 }
 
 // What one command leaves is what as many commands of one answer each leave, also when an answer
