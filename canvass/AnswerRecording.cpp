@@ -51,7 +51,7 @@ public:
     }
 
     // What was recorded before a failure counts on the board.
-    void finishAfterFailure() noexcept {
+    void finishAfterFailure() {
         try {
             finish();
         } catch (const RunError&) {
