@@ -1,16 +1,15 @@
 // How long the audit details window takes to list its entries, beside reading the same rows through
 // the engine's own interface, and how both grow.
 #include "audit/frmTLYRAuditDetails.h"
+#include "bench/Measure.h"
 #include "common/RunError.h"
 #include "store/Schema.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <SQLiteCpp/VariadicBind.h>
-#include <algorithm>
 #include <cstdio>
 #include <vector>
 
@@ -72,13 +71,6 @@ void fillAudit(const QTemporaryDir& folder, int entries) {
     transaction.commit();
 }
 
-double seconds(const std::function<void()>& job) {
-    QElapsedTimer timer;
-    timer.start();
-    job();
-    return static_cast<double>(timer.nsecsElapsed()) / 1e9;
-}
-
 void listInWindow(const HostContext& context) {
     AuditSelection selection;
     selection.users = {QStringLiteral("Ann")};
@@ -100,11 +92,6 @@ long readBare(const QTemporaryDir& folder) {
     return length;
 }
 
-double median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
 void measure(int entries) {
     const QTemporaryDir folder;
     Schema::createFiles(folder.path());
@@ -117,11 +104,11 @@ void measure(int entries) {
     std::vector<double> windowTimes;
     std::vector<double> bareTimes;
     for (int round = 0; round < rounds; ++round) {
-        windowTimes.push_back(seconds([&] { listInWindow(context); }));
-        bareTimes.push_back(seconds([&] { readBare(folder); }));
+        windowTimes.push_back(bench::seconds([&] { listInWindow(context); }));
+        bareTimes.push_back(bench::seconds([&] { readBare(folder); }));
     }
-    const double shown = median(windowTimes);
-    const double bare = median(bareTimes);
+    const double shown = bench::median(windowTimes);
+    const double bare = bench::median(bareTimes);
     std::printf("%9d %11.3f s %11.3f s %8.1f %12.2f µs\n", entries, shown, bare, shown / bare,
                 shown / entries * 1e6);
 }

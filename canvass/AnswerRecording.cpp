@@ -22,11 +22,16 @@ constexpr AnswerColumns accepted20{u"Accepted2", u"tlyrAccepted2", u"xt20Accepte
 constexpr AnswerColumns declined15{u"Declined", u"tlyrDeclined", u"xt15Declined", false};
 constexpr AnswerColumns declined20{u"Declined2", u"tlyrDeclined2", u"xt20Declined", false};
 
+std::shared_ptr<Database> openAddIn(const CanvassState& state) {
+    return Workspace::openDatabase(state.DataPath + QStringLiteral("\\aidb01.mdb"));
+}
+
 // One command's recording. CanvassRs stands on the employee whose answer is being written.
 class Recorder {
 public:
-    Recorder(const CanvassState& state, const AnswerRequest& request, Recordset& associations)
-        : m_state(state), m_request(request), m_associations(associations) {}
+    Recorder(CanvassState& state, const AnswerRequest& request, Recordset& associations)
+        : m_state(state), m_request(request), m_associations(associations),
+          m_addIn(associations.database()) {}
 
     void recordEmployee(const QString& code) {
         m_state.rows().findFirst(QStringLiteral("[emp_code] = '") + code + QLatin1Char('\''));
@@ -38,6 +43,20 @@ public:
             recordLine(plainAccepted, m_request.amount);
         else if (m_request.decline && isSetUp(plainDeclined))
             recordLine(plainDeclined, m_request.amount);
+    }
+
+    void finish() {
+        if (m_derivedLate)
+            computeDerived();
+    }
+
+    // What was recorded before a failure counts on the board.
+    void finishAfterFailure() {
+        try {
+            finish();
+        } catch (const RunError&) {
+            // The failure itself is what is reported; the next fill computes the columns anyway.
+        }
     }
 
 private:
@@ -114,10 +133,8 @@ private:
     }
 
     void writeAudit(const QString& emp, Date date, std::int32_t minutes,
-                    const QString& historyColumn, bool accepted) const {
-        const auto database =
-            Workspace::openDatabase(m_state.DataPath + QStringLiteral("\\aidb01.mdb"));
-        database->execute(
+                    const QString& historyColumn, bool accepted) {
+        addIn().execute(
             QStringLiteral("Insert Into [TLYR_Audit] ([Now], [User], [Emp_Code], [Date], "
                            "[Action], [OT], [tHistField]) Values (#") +
             Dates::toText(Dates::now()) + QStringLiteral("#, '") + m_request.user +
@@ -127,18 +144,40 @@ private:
             historyColumn + QStringLiteral("');"));
     }
 
-    void addToBoard(const QString& emp, std::int32_t minutes, const QString& tempColumn) const {
+    // The connection that the command began with serves all its answers, unless somebody has put
+    // another file in that place or none.
+    Database& addIn() {
+        if (!m_addIn->isInPlace())
+            m_addIn = openAddIn(m_state);
+        return *m_addIn;
+    }
+
+    // The derived columns of the whole board are computed after the first answer, so that what
+    // makes that fail ends the command there, and once more after the last: nobody reads them in
+    // between, as every board computes them itself before it shows them.
+    void addToBoard(const QString& emp, std::int32_t minutes, const QString& tempColumn) {
         m_state.rows().database()->execute(
             QStringLiteral("Update [tlyrTemp] Set [") + tempColumn +
             QStringLiteral("] = Iif(Isnull([") + tempColumn + QStringLiteral("]),0,[") +
             tempColumn + QStringLiteral("]) + ") + QString::number(minutes) +
             QStringLiteral(" Where ([Emp_Code] = '") + emp + QStringLiteral("');"));
-        CanvassTotals::applyMultipliers(m_state, m_request.multiply);
+        m_derivedLate = true;
+        if (!m_derivedOnce)
+            computeDerived();
     }
 
-    const CanvassState& m_state;
+    void computeDerived() {
+        m_derivedLate = false; // also when it fails: that ends the command
+        CanvassTotals::applyMultipliers(m_state, m_request.multiply);
+        m_derivedOnce = true;
+    }
+
+    CanvassState& m_state;
     const AnswerRequest& m_request;
     Recordset& m_associations;
+    std::shared_ptr<Database> m_addIn; // aidb01.mdb
+    bool m_derivedOnce = false;
+    bool m_derivedLate = false; // an answer's minutes are not in the derived columns yet
 };
 
 } // namespace
@@ -154,15 +193,21 @@ bool isValidAmount(const QString& amount) {
     }
 }
 
-void record(const CanvassState& state, const AnswerRequest& request) {
-    const auto database = Workspace::openDatabase(state.DataPath + QStringLiteral("\\aidb01.mdb"));
+void record(CanvassState& state, const AnswerRequest& request) {
+    const auto database = openAddIn(state);
     const auto associations = database->openRecordset(QStringLiteral("Select * from [tlyr_assoc];"),
                                                       RecordsetType::Snapshot);
     if (associations->eof())
         return;
     Recorder recorder(state, request, *associations);
-    for (const QString& code : request.employees)
-        recorder.recordEmployee(code);
+    try {
+        for (const QString& code : request.employees)
+            recorder.recordEmployee(code);
+    } catch (const RunError&) {
+        recorder.finishAfterFailure();
+        throw;
+    }
+    recorder.finish();
 }
 
 } // namespace tallyroom::AnswerRecording

@@ -32,7 +32,7 @@ bool isValidAmount(const QString& amount);
 // own, and what was written before a failure stays. Employees who are not on the board, whose shift
 // the host does not know, or whose kind of answer has no absent code are passed over silently.
 // Raises what the database raises, and 13 for a canvass date that is none.
-void record(const CanvassState& state, const AnswerRequest& request);
+void record(CanvassState& state, const AnswerRequest& request);
 
 } // namespace AnswerRecording
 } // namespace tallyroom

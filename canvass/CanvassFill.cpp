@@ -1,6 +1,9 @@
 #include "canvass/CanvassFill.h"
 
 #include "canvass/CanvassColumns.h"
+#include "store/Database.h"
+
+#include <unordered_map>
 
 namespace tallyroom::CanvassFill {
 
@@ -14,13 +17,39 @@ void writeHeading(Grid& grid, const std::vector<CanvassColumn>& columns) {
                         column.isRightAligned() ? CellAlignment::Right : CellAlignment::Left);
 }
 
-QStringList rowTexts(const Recordset& row, const std::vector<CanvassColumn>& columns,
-                     bool blankForZero) {
-    QStringList cells;
-    for (const CanvassColumn& column : columns)
-        cells.append(cellText(column, row.field(column.field), blankForZero));
-    return cells;
-}
+// The texts of one row after the other.
+class RowTexts {
+public:
+    RowTexts(const Recordset& rows, std::vector<CanvassColumn> columns, bool blankForZero)
+        : m_columns(std::move(columns)), m_blankForZero(blankForZero) {
+        for (const CanvassColumn& column : m_columns)
+            m_positions.push_back(rows.fieldPosition(column.field));
+    }
+
+    QStringList of(const Recordset& row) {
+        QStringList cells;
+        cells.reserve(static_cast<qsizetype>(m_columns.size()));
+        for (std::size_t at = 0; at < m_columns.size(); ++at)
+            cells.append(text(m_columns[at], row.field(m_positions[at])));
+        return cells;
+    }
+
+private:
+    // Of minutes a board shows few different ones.
+    QString text(const CanvassColumn& column, const Variant& value) {
+        if (column.kind != CellKind::Time || value.type() != Variant::Type::Long)
+            return cellText(column, value, m_blankForZero);
+        const auto [known, isNew] = m_times.try_emplace(value.toLong());
+        if (isNew)
+            known->second = cellText(column, value, m_blankForZero);
+        return known->second;
+    }
+
+    std::vector<CanvassColumn> m_columns;
+    bool m_blankForZero;
+    std::vector<int> m_positions; // in the recordset, by column
+    std::unordered_map<std::int32_t, QString> m_times;
+};
 
 } // namespace
 
@@ -34,8 +63,10 @@ void fill(Grid& grid, TextMeasurer& measurer, Recordset& rows, const CanvassOpti
     const std::vector<CanvassColumn> columns = canvassColumns(options);
     writeHeading(grid, columns);
     AutoSizeColumns(grid, measurer, 0, -1, false);
+    RowTexts texts(rows, columns, options.blankForZero);
+    const Reading reading(rows.database());
     for (; !rows.eof(); rows.moveNext()) {
-        grid.addRow(rowTexts(rows, columns, options.blankForZero));
+        grid.addRow(texts.of(rows));
         AutoSizeColumns(grid, measurer, -1, -1, false);
     }
     grid.removeRow(1);

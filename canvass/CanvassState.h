@@ -4,6 +4,7 @@
 #include "common/HostContext.h"
 #include "common/RunError.h"
 #include "setup/TotallingPeriod.h"
+#include "store/Database.h"
 #include "store/Recordset.h"
 #include "store/Workspace.h"
 
@@ -18,6 +19,14 @@ struct CanvassState {
     std::shared_ptr<Database> HostOptionsDb; // bcx.mdb
     std::shared_ptr<Recordset> CanvassRs;    // all of tlyrTemp, replaced by every build
     std::optional<TotallingPeriod> period;   // nothing: the totals cover all dates
+
+    // What the derived columns were computed for. They hold as long as the file stays the same.
+    struct Derived {
+        std::weak_ptr<Database> database;
+        bool multiply;
+        ChangeMark mark;
+    };
+    std::optional<Derived> derived;
 
     // CanvassRs, which is not there as long as no build came that far: then raises 91.
     Recordset& rows() const {

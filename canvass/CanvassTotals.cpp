@@ -9,6 +9,10 @@ namespace {
 
 struct Aborted {};
 
+void noteDerived(CanvassState& state, const std::shared_ptr<Database>& database, bool multiply) {
+    state.derived = CanvassState::Derived{database, multiply, database->changeMark()};
+}
+
 // Statements that once gave missing figures a zero. A comparison with NULL is never true, so they
 // change no row; the grid shows the missing figures as it always did.
 constexpr std::array zeroedColumns = {
@@ -19,6 +23,15 @@ constexpr std::array zeroedColumns = {
 QString zeroStatement(const char16_t* column) {
     return QStringLiteral("Update [tlyrTemp] Set [%1] = 0 Where [%1] = NULL;")
         .arg(QString::fromUtf16(column));
+}
+
+QStringList finishingUpdates() {
+    QStringList updates;
+    for (const char16_t* column : zeroedColumns)
+        updates.append(zeroStatement(column));
+    updates.append(QStringLiteral("Update [tlyrTemp] Set [T15Hours_Mult] = ([T15Hours] * 1.5);"));
+    updates.append(QStringLiteral("Update [tlyrTemp] Set [T20Hours_Mult] = ([T20Hours] * 2.0);"));
+    return updates;
 }
 
 QString employeeInsert(const QString& dataPath, const QString& filter) {
@@ -42,24 +55,6 @@ QString dateClause(const std::optional<TotallingPeriod>& period) {
            QStringLiteral("# and #") + Dates::toText(period->to) + QStringLiteral("#)");
 }
 
-QString totalsQuery(const QString& filter, const std::optional<TotallingPeriod>& period) {
-    return QStringLiteral("select [thist_emp], "
-                          "((sum(iif(Isnull([t15]),0,[t15])) * 1440)) as [T15Hours], "
-                          "((sum(iif(Isnull([t20]),0,[t20])) * 1440)) as [T20Hours], "
-                          "Sum(iif(isnull([tlyrAccepted]),0,[tlyrAccepted])) as [xT15Accepted], "
-                          "Sum(iif(isnull([tlyrAccepted2]),0,[tlyrAccepted2])) as [xT20Accepted], "
-                          "Sum(iif(isnull([tlyrDeclined]),0,[tlyrDeclined])) as [xT15Declined], "
-                          "Sum(iif(isnull([tlyrDeclined2]),0,[tlyrDeclined2])) as [xT20Declined], "
-                          "([T15Hours] + [T20Hours]) As [WorkedOT], "
-                          "([xT15Accepted] + [xT20Accepted]) As [AcceptedOT], "
-                          "([xT15Declined] + [xT20Declined]) As [DeclinedOT], "
-                          "([WorkedOT] + [AcceptedOT] + [DeclinedOT]) As [TotalOT1], "
-                          "([WorkedOT] + [DeclinedOT]) AS [TotalOT2] "
-                          "From [Timehistory] where ([thist_emp] ") +
-           filter + QStringLiteral(") and ([thist_record_type] in ('TR','AR','HR'))") +
-           dateClause(period) + QStringLiteral(" group by [thist_emp] order by [thist_emp];");
-}
-
 template<class Pointer>
 auto& required(const Pointer& pointer) {
     if (!pointer)
@@ -69,15 +64,54 @@ auto& required(const Pointer& pointer) {
 
 // The columns of a totals row that make up a derived column of tlyrTemp.
 struct DerivedColumn {
-    const char16_t* name;
-    std::initializer_list<int> positions;
+    int position;
+    std::initializer_list<std::size_t> summands;
 };
 
-const std::array<DerivedColumn, 5> derivedColumns = {{{u"WorkedOT", {1, 2}},
-                                                      {u"AcceptedOT", {3, 4}},
-                                                      {u"DeclinedOT", {5, 6}},
-                                                      {u"TotalOT1", {1, 2, 3, 4, 5, 6}},
-                                                      {u"TotalOT2", {1, 2, 5, 6}}}};
+const std::array<DerivedColumn, 5> derivedColumns = {{{7, {1, 2}},              // WorkedOT
+                                                      {8, {3, 4}},              // AcceptedOT
+                                                      {9, {5, 6}},              // DeclinedOT
+                                                      {10, {1, 2, 3, 4, 5, 6}}, // TotalOT1
+                                                      {11, {1, 2, 5, 6}}}};     // TotalOT2
+
+QStringList multiplierStatements(bool multiply) {
+    const QString f15 = multiply ? QStringLiteral("1.5") : QStringLiteral("1");
+    const QString f20 = multiply ? QStringLiteral("2") : QStringLiteral("1");
+    const QString s = multiply ? QStringLiteral("_Mult") : QString();
+    return {
+        QStringLiteral("Update [tlyrTemp] Set [T15Accepted] = ([xT15Accepted] * ") + f15 +
+            QStringLiteral(");"),
+        QStringLiteral("Update [tlyrTemp] Set [T20Accepted] = ([xT20Accepted] * ") + f20 +
+            QStringLiteral(");"),
+        QStringLiteral("Update [tlyrTemp] Set [T15Declined] = ([xT15Declined] * ") + f15 +
+            QStringLiteral(");"),
+        QStringLiteral("Update [tlyrTemp] Set [T20Declined] = ([xT20Declined] * ") + f20 +
+            QStringLiteral(");"),
+        // No guard against nulls: who has no hours has no worked overtime either.
+        QStringLiteral("Update [tlyrTemp] Set [WorkedOT] = ([T15Hours") + s +
+            QStringLiteral("] + [T20Hours") + s + QStringLiteral("])"),
+        QStringLiteral("Update [tlyrTemp] Set [AcceptedOT] = "
+                       "Iif(Isnull([t15Accepted]),0,[t15Accepted]) + "
+                       "Iif(Isnull([t20Accepted]),0,[t20accepted]);"),
+        QStringLiteral("Update [tlyrTemp] Set [DeclinedOT] = "
+                       "iif(isnull([t15Declined]),0,[t15Declined]) + "
+                       "iif(isnull([t20Declined]),0,[t20Declined]);"),
+        QStringLiteral("Update [tlyrTemp] Set [TotalOT1] = iif(isnull([WorkedOT]),0,[WorkedOT]) + "
+                       "iif(isnull([AcceptedOT]),0,[AcceptedOT]) + "
+                       "iif(isnull([DeclinedOT]),0,[DeclinedOT]);"),
+        QStringLiteral("Update [tlyrTemp] Set [TotalOT2] = iif(isnull([WorkedOT]),0,[WorkedOT])  + "
+                       "iif(isnull([DeclinedOT]),0,[DeclinedOT]);")};
+}
+
+bool isDerived(const CanvassState& state, const std::shared_ptr<Database>& database,
+               bool multiply) {
+    return state.derived && state.derived->database.lock() == database &&
+           state.derived->multiply == multiply && state.derived->mark == database->changeMark();
+}
+
+// The totals that are copied as they are, by their positions in both queries, which begin at 1.
+constexpr int rawColumns = 6;
+using RawTotals = std::array<Variant, rawColumns + 1>;
 
 // One run of the build. Each statement goes through step(), which knows what to do when it fails.
 class TotalsBuild {
@@ -163,10 +197,12 @@ private:
     // Copies the current totals into the current row. False when those were the last totals.
     bool takeTotals(Recordset& row, Recordset& totals) {
         step([&] { row.edit(); });
-        for (int position = 1; position <= 6; ++position)
-            step([&] { row.setField(position, totals.field(position)); });
+        RawTotals raw;
+        step([&] { raw = rawTotals(totals); });
+        for (int position = 1; position <= rawColumns; ++position)
+            step([&] { row.setField(position, raw[static_cast<std::size_t>(position)]); });
         for (const DerivedColumn& column : derivedColumns) {
-            step([&] { row.setField(QString::fromUtf16(column.name), sum(totals, column)); });
+            step([&] { row.setField(column.position, sum(raw, column)); });
         }
         step([&] { row.update(); });
         step([&] { totals.moveNext(); });
@@ -175,24 +211,32 @@ private:
         return !atEnd;
     }
 
-    static Variant sum(const Recordset& totals, const DerivedColumn& column) {
+    static RawTotals rawTotals(const Recordset& totals) {
+        RawTotals raw;
+        for (int position = 1; position <= rawColumns; ++position)
+            raw[static_cast<std::size_t>(position)] = totals.field(position);
+        return raw;
+    }
+
+    static Variant sum(const RawTotals& raw, const DerivedColumn& column) {
         double minutes = 0;
-        for (const int position : column.positions)
-            minutes += totals.field(position).toDouble();
+        for (const std::size_t position : column.summands)
+            minutes += raw[position].toDouble();
         return {minutes};
     }
 
+    // The derived columns come into the one pass over the rows, before CanvassRs is opened: they
+    // are read by nobody who does not compute them first.
     void finish() {
-        for (const char16_t* column : zeroedColumns)
-            step([&] { required(m_main).execute(zeroStatement(column)); });
-        step([this] {
-            required(m_main).execute(
-                QStringLiteral("Update [tlyrTemp] Set [T15Hours_Mult] = ([T15Hours] * 1.5);"));
+        const QStringList updates = finishingUpdates();
+        bool whole = false;
+        step([&] {
+            whole = required(m_main).executeAsOne(updates + multiplierStatements(m_multiply));
+            if (whole)
+                noteDerived(m_state, m_main, m_multiply);
         });
-        step([this] {
-            required(m_main).execute(
-                QStringLiteral("Update [tlyrTemp] Set [T20Hours_Mult] = ([T20Hours] * 2.0);"));
-        });
+        if (!whole)
+            stepThrough(updates);
         step([this] {
             m_state.CanvassRs = required(m_main).openRecordset(
                 QStringLiteral("Select * from [tlyrTemp];"), RecordsetType::Dynaset);
@@ -200,16 +244,26 @@ private:
         step([this] { applyMultipliers(m_state, m_multiply); });
     }
 
+    // False when the statement failed and was passed over.
     template<class Statement>
-    void step(const Statement& statement) {
+    bool step(const Statement& statement) {
         for (;;) {
             try {
                 statement();
-                return;
+                return true;
             } catch (const RunError& error) {
                 if (!retryAfter(error))
-                    return;
+                    return false;
             }
+        }
+    }
+
+    // Each is a step of its own: one that fails is retried or passed over alone.
+    void stepThrough(const QStringList& updates) {
+        qsizetype done = 0;
+        while (done < updates.size()) {
+            if (!step([&] { required(m_main).executeAll(updates, done); }))
+                ++done;
         }
     }
 
@@ -257,6 +311,24 @@ private:
 
 } // namespace
 
+QString totalsQuery(const QString& filter, const std::optional<TotallingPeriod>& period) {
+    return QStringLiteral("select [thist_emp], "
+                          "((sum(iif(Isnull([t15]),0,[t15])) * 1440)) as [T15Hours], "
+                          "((sum(iif(Isnull([t20]),0,[t20])) * 1440)) as [T20Hours], "
+                          "Sum(iif(isnull([tlyrAccepted]),0,[tlyrAccepted])) as [xT15Accepted], "
+                          "Sum(iif(isnull([tlyrAccepted2]),0,[tlyrAccepted2])) as [xT20Accepted], "
+                          "Sum(iif(isnull([tlyrDeclined]),0,[tlyrDeclined])) as [xT15Declined], "
+                          "Sum(iif(isnull([tlyrDeclined2]),0,[tlyrDeclined2])) as [xT20Declined], "
+                          "([T15Hours] + [T20Hours]) As [WorkedOT], "
+                          "([xT15Accepted] + [xT20Accepted]) As [AcceptedOT], "
+                          "([xT15Declined] + [xT20Declined]) As [DeclinedOT], "
+                          "([WorkedOT] + [AcceptedOT] + [DeclinedOT]) As [TotalOT1], "
+                          "([WorkedOT] + [DeclinedOT]) AS [TotalOT2] "
+                          "From [Timehistory] where ([thist_emp] ") +
+           filter + QStringLiteral(") and ([thist_record_type] in ('TR','AR','HR'))") +
+           dateClause(period) + QStringLiteral(" group by [thist_emp] order by [thist_emp];");
+}
+
 bool build(CanvassState& state, const ObjectRef& bucketForm, bool multiply,
            const ErrorQuestion& ask) {
     try {
@@ -267,37 +339,16 @@ bool build(CanvassState& state, const ObjectRef& bucketForm, bool multiply,
     }
 }
 
-void applyMultipliers(const CanvassState& state, bool multiply) {
+void applyMultipliers(CanvassState& state, bool multiply) {
     const auto database = state.rows().database();
-    const QString f15 = multiply ? QStringLiteral("1.5") : QStringLiteral("1");
-    const QString f20 = multiply ? QStringLiteral("2") : QStringLiteral("1");
-    const QString s = multiply ? QStringLiteral("_Mult") : QString();
-    const std::array statements = {
-        QStringLiteral("Update [tlyrTemp] Set [T15Accepted] = ([xT15Accepted] * ") + f15 +
-            QStringLiteral(");"),
-        QStringLiteral("Update [tlyrTemp] Set [T20Accepted] = ([xT20Accepted] * ") + f20 +
-            QStringLiteral(");"),
-        QStringLiteral("Update [tlyrTemp] Set [T15Declined] = ([xT15Declined] * ") + f15 +
-            QStringLiteral(");"),
-        QStringLiteral("Update [tlyrTemp] Set [T20Declined] = ([xT20Declined] * ") + f20 +
-            QStringLiteral(");"),
-        // No guard against nulls: who has no hours has no worked overtime either.
-        QStringLiteral("Update [tlyrTemp] Set [WorkedOT] = ([T15Hours") + s +
-            QStringLiteral("] + [T20Hours") + s + QStringLiteral("])"),
-        QStringLiteral("Update [tlyrTemp] Set [AcceptedOT] = "
-                       "Iif(Isnull([t15Accepted]),0,[t15Accepted]) + "
-                       "Iif(Isnull([t20Accepted]),0,[t20accepted]);"),
-        QStringLiteral("Update [tlyrTemp] Set [DeclinedOT] = "
-                       "iif(isnull([t15Declined]),0,[t15Declined]) + "
-                       "iif(isnull([t20Declined]),0,[t20Declined]);"),
-        QStringLiteral("Update [tlyrTemp] Set [TotalOT1] = iif(isnull([WorkedOT]),0,[WorkedOT]) + "
-                       "iif(isnull([AcceptedOT]),0,[AcceptedOT]) + "
-                       "iif(isnull([DeclinedOT]),0,[DeclinedOT]);"),
-        QStringLiteral("Update [tlyrTemp] Set [TotalOT2] = iif(isnull([WorkedOT]),0,[WorkedOT])  + "
-                       "iif(isnull([DeclinedOT]),0,[DeclinedOT]);")};
+    if (isDerived(state, database, multiply))
+        return;
+    state.derived.reset();
     Batch batch(database);
-    for (const QString& statement : statements)
-        database->execute(statement);
+    qsizetype done = 0;
+    database->executeAll(multiplierStatements(multiply), done);
+    // While the batch keeps others from writing; should it be undone, the mark no longer matches.
+    noteDerived(state, database, multiply);
     batch.commit();
 }
 

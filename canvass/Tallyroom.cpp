@@ -190,6 +190,7 @@ QStringList Tallyroom::reportDetails() const {
 
 void Tallyroom::Canvass() {
     WaitPointer::show();
+    repaint(); // what a menu or a window has covered; the build may take a while
     const bool built =
         CanvassTotals::build(m_state, m_context.BucketForm, m_ui->mnuMult->isChecked(),
                              [this](const RunError& error) { return askAboutError(this, error); });

@@ -162,7 +162,26 @@ QString toText(Date date) {
     return moment.time() == QTime(0, 0) ? day : day + QLatin1Char(' ') + timeText(moment.time());
 }
 
+namespace {
+
+// "mm/dd/yyyy", in which the board shows thousands of days.
+QString monthDayYear(QDate day) {
+    const auto digit = [](int number, int power) {
+        return QChar(static_cast<char16_t>(u'0' + number / power % 10));
+    };
+    const QChar text[] = {digit(day.month(), 10),  digit(day.month(), 1),  u'/',
+                          digit(day.day(), 10),    digit(day.day(), 1),    u'/',
+                          digit(day.year(), 1000), digit(day.year(), 100), digit(day.year(), 10),
+                          digit(day.year(), 1)};
+    return QString(text, std::size(text));
+}
+
+} // namespace
+
 QString format(Date date, const QString& picture) {
+    const QDate day = toQDateTime(date).date();
+    if (picture == QLatin1String("mm/dd/yyyy") && day.year() > 0 && day.year() < 10000)
+        return monthDayYear(day);
     return Picture(toQDateTime(date), picture).text();
 }
 
@@ -170,7 +189,35 @@ QString toIso(Date date) {
     return toQDateTime(date).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
 }
 
+namespace {
+
+// The number that the digits at a place are, or −1.
+int digitsAt(const QString& text, qsizetype from, qsizetype count) {
+    int number = 0;
+    for (qsizetype at = from; at < from + count; ++at) {
+        const int digit = text.at(at).unicode() - u'0';
+        if (digit < 0 || digit > 9)
+            return -1;
+        number = number * 10 + digit;
+    }
+    return number;
+}
+
+// "YYYY-MM-DD HH:MM:SS" to the letter, as the store writes it: an invalid moment for all else.
+QDateTime fullIso(const QString& text) {
+    if (text.size() != 19 || text.at(4) != u'-' || text.at(7) != u'-' || text.at(13) != u':' ||
+        text.at(16) != u':')
+        return {};
+    const QDate day(digitsAt(text, 0, 4), digitsAt(text, 5, 2), digitsAt(text, 8, 2));
+    const QTime time(digitsAt(text, 11, 2), digitsAt(text, 14, 2), digitsAt(text, 17, 2));
+    return day.isValid() && time.isValid() ? QDateTime(day, time, Qt::UTC) : QDateTime();
+}
+
+} // namespace
+
 std::optional<Date> fromIso(const QString& text) {
+    if (const QDateTime moment = fullIso(text); moment.isValid())
+        return fromQDateTime(moment);
     const QDate day = QDate::fromString(text.left(10), Qt::ISODate);
     if (!day.isValid() || text.size() < 10)
         return std::nullopt;

@@ -45,10 +45,16 @@ std::optional<Date> dateOf(const Variant& value) {
     return std::nullopt;
 }
 
+bool isBlank(const Variant& value) {
+    if (value.isNumber() || value.type() == Variant::Type::Date)
+        return false;
+    return value.isNull() || value.toText().isEmpty();
+}
+
 } // namespace
 
 QString formatValue(const Variant& value, const QString& picture) {
-    if (value.isNull() || value.toText().isEmpty())
+    if (isBlank(value))
         return QStringLiteral("");
     if (picture.contains(QLatin1Char('@')))
         return formatText(value.toText(), picture);

@@ -151,6 +151,9 @@ std::int32_t roundToLong(double value) {
 }
 
 QString numberText(double value) {
+    constexpr double allDigits = 1e15; // from here on with an exponent
+    if (std::abs(value) < allDigits && value == std::trunc(value))
+        return QString::number(static_cast<qint64>(value));
     return QString::number(value == 0 ? 0.0 : value, 'G', 15);
 }
 

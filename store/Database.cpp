@@ -4,6 +4,13 @@
 
 namespace tallyroom {
 
+void Database::executeAll(const QStringList& updates, qsizetype& done) {
+    if (executeAsOne(updates.mid(done)))
+        done = updates.size();
+    for (; done < updates.size(); ++done)
+        execute(updates.at(done));
+}
+
 Batch::Batch(std::shared_ptr<Database> database) {
     if (!database || database->inBatch())
         return;
@@ -23,6 +30,18 @@ Batch::~Batch() {
 void Batch::commit() {
     if (const auto database = std::exchange(m_database, nullptr))
         database->commitBatch();
+}
+
+Reading::Reading(std::shared_ptr<Database> database) : m_database(std::move(database)) {
+    m_database->beginReading();
+}
+
+Reading::~Reading() {
+    try {
+        m_database->endReading();
+    } catch (const RunError&) {
+        // Closed in between, which has ended the reading.
+    }
 }
 
 } // namespace tallyroom

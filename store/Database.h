@@ -2,11 +2,20 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <memory>
 
 namespace tallyroom {
 
 class Recordset;
+
+// See Database::changeMark(). Marks of different connections do not compare.
+struct ChangeMark {
+    qint64 byOthers = 0;
+    qint64 byUs = 0;
+    qint64 undone = 0;
+    friend bool operator==(const ChangeMark&, const ChangeMark&) = default;
+};
 
 enum class RecordsetType { Dynaset, Snapshot };
 
@@ -22,6 +31,16 @@ public:
     // be understood, an unknown name or an unavailable file raise.
     virtual void execute(const QString& sql) = 0;
 
+    // Runs Update statements in one pass over the rows, if it can be told that this leaves what
+    // they leave when they run in turn. Otherwise, and when one of them does not translate, nothing
+    // is done and the result is false: run them one by one, then. Raises what is wrong with the
+    // file; nothing is done then either.
+    virtual bool executeAsOne(const QStringList& updates) = 0;
+
+    // Runs Update statements in turn, from the one at `done` on, which counts those that are done
+    // even when one of them raises; all as one where possible.
+    void executeAll(const QStringList& updates, qsizetype& done);
+
     // Opens the rows of a Select statement. The first row, if any, is current.
     virtual std::shared_ptr<Recordset> openRecordset(const QString& sql, RecordsetType type) = 0;
 
@@ -30,6 +49,18 @@ public:
     virtual void beginBatch() = 0;
     virtual void commitBatch() = 0; // raises; the statements are then undone
     virtual bool inBatch() const = 0;
+
+    // Between the two, rows are read as they stand at the first read, without a lock for each.
+    // Others who want to write wait that long. Nothing may be written in between; inside a batch
+    // both do nothing.
+    virtual void beginReading() = 0;
+    virtual void endReading() = 0;
+
+    // Stays the same as long as nobody changes the file, through this connection or another one.
+    virtual ChangeMark changeMark() = 0;
+
+    // Whether the file that was opened is still the one at its path.
+    virtual bool isInPlace() = 0;
 
     // Closes the file at once; later use of the connection or its recordsets raises 3420.
     virtual void close() = 0;
@@ -48,6 +79,18 @@ public:
 
 private:
     std::shared_ptr<Database> m_database; // null once the batch is over or was not ours
+};
+
+// Scope in which many rows are read at one state of the file: see beginReading().
+class Reading {
+public:
+    explicit Reading(std::shared_ptr<Database> database);
+    ~Reading();
+    Reading(const Reading&) = delete;
+    Reading& operator=(const Reading&) = delete;
+
+private:
+    std::shared_ptr<Database> m_database;
 };
 
 } // namespace tallyroom

@@ -30,6 +30,8 @@ public:
 
     virtual Variant field(const QString& name) const = 0; // name without regard to case
     virtual Variant field(int position) const = 0;        // counted from 0
+    // For reading one field of many rows. Raises 3265.
+    virtual int fieldPosition(const QString& name) const = 0;
     virtual int fieldCount() const = 0;
     virtual QString fieldName(int position) const = 0;
 

@@ -63,7 +63,21 @@ std::shared_ptr<const sql::CatalogTable> SqliteCatalog::read(const QString& plac
     table->name = query.text(0);
     table->keyed = query.text(1) == QLatin1String("table") && query.key(2) == 0;
     readColumns(*table);
+    table->plain = isPlain(*table);
     return table;
+}
+
+// Only what is surely so: a column that is called "check" makes a table another one.
+bool SqliteCatalog::isPlain(const sql::CatalogTable& table) const {
+    SqliteQuery query(m_connection,
+                      QStringLiteral("SELECT 1 FROM %1.sqlite_master WHERE tbl_name = ?1 COLLATE "
+                                     "NOCASE AND (type = 'trigger' OR type = 'index' AND (sql IS "
+                                     "NULL OR sql LIKE '%UNIQUE%') OR type = 'table' AND (sql LIKE "
+                                     "'%CHECK%' OR sql LIKE '%NOT%' OR sql LIKE '%UNIQUE%' OR sql "
+                                     "LIKE '%KEY%' OR sql LIKE '%REFERENCES%'))")
+                          .replace(QLatin1String("%1"), table.place));
+    query.bind(1, Variant(table.name));
+    return !query.next();
 }
 
 void SqliteCatalog::readColumns(sql::CatalogTable& table) const {

@@ -28,6 +28,7 @@ private:
     qint64 version(const QString& place) const;
     std::shared_ptr<const sql::CatalogTable> find(const QString& place, const QString& name) const;
     std::shared_ptr<const sql::CatalogTable> read(const QString& place, const QString& name) const;
+    bool isPlain(const sql::CatalogTable& table) const;
     void readColumns(sql::CatalogTable& table) const;
 
     SqliteConnection& m_connection;

@@ -16,11 +16,13 @@ constexpr int busyTimeout = 2000; // milliseconds
 constexpr qsizetype maximumStatements = 64;
 constexpr qsizetype maximumKeptLength = 8192;
 
+// A connection is used by the one thread that has windows, so the engine need not guard each call.
 SQLite::Database openFile(const QString& file) {
+    const int flags = SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX;
     try {
         if (file.isEmpty())
-            return {":memory:", SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, 0};
-        return {file.toUtf8().constData(), SQLite::OPEN_READWRITE, busyTimeout};
+            return {":memory:", flags | SQLite::OPEN_CREATE, 0};
+        return {file.toUtf8().constData(), flags, busyTimeout};
     } catch (const SQLite::Exception& error) {
         throw storeError(error, file);
     }
@@ -75,6 +77,8 @@ SqliteConnection::SqliteConnection(const QString& file)
     sqlite3_extended_result_codes(handle(), 1);
     if (!harden(handle()) || !registerSqliteFunctions(handle()))
         throw RunError::make(ErrorNumber::outOfMemory);
+    sqlite3_rollback_hook(
+        handle(), [](void* count) { ++*static_cast<qint64*>(count); }, &m_rollbacks);
     run(QStringLiteral("PRAGMA synchronous = FULL"));
 }
 

@@ -17,12 +17,16 @@ public:
     // Opens an existing file, never creates one; without a name, a database in memory. Raises a
     // RunError when the file is not to be had.
     explicit SqliteConnection(const QString& file);
+    SqliteConnection(const SqliteConnection&) = delete;
+    SqliteConnection& operator=(const SqliteConnection&) = delete;
 
     const QString& file() const { return m_file; }
     // The file that errors speak of, while another one than the connection's own is worked on.
     const QString& reportedFile() const { return m_reportedFile; }
     void setReportedFile(const QString& file) { m_reportedFile = file; }
     sqlite3* handle() const { return m_database.getHandle(); }
+
+    qint64 rollbacks() const { return m_rollbacks; } // also those by the engine itself
 
     // Runs a statement without parameters that gives no rows.
     void run(const QString& native);
@@ -33,6 +37,7 @@ private:
 
     QString m_file;
     QString m_reportedFile;
+    qint64 m_rollbacks = 0;
     SQLite::Database m_database;
     QHash<QString, std::shared_ptr<SQLite::Statement>> m_statements; // none is ever mid-way
 };

@@ -7,6 +7,7 @@
 #include "store/sql/Generator.h"
 #include "store/sql/Parser.h"
 #include "store/sql/StatementBinder.h"
+#include "store/sql/UpdateChain.h"
 
 #include <QFileInfo>
 #include <QScopeGuard>
@@ -102,6 +103,7 @@ void SqliteDatabase::runStatement(const sql::UpdateStatement& statement) {
 
 void SqliteDatabase::runStatement(const sql::DropStatement& statement) {
     connection().run(generator().dropTable(sql::bindDrop(catalog(), statement)));
+    ++m_drops;
 }
 
 void SqliteDatabase::runStatement(const sql::InsertStatement& statement) {
@@ -128,6 +130,7 @@ void SqliteDatabase::insertInto(const sql::InsertStatement& statement, const QSt
     if (batch)
         commitBatch();
     const auto backToOwnFile = qScopeGuard([this, batch] {
+        ++m_batches; // others may have written
         m_session->catalog.setInsertPlace(SqliteCatalog::ownPlace);
         m_session->connection.setReportedFile(m_session->connection.file());
         if (batch)
@@ -138,6 +141,41 @@ void SqliteDatabase::insertInto(const sql::InsertStatement& statement, const QSt
     const Attachment attachment(connection(), file);
     session().catalog.setInsertPlace(SqliteCatalog::targetPlace);
     connection().run(generator().insertRows(sql::bindInsert(catalog(), statement)));
+}
+
+// A file that fails here would fail the first of the statements likewise. What else may be wrong,
+// such as too long an expression, is so only of the whole.
+bool SqliteDatabase::executeAsOne(const QStringList& updates) {
+    const QString native = composedText(updates);
+    if (native.isEmpty())
+        return false;
+    try {
+        connection().run(native);
+        return true;
+    } catch (const RunError& error) {
+        if (isOfTheFile(error))
+            throw;
+        return false;
+    }
+}
+
+// Empty when they cannot be told to come to the same in one.
+QString SqliteDatabase::composedText(const QStringList& updates) {
+    session();
+    std::vector<sql::BoundUpdate> bound;
+    try {
+        for (const QString& update : updates) {
+            const sql::Statement statement = sql::parseStatement(update);
+            const auto* parsed = std::get_if<sql::UpdateStatement>(&statement);
+            if (!parsed)
+                return {};
+            bound.push_back(sql::bindUpdate(catalog(), *parsed));
+        }
+        const auto whole = sql::composed(bound);
+        return whole ? generator().updateAllOrNone(*whole) : QString();
+    } catch (const RunError&) {
+        return {};
+    }
 }
 
 std::shared_ptr<Recordset> SqliteDatabase::openRecordset(const QString& sql, RecordsetType type) {
@@ -168,6 +206,11 @@ void SqliteDatabase::beginBatch() {
     connection().run(
         QStringLiteral("BEGIN IMMEDIATE")); // a later upgrade would not wait for others
     m_inBatch = true;
+    ++m_batches;
+}
+
+int SqliteDatabase::batchNumber() {
+    return m_inBatch && sqlite3_get_autocommit(connection().handle()) == 0 ? m_batches : 0;
 }
 
 // The engine itself ends a batch when the disk fails; the statement that met it has raised that.
@@ -183,10 +226,36 @@ void SqliteDatabase::commitBatch() {
     }
 }
 
+void SqliteDatabase::beginReading() {
+    if (m_inBatch || sqlite3_get_autocommit(connection().handle()) == 0)
+        return;
+    connection().run(QStringLiteral("BEGIN"));
+    m_reading = true;
+}
+
+void SqliteDatabase::endReading() {
+    if (std::exchange(m_reading, false) && sqlite3_get_autocommit(connection().handle()) == 0)
+        connection().run(QStringLiteral("COMMIT"));
+}
+
+ChangeMark SqliteDatabase::changeMark() {
+    SqliteQuery query(connection(), QStringLiteral("PRAGMA main.data_version"));
+    query.next();
+    return {query.key(0), sqlite3_total_changes(connection().handle()) + m_drops,
+            connection().rollbacks()};
+}
+
+bool SqliteDatabase::isInPlace() {
+    int moved = 1;
+    sqlite3_file_control(connection().handle(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    return moved == 0;
+}
+
 void SqliteDatabase::close() {
     session();
     m_session.reset();
     m_inBatch = false;
+    m_reading = false;
 }
 
 } // namespace tallyroom

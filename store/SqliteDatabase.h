@@ -21,15 +21,23 @@ public:
     explicit SqliteDatabase(const QString& file);
 
     void execute(const QString& sql) override;
+    bool executeAsOne(const QStringList& updates) override;
     std::shared_ptr<Recordset> openRecordset(const QString& sql, RecordsetType type) override;
     void beginBatch() override;
     void commitBatch() override;
     bool inBatch() const override { return m_inBatch; }
+    // Counts the batches; 0 while there is none, so that others may write.
+    int batchNumber();
+    void beginReading() override;
+    void endReading() override;
+    ChangeMark changeMark() override;
+    bool isInPlace() override;
     void close() override;
 
     // For the recordsets of this connection; each raises 3420 after close().
     std::shared_ptr<Recordset> open(const RecordsetQuery& query);
     SqliteConnection& connection();
+    bool isOpen() const { return m_session != nullptr; }
     const sql::Catalog& catalog();
     sql::BoundSelect bind(const RecordsetQuery& query);
 
@@ -46,11 +54,15 @@ private:
     void runStatement(const sql::InsertStatement& statement);
     void runStatement(const sql::UpdateStatement& statement);
     void runStatement(const sql::DropStatement& statement);
+    QString composedText(const QStringList& updates);
     QString targetFile(const QString& named);
     void insertInto(const sql::InsertStatement& statement, const QString& file);
 
     std::unique_ptr<Session> m_session; // null once closed
     bool m_inBatch = false;
+    int m_batches = 0;
+    bool m_reading = false;
+    qint64 m_drops = 0; // tables, which the engine does not count among the changes
 };
 
 } // namespace tallyroom

@@ -30,6 +30,7 @@ void SqliteDynaset::readRows() {
     m_removedTotal = 0;
     m_positions.clear();
     m_rowText = generator().rowByKey(bound());
+    m_updated.clear();
 }
 
 bool SqliteDynaset::isRemoved(int position) const {
@@ -53,6 +54,8 @@ const Row& SqliteDynaset::rowAt(int position) const {
     for (const sql::BoundColumn& column : bound().columns)
         m_row.push_back(query.value(static_cast<int>(m_row.size()), column.value->type));
     m_rowRead = true;
+    m_rowBatch = sqlite().batchNumber();
+    m_rowChanges = sqlite3_total_changes(sqlite().connection().handle());
     return m_row;
 }
 
@@ -63,8 +66,16 @@ void SqliteDynaset::beginChange(bool adding, Row row) {
 
 void SqliteDynaset::edit() {
     requireRow();
-    forgetRow();
+    m_pending.reset();
+    if (!isRowCurrent())
+        forgetRow();
     beginChange(false, asRecordset([this] { return rowAt(position()); }));
+}
+
+// Inside a batch nobody else can have changed the row since it was read.
+bool SqliteDynaset::isRowCurrent() const {
+    return m_rowRead && m_rowBatch != 0 && m_rowBatch == sqlite().batchNumber() &&
+           m_rowChanges == sqlite3_total_changes(sqlite().connection().handle());
 }
 
 void SqliteDynaset::addNew() {
@@ -133,12 +144,17 @@ void SqliteDynaset::insertRow() {
 }
 
 void SqliteDynaset::updateRow() {
-    const QStringList names = changedColumns();
-    if (names.isEmpty())
+    const auto count =
+        static_cast<int>(std::count(m_pending->changed.begin(), m_pending->changed.end(), true));
+    if (count == 0)
         return;
-    SqliteQuery query(sqlite().connection(), generator().updateRow(table(), names));
+    if (m_updated != m_pending->changed) {
+        m_updateText = generator().updateRow(table(), changedColumns());
+        m_updated = m_pending->changed;
+    }
+    SqliteQuery query(sqlite().connection(), m_updateText);
     bindChanges(query);
-    query.bind(static_cast<int>(names.size()) + 1, m_keys[static_cast<std::size_t>(position())]);
+    query.bind(count + 1, m_keys[static_cast<std::size_t>(position())]);
     query.next();
     if (changedRows() == 0)
         raise(ErrorNumber::recordDeleted);

@@ -46,14 +46,19 @@ private:
     void indexKeys();
     int positionOf(qint64 key) const;
     int changedRows() const;
+    bool isRowCurrent() const;
 
     std::vector<qint64> m_keys;
     std::vector<bool> m_removed; // by position, as m_keys
     int m_removedTotal = 0;
     QHash<qint64, int> m_positions; // by key; filled by the first search
     QString m_rowText;              // the statement that reads one row
-    mutable Row m_row;              // values of the current row, once asked for
+    QString m_updateText;           // the one that writes the columns of m_updated
+    std::vector<bool> m_updated;
+    mutable Row m_row; // values of the current row, once asked for
     mutable bool m_rowRead = false;
+    mutable int m_rowBatch = 0;   // the batch in which it was read
+    mutable int m_rowChanges = 0; // the connection's changes by then
     std::optional<Pending> m_pending;
 };
 

@@ -24,7 +24,8 @@ SqliteRecordset::SqliteRecordset(std::shared_ptr<SqliteDatabase> database, Recor
 void SqliteRecordset::requireOpen() const {
     if (m_closed)
         raise(ErrorNumber::objectInvalid);
-    asRecordset([this] { m_database->connection(); });
+    if (!m_database->isOpen())
+        asRecordset([this] { m_database->connection(); });
 }
 
 void SqliteRecordset::requireRow() const {
@@ -89,6 +90,7 @@ void SqliteRecordset::movePrevious() {
 }
 
 int SqliteRecordset::fieldPosition(const QString& name) const {
+    requireOpen();
     for (std::size_t i = 0; i < m_bound.columns.size(); ++i) {
         if (m_bound.columns[i].name.compare(name, Qt::CaseInsensitive) == 0)
             return static_cast<int>(i);
@@ -102,7 +104,6 @@ void SqliteRecordset::requireField(int position) const {
 }
 
 Variant SqliteRecordset::field(const QString& name) const {
-    requireOpen();
     return field(fieldPosition(name));
 }
 
@@ -112,7 +113,8 @@ Variant SqliteRecordset::field(int position) const {
     const auto index = static_cast<std::size_t>(position);
     if (const Row* pending = pendingRow())
         return (*pending)[index];
-    requireRow();
+    if (!m_onRow)
+        requireRow();
     return asRecordset([&] { return rowAt(m_position)[index]; });
 }
 
@@ -138,7 +140,6 @@ void SqliteRecordset::addNew() {
 }
 
 void SqliteRecordset::setField(const QString& name, const Variant& value) {
-    requireOpen();
     setField(fieldPosition(name), value);
 }
 

@@ -28,6 +28,7 @@ public:
 
     Variant field(const QString& name) const override;
     Variant field(int position) const override;
+    int fieldPosition(const QString& name) const override;
     int fieldCount() const override;
     QString fieldName(int position) const override;
 
@@ -61,7 +62,6 @@ protected:
 
     void requireOpen() const;
     void requireRow() const; // raises 3021 or 3167
-    int fieldPosition(const QString& name) const;
     void requireField(int position) const;
 
     SqliteDatabase& sqlite() const { return *m_database; }

@@ -192,12 +192,38 @@ void Grid::endFill() {
     verticalScrollBar()->setValue(scrolled);
 }
 
-int TextMeasurer::width(const QString& text) {
-    const auto known = m_known.constFind(text);
-    if (known != m_known.constEnd())
+KnownWidths::KnownWidths(QWidget* widget) : QObject(widget), m_metrics(widget->fontMetrics()) {}
+
+int KnownWidths::width(const QString& text) {
+    constexpr qsizetype maximumTexts = 100'000; // a few megabytes
+    const auto known = m_widths.constFind(text);
+    if (known != m_widths.constEnd())
         return *known;
-    return *m_known.insert(text, m_metrics.horizontalAdvance(QLatin1Char('W') + text));
+    if (m_widths.size() >= maximumTexts)
+        m_widths.clear();
+    return *m_widths.insert(text, m_metrics.horizontalAdvance(QLatin1Char('W') + text));
 }
+
+void KnownWidths::follow(const QFontMetrics& metrics) {
+    if (metrics == m_metrics)
+        return;
+    m_metrics = metrics;
+    m_widths.clear();
+}
+
+namespace {
+
+KnownWidths& knownWidthsOf(QWidget* widget) {
+    auto* known = widget->findChild<KnownWidths*>(QString(), Qt::FindDirectChildrenOnly);
+    if (!known)
+        known = new KnownWidths(widget);
+    known->follow(widget->fontMetrics());
+    return *known;
+}
+
+} // namespace
+
+TextMeasurer::TextMeasurer(QWidget* widget) : m_known(knownWidthsOf(widget)) {}
 
 void AutoSizeColumns(Grid& grid, TextMeasurer& measurer, int row, int column, bool force) {
     const GridFill fill(grid);

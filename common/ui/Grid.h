@@ -103,15 +103,32 @@ private:
     Grid& m_grid;
 };
 
-// Width of texts in the font of a widget. Remembers what it measured: most cells of a grid repeat.
-class TextMeasurer {
+// What was measured in the font of a widget, to which it belongs.
+class KnownWidths : public QObject {
+    Q_OBJECT
+
 public:
-    explicit TextMeasurer(const QWidget* widget) : m_metrics(widget->fontMetrics()) {}
+    explicit KnownWidths(QWidget* widget);
+
+    // A whole text is measured once: what shaping makes of it, kerning and ligatures, depends on
+    // nothing but the text and the font. Another font begins anew.
     int width(const QString& text);
+    void follow(const QFontMetrics& metrics);
 
 private:
     QFontMetrics m_metrics;
-    QHash<QString, int> m_known;
+    QHash<QString, int> m_widths;
+};
+
+// Width of texts in the font of a widget. Most cells of a grid repeat, in a fill and from one fill
+// to the next, so the widget keeps what was measured.
+class TextMeasurer {
+public:
+    explicit TextMeasurer(QWidget* widget);
+    int width(const QString& text) { return m_known.width(text); }
+
+private:
+    KnownWidths& m_known;
 };
 
 // Widens columns to the text in `row` plus the width of a "W"; `force` sets the width even if that

@@ -19,7 +19,8 @@ struct CatalogTable {
     QString place; // what the engine calls the file
     QString name;  // as the engine spells it
     std::vector<CatalogColumn> columns;
-    bool keyed = true; // its rows can be found again by key
+    bool keyed = true;  // its rows can be found again by key
+    bool plain = false; // no trigger sees its rows change, no rule forbids them a value
 
     // Position of the column, or −1; names are compared without regard to case.
     int indexOf(const QString& column) const;

@@ -9,8 +9,19 @@ namespace tallyroom::sql {
 
 namespace {
 
+// IIf(IsNull(x), y, x), which an engine can do with one look at x.
+bool standsInForNull(const std::vector<BoundPtr>& arguments, ValueType type) {
+    const BoundNode& condition = *arguments[0];
+    return condition.kind == BoundKind::Apply && condition.operation == Operation::IsNull &&
+           arguments[2]->type == type && sameNode(condition.operands.front(), arguments[2]);
+}
+
 BoundPtr bindChoice(const std::vector<BoundPtr>& arguments) {
     const CatalogColumn format = commonFormat(arguments[1], arguments[2]);
+    const bool number = format.type == ValueType::Long || format.type == ValueType::Double;
+    if (number && standsInForNull(arguments, format.type))
+        return applyNode(Operation::IfNull, format.type,
+                         {arguments[2], convert(arguments[1], format.type)});
     return applyNode(Operation::If, format.type,
                      {logicalOperand(arguments[0]), convert(arguments[1], format.type),
                       convert(arguments[2], format.type)},

@@ -146,11 +146,18 @@ ExpressionPtr ExpressionParser::inTail(ExpressionPtr left) {
     } else {
         node->kind = NodeKind::InList;
         do
-            node->operands.push_back(parse());
+            node->operands.push_back(listItem());
         while (m_tokens.acceptSymbol(","_k));
     }
     m_tokens.expectSymbol(")"_k);
     return node;
+}
+
+// Most lists are thousands of texts, each of them all of its item.
+ExpressionPtr ExpressionParser::listItem() {
+    const bool loneText = m_tokens.peek().kind == TokenKind::Text &&
+                          (m_tokens.atSymbol(","_k, 1) || m_tokens.atSymbol(")"_k, 1));
+    return loneText ? primary() : parse();
 }
 
 ExpressionPtr ExpressionParser::concatenation() {

@@ -30,6 +30,7 @@ private:
     ExpressionPtr isNullTail(ExpressionPtr left);
     ExpressionPtr betweenTail(ExpressionPtr left);
     ExpressionPtr inTail(ExpressionPtr left);
+    ExpressionPtr listItem();
     ExpressionPtr concatenation();
     ExpressionPtr sum();
     ExpressionPtr modulo();

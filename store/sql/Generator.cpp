@@ -23,6 +23,8 @@ QString filled(const char16_t* text, const QStringList& parts) {
 }
 
 QString quoted(QChar quote, const QString& text) {
+    if (!text.contains(quote))
+        return quote + text + quote;
     QString doubled = text;
     doubled.replace(quote, QString(2, quote));
     return quote + doubled + quote;
@@ -71,11 +73,19 @@ QString Generator::insertRows(const BoundInsert& statement) {
 }
 
 QString Generator::updateRows(const BoundUpdate& statement) {
+    return update(m_dialect.updateRows, statement);
+}
+
+QString Generator::updateAllOrNone(const BoundUpdate& statement) {
+    return update(m_dialect.updateAllOrNone, statement);
+}
+
+QString Generator::update(const char16_t* form, const BoundUpdate& statement) {
     QStringList assignments;
     for (const BoundAssignment& assignment : statement.assignments)
         assignments << quotedName(assignment.column) + QStringLiteral(" = ") +
                            text(*assignment.value);
-    return filled(m_dialect.updateRows,
+    return filled(form,
                   {tableName(*statement.target.table), quotedName(statement.target.alias),
                    assignments.join(QStringLiteral(", ")), clause(u" WHERE ", statement.where)});
 }
@@ -143,10 +153,10 @@ QString Generator::text(const BoundNode& node) {
     return outer;
 }
 
-QString Generator::texts(const std::vector<BoundPtr>& nodes, std::size_t from) {
+QString Generator::texts(const std::vector<BoundPtr>& nodes) {
     QStringList result;
-    for (std::size_t i = from; i < nodes.size(); ++i)
-        result << text(*nodes[i]);
+    for (const BoundPtr& node : nodes)
+        result << text(*node);
     return result.join(QStringLiteral(", "));
 }
 
@@ -250,9 +260,30 @@ void Generator::appendLiteral(const BoundNode& literal) {
 }
 
 void Generator::appendIn(const BoundNode& in) {
-    const QString set =
-        in.kind == BoundKind::InList ? texts(in.operands, 1) : subselect(*in.select);
-    m_out += filled(m_dialect.inSet, {text(*in.operands.front()), set});
+    for (QStringView rest(m_dialect.inSet); !rest.isEmpty(); rest = rest.sliced(1)) {
+        if (rest.front() != u'$') {
+            m_out += rest.front();
+            continue;
+        }
+        rest = rest.sliced(1);
+        if (rest.front() == u'1')
+            append(*in.operands.front());
+        else
+            appendSet(in);
+    }
+}
+
+// Straight into the text, as lists are long.
+void Generator::appendSet(const BoundNode& in) {
+    if (in.kind == BoundKind::InSelect) {
+        m_out += subselect(*in.select);
+        return;
+    }
+    for (std::size_t at = 1; at < in.operands.size(); ++at) {
+        if (at > 1)
+            m_out += QStringLiteral(", ");
+        append(*in.operands[at]);
+    }
 }
 
 // Totals without groups are one row in any case.

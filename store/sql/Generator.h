@@ -23,6 +23,8 @@ public:
     QString deleteRows(const BoundDelete& statement);
     QString insertRows(const BoundInsert& statement);
     QString updateRows(const BoundUpdate& statement);
+    // Changes all rows that it is for, or none.
+    QString updateAllOrNone(const BoundUpdate& statement);
     QString dropTable(const BoundDrop& statement);
 
     // One row of a table: with a parameter for each of the columns, then one for its key.
@@ -39,10 +41,12 @@ private:
     void appendTemplate(const char16_t* text, const std::vector<BoundPtr>& operands);
     void appendLiteral(const BoundNode& literal);
     void appendIn(const BoundNode& in);
+    void appendSet(const BoundNode& in);
     void appendSubquery(const BoundSelect& select);
 
+    QString update(const char16_t* form, const BoundUpdate& statement);
     QString text(const BoundNode& node);
-    QString texts(const std::vector<BoundPtr>& nodes, std::size_t from = 0);
+    QString texts(const std::vector<BoundPtr>& nodes);
     QString select(const BoundSelect& select, const QString& columns);
     QString subselect(const BoundSelect& select);
     QString clause(const char16_t* keyword, const BoundPtr& condition);

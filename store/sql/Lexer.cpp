@@ -85,18 +85,19 @@ private:
     // A quote inside the text is written twice.
     Token text(QChar quote) {
         QString value;
-        for (++m_position; m_position < m_text.size(); ++m_position) {
-            if (at(m_position) != quote) {
-                value += at(m_position);
-            } else if (at(m_position + 1) == quote) {
-                value += quote;
-                ++m_position;
-            } else {
-                ++m_position;
-                return textToken(value);
+        for (qsizetype from = m_start + 1;;) {
+            const qsizetype end = m_text.indexOf(quote, from);
+            if (end < 0) {
+                m_position = m_text.size();
+                return token(TokenKind::UnclosedText);
             }
+            value += QStringView(m_text).mid(from, end - from);
+            m_position = end + 1;
+            if (at(m_position) != quote)
+                return textToken(value);
+            value += quote;
+            from = m_position + 1;
         }
-        return token(TokenKind::UnclosedText);
     }
 
     // An engine would take a NUL for the end of the statement.
@@ -130,11 +131,13 @@ private:
                 return token(TokenKind::Symbol);
             }
         }
-        ++m_position;
-        Token result = token(TokenKind::Symbol);
-        if (result.text == QLatin1String("!"))
-            result.text = QStringLiteral(".");
-        return result;
+        static const QString comma = QStringLiteral(",");
+        const QChar c = at(m_position++);
+        if (c == u',')
+            return {TokenKind::Symbol, comma, m_start}; // the lists' own, at no cost
+        if (c == u'!')
+            return {TokenKind::Symbol, QStringLiteral("."), m_start};
+        return token(TokenKind::Symbol);
     }
 
     const QString& m_text;

@@ -14,6 +14,7 @@ enum class Operation {
     Not,
     Equal,
     NotEqual,
+    Differs, // as NotEqual, but two Nulls are the same and one alone is not
     Less,
     LessOrEqual,
     Greater,
@@ -34,6 +35,7 @@ enum class Operation {
     Concat, // as "&" does: Null only when both are
     // Functions.
     If,
+    IfNull, // the first, or the second in place of a Null; for numbers
     DayOf,
     Now,
     Today,

@@ -1,6 +1,7 @@
 #include "store/sql/SelectBinder.h"
 
 #include "common/RunError.h"
+#include "store/sql/GroupSums.h"
 #include "store/sql/Typing.h"
 
 #include <algorithm>
@@ -68,6 +69,7 @@ BoundSelect SelectBinder::bind(const SelectStatement& select, const std::vector<
     for (const OrderItem& item : sort ? *sort : select.orderBy)
         m_result.orderBy.push_back(bindOrder(item));
     checkGroups(select);
+    simplifySums();
     ignoreCase();
     return std::move(m_result);
 }
@@ -156,6 +158,17 @@ void SelectBinder::checkGroups(const SelectStatement& select) const {
     }
     if (m_result.having && !isGrouped(m_result.having, known))
         throw RunError::make(ErrorNumber::notInGroup, {select.from->name});
+}
+
+void SelectBinder::simplifySums() {
+    if (m_result.groupBy.empty())
+        return;
+    GroupSums sums;
+    for (BoundColumn& column : m_result.columns)
+        column.value = sums.simplified(column.value);
+    for (BoundOrder& order : m_result.orderBy)
+        order.value = sums.simplified(order.value);
+    m_result.having = sums.simplified(m_result.having);
 }
 
 // What is compared in sorting, grouping and leaving out doubles.

@@ -28,6 +28,7 @@ private:
     void bindGroups(const SelectStatement& select);
     BoundOrder bindOrder(const OrderItem& item);
     void checkGroups(const SelectStatement& select) const;
+    void simplifySums();
     void ignoreCase();
     bool isGrouped(const BoundPtr& node, std::unordered_set<const BoundNode*>& known) const;
 

@@ -41,8 +41,12 @@ const Token& TokenStream::peek(std::size_t ahead) const {
 
 Token TokenStream::take() {
     Token token = peek();
-    m_next = std::min(m_next + 1, m_tokens.size() - 1);
+    advance();
     return token;
+}
+
+void TokenStream::advance() {
+    m_next = std::min(m_next + 1, m_tokens.size() - 1);
 }
 
 bool TokenStream::atKeyword(QLatin1StringView keyword, std::size_t ahead) const {
@@ -53,7 +57,7 @@ bool TokenStream::atKeyword(QLatin1StringView keyword, std::size_t ahead) const 
 bool TokenStream::acceptKeyword(QLatin1StringView keyword) {
     if (!atKeyword(keyword))
         return false;
-    take();
+    advance();
     return true;
 }
 
@@ -70,7 +74,7 @@ bool TokenStream::atSymbol(QLatin1StringView symbol, std::size_t ahead) const {
 bool TokenStream::acceptSymbol(QLatin1StringView symbol) {
     if (!atSymbol(symbol))
         return false;
-    take();
+    advance();
     return true;
 }
 

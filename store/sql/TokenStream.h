@@ -12,6 +12,7 @@ public:
 
     const Token& peek(std::size_t ahead = 0) const;
     Token take();
+    void advance();
 
     bool atKeyword(QLatin1StringView keyword, std::size_t ahead = 0) const;
     bool acceptKeyword(QLatin1StringView keyword);

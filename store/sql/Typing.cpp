@@ -201,7 +201,31 @@ BoundPtr between(const BoundPtr& value, const BoundPtr& low, const BoundPtr& hig
                      {caseBlind(std::move(left)), caseBlind(std::move(from)), std::move(to)});
 }
 
+namespace {
+
+constexpr std::size_t fewValues = 4;
+
+// Comparisons one by one are quicker than a search in a set of so few.
+BoundPtr anyOf(const BoundPtr& value, const std::vector<BoundPtr>& list) {
+    BoundPtr result;
+    for (const BoundPtr& item : list) {
+        BoundPtr equal = compare(Operation::Equal, value, item);
+        result = result ? logical(Operation::Or, {std::move(result), std::move(equal)})
+                        : std::move(equal);
+    }
+    return result;
+}
+
+bool areLiterals(const std::vector<BoundPtr>& list) {
+    return std::all_of(list.begin(), list.end(),
+                       [](const BoundPtr& item) { return item->kind == BoundKind::Literal; });
+}
+
+} // namespace
+
 BoundPtr inList(const BoundPtr& value, const std::vector<BoundPtr>& list) {
+    if (value->kind == BoundKind::Column && list.size() <= fewValues && areLiterals(list))
+        return anyOf(value, list);
     auto node = std::make_shared<BoundNode>();
     node->kind = BoundKind::InList;
     node->type = ValueType::Boolean;

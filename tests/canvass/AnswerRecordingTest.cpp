@@ -2,7 +2,10 @@
 #include "canvass/CanvassTotals.h"
 #include "tests/support/DataFolder.h"
 #include "tests/support/FakeHost.h"
+#include "tests/support/FaultyFiles.h"
 #include "tests/support/Printing.h"
+
+#include <QFile>
 
 using namespace tallyroom;
 
@@ -15,15 +18,21 @@ protected:
         folder.associateAll();
         state.DataPath = folder.path();
         state.HostOptionsDb = folder.open(hostFile);
-        const HostContext context = host.context(folder.path());
-        CanvassTotals::build(state, context.BucketForm, false,
-                             [](const RunError&) { return ErrorAnswer::Abort; });
+        rebuild();
         request.accept = true;
         request.amount = QStringLiteral("1:30");
         request.canvassDate = QStringLiteral("02/03/2020");
         request.department = QStringLiteral("Dept");
         request.user = QStringLiteral("Ann");
         request.employees = {QStringLiteral("E2")};
+    }
+
+    // The board without the answers so far, as for a period that has none of them.
+    void rebuild() {
+        const auto period = std::exchange(state.period, TotallingPeriod{Date{1}, Date{2}});
+        CanvassTotals::build(state, host.context(folder.path()).BucketForm, false,
+                             [](const RunError&) { return ErrorAnswer::Abort; });
+        state.period = period;
     }
 
     void record() { AnswerRecording::record(state, request); }
@@ -173,6 +182,117 @@ TEST_F(AnswerRecordingTest, AnApostropheBreaksItsStatementAndNothingElse) {
     EXPECT_EQ(errorNumberOf([&] { record(); }), 3075);
     EXPECT_EQ(history().size(), 1) << "each write stands on its own";
     EXPECT_TRUE(audit().isEmpty());
+}
+
+// The host's file, which calls before each statement.
+class CallingDatabase : public Database {
+public:
+    CallingDatabase(std::shared_ptr<Database> real, std::function<void()> call)
+        : m_real(std::move(real)), m_call(std::move(call)) {}
+    void execute(const QString& sql) override {
+        m_call();
+        m_real->execute(sql);
+    }
+    bool executeAsOne(const QStringList& updates) override { return m_real->executeAsOne(updates); }
+    std::shared_ptr<Recordset> openRecordset(const QString& sql, RecordsetType type) override {
+        return m_real->openRecordset(sql, type);
+    }
+    void beginBatch() override { m_real->beginBatch(); }
+    void commitBatch() override { m_real->commitBatch(); }
+    bool inBatch() const override { return m_real->inBatch(); }
+    void beginReading() override { m_real->beginReading(); }
+    void endReading() override { m_real->endReading(); }
+    ChangeMark changeMark() override { return m_real->changeMark(); }
+    bool isInPlace() override { return m_real->isInPlace(); }
+    void close() override { m_real->close(); }
+
+private:
+    std::shared_ptr<Database> m_real;
+    std::function<void()> m_call;
+};
+
+// The add-in's file is looked for at each answer: a new one is written to, a missing one ends the
+// command with the answers before it recorded.
+TEST_F(AnswerRecordingTest, AnAuditFileThatIsExchangedOrGoesIsNoticed) {
+    request.employees = {QStringLiteral("E1"), QStringLiteral("E2"), QStringLiteral("E3")};
+    const QString file = folder.file(addInFile);
+    ASSERT_TRUE(QFile::copy(file, file + u'2'));
+    int statements = 0;
+    state.HostOptionsDb = std::make_shared<CallingDatabase>(folder.open(hostFile), [&] {
+        ++statements;
+        if (statements == 2) {
+            EXPECT_TRUE(QFile::rename(file, file + u'1') && QFile::rename(file + u'2', file));
+        } else if (statements == 3) {
+            EXPECT_TRUE(QFile::remove(file));
+        }
+    });
+    EXPECT_EQ(errorNumberOf([&] { record(); }), 3024);
+    EXPECT_EQ(board(QStringLiteral("E2")), QStringLiteral("90|Null|Null|Null|90"));
+    EXPECT_EQ(board(QStringLiteral("E3")), QStringLiteral("Null|Null|Null|Null|0"));
+    EXPECT_EQ(history().size(), 3) << "each write stands on its own";
+    QFile::rename(file + u'1', file);
+    EXPECT_EQ(audit().size(), 1) << "the second went to the file that was there then";
+}
+
+// What one command leaves is what as many commands of one answer each leave, also when an answer
+// fails: those before it count on the board in full.
+TEST_F(AnswerRecordingTest, ManyAnswersLeaveWhatOneByOneLeaves) {
+    const QString wholeBoard = QStringLiteral("Select * from [tlyrTemp] order by [emp_code];");
+    const QStringList before = folder.rows(mainFile, wholeBoard);
+    for (const auto& codes : {QStringList{QStringLiteral("E1"), QStringLiteral("E2"),
+                                          QStringLiteral("E3"), QStringLiteral("E2")},
+                              QStringList{QStringLiteral("E1"), QStringLiteral("E3"),
+                                          QStringLiteral("E'2"), QStringLiteral("E2")}}) {
+        request.multiply = true;
+        const auto board = [&] { return folder.rows(mainFile, wholeBoard); };
+        int failed = 0;
+        for (const QString& code : codes) {
+            request.employees = {code};
+            failed = failed != 0 ? failed : errorNumberOf([&] { record(); });
+        }
+        const QStringList oneByOne = board();
+        EXPECT_NE(oneByOne, before);
+        rebuild();
+        request.employees = codes;
+        EXPECT_EQ(errorNumberOf([&] { record(); }), failed);
+        EXPECT_EQ(board(), oneByOne);
+        rebuild();
+    }
+}
+
+// A disk that fails at any operation of the command: each answer is there in full or not at all but
+// for its last writes, and the next fill's computation finds the raw figures to compute from.
+TEST_F(AnswerRecordingTest, ADiskThatFailsLosesNoAnswerThatWasWritten) {
+    FaultyFiles disk;
+    state.HostOptionsDb = folder.open(hostFile);
+    request.employees = {QStringLiteral("E1"), QStringLiteral("E2"), QStringLiteral("E3")};
+    const QString derived = QStringLiteral("Select [emp_code], [xT15Accepted], [AcceptedOT] from "
+                                           "[tlyrTemp] order by [emp_code];");
+    for (int n = 1;; ++n) {
+        rebuild();
+        const auto auditBefore = audit().size();
+        const auto historyBefore = history().size();
+        disk.failAt(n);
+        const bool failed = errorNumberOf([&] { record(); }) != 0;
+        const bool reached = disk.operations() >= n;
+        disk.failAt(0);
+        const auto audited = audit().size() - auditBefore;
+        const auto recorded = history().size() - historyBefore;
+        EXPECT_TRUE(recorded == audited || (failed && recorded == audited + 1)) << n;
+        EXPECT_TRUE(failed || audited == 3) << n;
+        CanvassTotals::applyMultipliers(state, false);
+        int onBoard = 0;
+        for (const QString& row : folder.rows(mainFile, derived)) {
+            const QStringList cells = row.split(u'|');
+            onBoard += cells[1] == QStringLiteral("90") ? 1 : 0;
+            EXPECT_EQ(cells[2], cells[1] == QStringLiteral("Null") ? QStringLiteral("0") : cells[1])
+                << "derived columns after failure " << n;
+        }
+        EXPECT_TRUE(onBoard == audited || (failed && onBoard == audited - 1)) << n;
+        if (!reached)
+            break;
+        ASSERT_LT(n, 2000);
+    }
 }
 
 TEST(AnswerRecordingAmounts, AreTimesFromNothingToADay) {

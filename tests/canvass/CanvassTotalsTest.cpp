@@ -1,9 +1,11 @@
 #include "canvass/CanvassTotals.h"
 #include "tests/support/DataFolder.h"
 #include "tests/support/FakeHost.h"
+#include "tests/support/FaultyFiles.h"
 #include "tests/support/Printing.h"
 
 #include <QFile>
+#include <SQLiteCpp/SQLiteCpp.h>
 #include <cmath>
 #include <map>
 #include <random>
@@ -176,6 +178,85 @@ TEST_F(CanvassTotalsTest, AbortRetryAndIgnoreActOnTheFailingStatement) {
     folder.execute(mainFile, QStringLiteral("Drop Table [tlyrTemp];"));
     EXPECT_FALSE(build({ErrorAnswer::Retry, ErrorAnswer::Abort}));
     EXPECT_EQ(errors, QStringList({QStringLiteral("3078"), QStringLiteral("3078")}));
+}
+
+// A table that lacks columns: each statement that names one fails by itself, in its turn.
+TEST_F(CanvassTotalsTest, EachUpdateThatFailsIsAskedAboutAlone) {
+    folder.addHost(2);
+    folder.addHistory(QStringLiteral("E1"), QStringLiteral("1/1/2020"), 60, 30);
+    const auto alter = [&](const char* statement) {
+        SQLite::Database database(folder.file(mainFile).toStdString(), SQLite::OPEN_READWRITE);
+        database.exec(statement);
+    };
+    open();
+    alter("ALTER TABLE tlyrTemp DROP COLUMN T15Accepted");
+    ASSERT_TRUE(build({ErrorAnswer::Ignore, ErrorAnswer::Retry, ErrorAnswer::Ignore}));
+    EXPECT_EQ(errors,
+              QStringList({QStringLiteral("3061"), QStringLiteral("3061"), QStringLiteral("3061")}))
+        << "the zero, and twice the derived columns";
+    EXPECT_EQ(folder.rows(mainFile, QStringLiteral("Select [T15Hours_Mult], [T20Hours_Mult] from "
+                                                   "[tlyrTemp] order by [emp_code];")),
+              QStringList({QStringLiteral("90|60"), QStringLiteral("Null|Null")}));
+    EXPECT_FALSE(state.derived);
+
+    alter("ALTER TABLE tlyrTemp ADD COLUMN T15Accepted INTEGER CHECK (T15Accepted < 9)");
+    alter("ALTER TABLE tlyrTemp DROP COLUMN T15Hours_Mult");
+    alter("ALTER TABLE tlyrTemp ADD COLUMN T15Hours_Mult INTEGER CHECK (T15Hours_Mult < 80)");
+    ASSERT_TRUE(build());
+    EXPECT_EQ(folder.rows(mainFile, QStringLiteral("Select [T15Hours_Mult], [T20Hours_Mult], "
+                                                   "[WorkedOT] from [tlyrTemp] order by "
+                                                   "[emp_code];")),
+              QStringList({QStringLiteral("Null|60|90"), QStringLiteral("Null|Null|Null")}))
+        << "a value that the table refuses is passed over alone";
+}
+
+TEST_F(CanvassTotalsTest, DerivedColumnsAreComputedAnewAfterEachChange) {
+    folder.addHost(2);
+    open();
+    ASSERT_TRUE(build());
+    const auto accepted = [&](bool multiply) {
+        CanvassTotals::applyMultipliers(state, multiply);
+        return folder.rows(mainFile, QStringLiteral("Select [T15Accepted], [TotalOT1] from "
+                                                    "[tlyrTemp] order by [emp_code];"));
+    };
+    const auto nobody = QStringLiteral("Null|0");
+    EXPECT_EQ(accepted(false), QStringList({nobody, nobody}));
+    folder.execute(mainFile, QStringLiteral("Update [tlyrTemp] Set [xT15Accepted] = 10 Where "
+                                            "[emp_code] = 'E1';"));
+    EXPECT_EQ(accepted(false), QStringList({QStringLiteral("10|10"), nobody})) << "by others";
+    EXPECT_EQ(accepted(true), QStringList({QStringLiteral("15|15"), nobody})) << "weighed";
+    state.rows().database()->execute(
+        QStringLiteral("Update [tlyrTemp] Set [xT15Accepted] = 20 Where [emp_code] = 'E2';"));
+    EXPECT_EQ(accepted(true), QStringList({QStringLiteral("15|15"), QStringLiteral("30|30")}));
+    const auto other = folder.open(mainFile);
+    const ChangeMark before = other->changeMark();
+    accepted(true);
+    ASSERT_TRUE(state.derived);
+    EXPECT_EQ(other->changeMark(), before) << "nothing is written when nothing has changed";
+}
+
+// The build's statements share a write; one that is undone must not pass for done.
+TEST_F(CanvassTotalsTest, ADiskThatFailsOnceIsAskedAboutAndARetryMakesItGood) {
+    FaultyFiles disk;
+    folder.addHost(3);
+    folder.addHistory(QStringLiteral("E2"), QStringLiteral("1/1/2020"), 60, 0);
+    open();
+    ASSERT_TRUE(build());
+    const QString all = QStringLiteral("Select * from [tlyrTemp] order by [emp_code];");
+    const QStringList expected = folder.rows(mainFile, all);
+    for (int n = 1;; ++n) {
+        disk.failAt(n);
+        ASSERT_TRUE(build({ErrorAnswer::Retry})) << n;
+        const bool reached = disk.operations() >= n;
+        disk.failAt(0);
+        CanvassTotals::applyMultipliers(state, false);
+        EXPECT_EQ(folder.rows(mainFile, all), expected) << n;
+        if (!reached) {
+            EXPECT_EQ(folder.rows(mainFile, all), expected);
+            break;
+        }
+        ASSERT_LT(n, 2000);
+    }
 }
 
 TEST_F(CanvassTotalsTest, AFileInUseIsAskedAboutWithNoTransactionOpen) {

@@ -156,6 +156,35 @@ TEST_F(TallyroomTest, AnEmptySelectionKeepsTheHeading) {
     EXPECT_EQ(host.calls, QStringList({QStringLiteral("FillSpot"), QStringLiteral("Show bucket")}));
 }
 
+// Counts the paintings of a widget.
+class Paintings : public QObject {
+public:
+    explicit Paintings(QWidget& widget) { widget.installEventFilter(this); }
+    int count = 0;
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+};
+
+TEST_F(TallyroomTest, ABuildBeginsWithTheHourglassOnAPaintedWindow) {
+    show([&](QWidget& board) {
+        Paintings paintings(board);
+        int atBuild = 0;
+        host.onFilterRead = [&] {
+            atBuild = paintings.count;
+            ASSERT_TRUE(QGuiApplication::overrideCursor());
+            EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+        };
+        trigger(board, QStringLiteral("mnuRefresh"));
+        EXPECT_GT(atBuild, 0);
+        EXPECT_FALSE(QGuiApplication::overrideCursor());
+        host.onFilterRead = {};
+    });
+}
+
 TEST_F(TallyroomTest, ShortcutsCallTheHostByName) {
     show([&](QWidget& board) {
         for (const char16_t* name :

@@ -1,0 +1,17 @@
+// The measured jobs, each against its floor.
+#pragma once
+
+namespace tallyroom::bench {
+
+void totalsOfTwoWeeks();
+void totalsOfAllDates();
+void gridFill();
+void recordingAnswers();
+void openingTheWindow();
+void translatingTotals();
+
+void growthOfTotals();  // a table of its own
+void growthOfAnswers(); // likewise
+void memoryOfTheBoard();
+
+} // namespace tallyroom::bench

@@ -1,0 +1,20 @@
+// Several Update statements as one.
+#pragma once
+
+#include "store/sql/Bound.h"
+
+#include <optional>
+
+namespace tallyroom::sql {
+
+// The one statement that leaves in the rows what these leave when they run in turn: where one reads
+// a column that an earlier one has set, the value stands in for the column. It touches only rows in
+// which something changes. Statements whose condition never holds take no part.
+//
+// Nothing when that cannot be told: for statements over more than one table or with another
+// condition, for tables with triggers or rules, which meet the values in between as well, and for
+// columns and operations other than whole numbers' arithmetic, whose values are the same before and
+// after they are stored.
+std::optional<BoundUpdate> composed(const std::vector<BoundUpdate>& updates);
+
+} // namespace tallyroom::sql
