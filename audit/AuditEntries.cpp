@@ -1,5 +1,6 @@
 #include "audit/AuditEntries.h"
 
+#include "store/Database.h"
 #include "store/Recordset.h"
 #include "store/Workspace.h"
 
@@ -89,6 +90,7 @@ void read(const QString& dataPath, const QString& employeeFilter, const QString&
                                       employeeFilter + QStringLiteral(") and ") + condition +
                                       QStringLiteral(" order by [now], [emp_code];"));
     EmployeeNames names(*employees);
+    const Reading reading(entries->database());
     for (; !entries->eof(); entries->moveNext()) {
         const QString code = entries->field(QStringLiteral("emp_code")).textOrEmpty().trimmed();
         if (const auto name = names.find(code))

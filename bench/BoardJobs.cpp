@@ -53,8 +53,11 @@ void withBoard(const QString& folder, const std::function<void(Tallyroom&)>& use
 // All optional columns, and the ordering of the demonstration data that sorts by total overtime.
 void showEverything(Tallyroom& window) {
     for (const char* option : {"mnuPos", "mnuSenNum", "mnuBreakOut", "mnuAltPhone", "mnuCellPhone",
-                               "mnuPager", "MnuOrder_3"})
-        child<QAction>(window, option).trigger();
+                               "mnuPager", "MnuOrder_3"}) {
+        auto& action = child<QAction>(window, option);
+        if (!action.isChecked()) // remembered from the run before
+            action.trigger();
+    }
 }
 
 class BareModel : public QAbstractTableModel {

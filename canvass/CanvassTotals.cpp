@@ -226,17 +226,18 @@ private:
     }
 
     // The derived columns come into the one pass over the rows, before CanvassRs is opened: they
-    // are read by nobody who does not compute them first.
+    // are read by nobody who does not compute them first. What fails the pass would fail the first
+    // of its statements likewise, so that this is the one that is passed over.
     void finish() {
         const QStringList updates = finishingUpdates();
         bool whole = false;
-        step([&] {
+        const bool tried = step([&] {
             whole = required(m_main).executeAsOne(updates + multiplierStatements(m_multiply));
             if (whole)
                 noteDerived(m_state, m_main, m_multiply);
         });
         if (!whole)
-            stepThrough(updates);
+            stepThrough(updates, tried ? 0 : 1);
         step([this] {
             m_state.CanvassRs = required(m_main).openRecordset(
                 QStringLiteral("Select * from [tlyrTemp];"), RecordsetType::Dynaset);
@@ -259,8 +260,7 @@ private:
     }
 
     // Each is a step of its own: one that fails is retried or passed over alone.
-    void stepThrough(const QStringList& updates) {
-        qsizetype done = 0;
+    void stepThrough(const QStringList& updates, qsizetype done) {
         while (done < updates.size()) {
             if (!step([&] { required(m_main).executeAll(updates, done); }))
                 ++done;
