@@ -23,9 +23,6 @@ namespace CanvassTotals {
 bool build(CanvassState& state, const ObjectRef& bucketForm, bool multiply,
            const ErrorQuestion& ask);
 
-// The query over the host's history that a build runs; `filter` completes "[thist_emp] ".
-QString totalsQuery(const QString& filter, const std::optional<TotallingPeriod>& period);
-
 // Recomputes the derived columns from the raw totals; `multiply` weighs each hour by its rate. They
 // hold nothing else, so nothing is done when they were computed alike and nobody has changed the
 // file since. CanvassRs must be open. Raises what the database raises.
