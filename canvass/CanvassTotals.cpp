@@ -10,6 +10,7 @@ namespace tallyroom::CanvassTotals {
 namespace {
 
 struct Aborted {};
+struct MergeUndone {};
 
 void noteDerived(CanvassState& state, const std::shared_ptr<Database>& database, bool multiply) {
     state.derived = CanvassState::Derived{database, multiply, database->changeMark()};
@@ -82,7 +83,8 @@ private:
 
     // The merge and what follows share one write to the disk: nobody reads the half-filled scratch
     // table, and the statements of a finished step survive a failing one all the same. When that
-    // write itself fails all of it is undone, so that a retry does all of it again.
+    // write itself fails, or the disk in the midst of it, all of it is undone, so that a retry does
+    // all of it again.
     bool mergeAndFinish(const std::shared_ptr<Recordset>& totals) {
         try {
             beginBatch();
@@ -95,6 +97,8 @@ private:
             finish();
             commitBatch();
             return true;
+        } catch (const MergeUndone&) {
+            return false;
         } catch (const RunError& error) {
             m_batch.reset();
             return !retryAfter(error);
@@ -207,10 +211,13 @@ private:
             return true;
         }
         const bool batched = m_batch.has_value();
+        const bool undone = batched && !m_main->inBatch();
         commitBatch();
         const ErrorAnswer answer = m_ask(error);
         if (answer == ErrorAnswer::Abort)
             throw Aborted{};
+        if (undone && answer == ErrorAnswer::Retry)
+            throw MergeUndone{};
         if (batched)
             beginBatch();
         return answer == ErrorAnswer::Retry;

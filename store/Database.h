@@ -48,6 +48,7 @@ public:
     // is durable when it returns. Batches do not nest: see Batch.
     virtual void beginBatch() = 0;
     virtual void commitBatch() = 0; // raises; the statements are then undone
+    // No longer once a statement met a disk that fails, which undoes the whole batch.
     virtual bool inBatch() const = 0;
 
     // Between the two, rows are read as they stand at the first read, without a lock for each.

@@ -209,8 +209,12 @@ void SqliteDatabase::beginBatch() {
     ++m_batches;
 }
 
+bool SqliteDatabase::inBatch() const {
+    return m_inBatch && m_session && sqlite3_get_autocommit(m_session->connection.handle()) == 0;
+}
+
 int SqliteDatabase::batchNumber() {
-    return m_inBatch && sqlite3_get_autocommit(connection().handle()) == 0 ? m_batches : 0;
+    return inBatch() ? m_batches : 0;
 }
 
 // The engine itself ends a batch when the disk fails; the statement that met it has raised that.

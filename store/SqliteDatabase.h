@@ -25,7 +25,7 @@ public:
     std::shared_ptr<Recordset> openRecordset(const QString& sql, RecordsetType type) override;
     void beginBatch() override;
     void commitBatch() override;
-    bool inBatch() const override { return m_inBatch; }
+    bool inBatch() const override;
     // Counts the batches; 0 while there is none, so that others may write.
     int batchNumber();
     void beginReading() override;

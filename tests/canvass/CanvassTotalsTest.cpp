@@ -259,6 +259,29 @@ TEST_F(CanvassTotalsTest, ADiskThatFailsOnceIsAskedAboutAndARetryMakesItGood) {
     }
 }
 
+// The engine itself undoes a batch when the disk fails in it: a retry must not go on with what is
+// left. The board takes many pages, so that there is something to lose.
+TEST_F(CanvassTotalsTest, ADiskThatFailsAmidALargeMergeLosesNoTotals) {
+    FaultyFiles disk;
+    folder.addHost(300);
+    for (int n = 1; n <= 300; n += 2)
+        folder.addHistory(QStringLiteral("E%1").arg(n), QStringLiteral("1/1/2020"), 60, n);
+    open();
+    ASSERT_TRUE(build());
+    const QString all = QStringLiteral("Select * from [tlyrTemp] order by [emp_code];");
+    const QStringList expected = folder.rows(mainFile, all);
+    bool reached = true;
+    for (int n = 1; reached; n += 3) {
+        disk.failAt(n);
+        ASSERT_TRUE(build({ErrorAnswer::Retry})) << n;
+        reached = disk.operations() >= n;
+        disk.failAt(0);
+        CanvassTotals::applyMultipliers(state, false);
+        ASSERT_EQ(folder.rows(mainFile, all), expected) << n;
+        ASSERT_LT(n, 20000);
+    }
+}
+
 TEST_F(CanvassTotalsTest, AFileInUseIsAskedAboutWithNoTransactionOpen) {
     folder.addHost(1);
     open();

@@ -45,10 +45,11 @@ void DataFolder::addHost(int employees) const {
         host->execute(QStringLiteral("Insert Into [Employee] ([emp_code], [emp_name], [emp_dept], "
                                      "[phone], [emp_shift], [sendate], [Seniority]) Values "
                                      "('E%1', 'Name %1', 'D%2', '5551234567', 'S1', "
-                                     "#1/%1/2001#, %3);")
+                                     "#1/%4/2001#, %3);")
                           .arg(n)
                           .arg(n % 3)
-                          .arg(100 - n));
+                          .arg(100 - n)
+                          .arg((n - 1) % 31 + 1));
 }
 
 void DataFolder::addHistory(const QString& emp, const QString& shiftDate, double t15Minutes,
