@@ -98,6 +98,7 @@ private:
             commitBatch();
             return true;
         } catch (const MergeUndone&) {
+            m_batch.reset();
             return false;
         } catch (const RunError& error) {
             m_batch.reset();
@@ -135,17 +136,20 @@ private:
     bool takeTotals(Recordset& row, Recordset& totals) {
         step([&] { row.edit(); });
         RawTotals raw;
-        step([&] { raw = rawTotals(totals); });
-        for (int position = 1; position <= rawColumns; ++position)
-            step([&] { row.setField(position, raw[static_cast<std::size_t>(position)]); });
-        for (const DerivedColumn& column : derivedColumns) {
-            step([&] { row.setField(column.position, sum(raw, column)); });
-        }
+        if (step([&] { raw = rawTotals(totals); }))
+            setTotals(row, raw);
         step([&] { row.update(); });
         step([&] { totals.moveNext(); });
         bool atEnd = false;
         step([&] { atEnd = totals.eof(); });
         return !atEnd;
+    }
+
+    void setTotals(Recordset& row, const RawTotals& raw) {
+        for (int position = 1; position <= rawColumns; ++position)
+            step([&] { row.setField(position, raw[static_cast<std::size_t>(position)]); });
+        for (const DerivedColumn& column : derivedColumns)
+            step([&] { row.setField(column.position, sum(raw, column)); });
     }
 
     static RawTotals rawTotals(const Recordset& totals) {
@@ -162,20 +166,12 @@ private:
         return {minutes};
     }
 
-    // The derived columns come into the one pass over the rows, before CanvassRs is opened: they
-    // are read by nobody who does not compute them first. What fails the pass would fail the first
-    // of its statements likewise, so that this is the one that is passed over.
     void finish() {
         const QStringList updates = CanvassStatements::finish();
-        bool whole = false;
-        const bool tried = step([&] {
-            whole = required(m_main).executeAsOne(updates +
-                                                  CanvassStatements::deriveColumns(m_multiply));
-            if (whole)
-                noteDerived(m_state, m_main, m_multiply);
-        });
-        if (!whole)
-            stepThrough(updates, tried ? 0 : 1);
+        if (!finishAsOne(updates)) {
+            for (const QString& update : updates)
+                step([&] { required(m_main).execute(update); });
+        }
         step([this] {
             m_state.CanvassRs = required(m_main).openRecordset(
                 QStringLiteral("Select * from [tlyrTemp];"), RecordsetType::Dynaset);
@@ -197,11 +193,22 @@ private:
         }
     }
 
-    // Each is a step of its own: one that fails is retried or passed over alone.
-    void stepThrough(const QStringList& updates, qsizetype done) {
-        while (done < updates.size()) {
-            if (!step([&] { required(m_main).executeAll(updates, done); }))
-                ++done;
+    // The derived columns come into the one pass over the rows, before CanvassRs is opened: they
+    // are read by nobody who does not compute them first. What fails here is asked about when it is
+    // its statement's turn; what a failing disk has undone with it is done anew before that.
+    bool finishAsOne(const QStringList& updates) {
+        if (!m_main || m_oneByOne)
+            return false;
+        try {
+            if (!m_main->executeAsOne(updates + CanvassStatements::deriveColumns(m_multiply)))
+                return false;
+            noteDerived(m_state, m_main, m_multiply);
+            return true;
+        } catch (const RunError&) {
+            m_oneByOne = true;
+            if (m_batch && !m_main->inBatch())
+                throw MergeUndone{};
+            return false;
         }
     }
 
@@ -248,6 +255,7 @@ private:
     std::shared_ptr<Database> m_main; // vrlxdb01.mdb; lives on as the owner of CanvassRs
     std::optional<Batch> m_batch;
     bool m_dropped = false;
+    bool m_oneByOne = false; // the finishing statements; set when they failed as one
 };
 
 } // namespace
@@ -264,10 +272,10 @@ bool build(CanvassState& state, const ObjectRef& bucketForm, bool multiply,
 
 void applyMultipliers(CanvassState& state, bool multiply) {
     const auto database = state.rows().database();
+    Batch batch(database); // a file that nobody may write now fails in any case
     if (isDerived(state, database, multiply))
         return;
     state.derived.reset();
-    Batch batch(database);
     qsizetype done = 0;
     database->executeAll(CanvassStatements::deriveColumns(multiply), done);
     // While the batch keeps others from writing; should it be undone, the mark no longer matches.

@@ -32,11 +32,12 @@ void Batch::commit() {
         database->commitBatch();
 }
 
-Reading::Reading(std::shared_ptr<Database> database) : m_database(std::move(database)) {
-    m_database->beginReading();
-}
+Reading::Reading(std::shared_ptr<Database> database)
+    : m_database(std::move(database)), m_began(m_database->beginReading()) {}
 
 Reading::~Reading() {
+    if (!m_began)
+        return;
     try {
         m_database->endReading();
     } catch (const RunError&) {

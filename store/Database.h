@@ -32,9 +32,9 @@ public:
     virtual void execute(const QString& sql) = 0;
 
     // Runs Update statements in one pass over the rows, if it can be told that this leaves what
-    // they leave when they run in turn. Otherwise, and when one of them does not translate, nothing
-    // is done and the result is false: run them one by one, then. Raises what is wrong with the
-    // file; nothing is done then either.
+    // they leave when they run in turn. Otherwise, and when anything fails, nothing is done and the
+    // result is false: run them one by one, then, so that each fails in its turn. Raises only when
+    // a disk that fails has undone the batch around it.
     virtual bool executeAsOne(const QStringList& updates) = 0;
 
     // Runs Update statements in turn, from the one at `done` on, which counts those that are done
@@ -52,9 +52,10 @@ public:
     virtual bool inBatch() const = 0;
 
     // Between the two, rows are read as they stand at the first read, without a lock for each.
-    // Others who want to write wait that long. Nothing may be written in between; inside a batch
-    // both do nothing.
-    virtual void beginReading() = 0;
+    // Others who want to write wait that long. Nothing may be written in between. Inside a batch,
+    // or while it goes on already, the first does nothing and returns false; then leave out the
+    // second.
+    virtual bool beginReading() = 0;
     virtual void endReading() = 0;
 
     // Stays the same as long as nobody changes the file, through this connection or another one.
@@ -92,6 +93,7 @@ public:
 
 private:
     std::shared_ptr<Database> m_database;
+    bool m_began;
 };
 
 } // namespace tallyroom

@@ -143,17 +143,16 @@ void SqliteDatabase::insertInto(const sql::InsertStatement& statement, const QSt
     connection().run(generator().insertRows(sql::bindInsert(catalog(), statement)));
 }
 
-// A file that fails here would fail the first of the statements likewise. What else may be wrong,
-// such as too long an expression, is so only of the whole.
 bool SqliteDatabase::executeAsOne(const QStringList& updates) {
     const QString native = composedText(updates);
     if (native.isEmpty())
         return false;
+    const bool batched = inBatch();
     try {
         connection().run(native);
         return true;
-    } catch (const RunError& error) {
-        if (isOfTheFile(error))
+    } catch (const RunError&) {
+        if (batched && !inBatch())
             throw;
         return false;
     }
@@ -230,11 +229,12 @@ void SqliteDatabase::commitBatch() {
     }
 }
 
-void SqliteDatabase::beginReading() {
+bool SqliteDatabase::beginReading() {
     if (m_inBatch || sqlite3_get_autocommit(connection().handle()) == 0)
-        return;
+        return false;
     connection().run(QStringLiteral("BEGIN"));
     m_reading = true;
+    return true;
 }
 
 void SqliteDatabase::endReading() {

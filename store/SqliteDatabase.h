@@ -28,7 +28,7 @@ public:
     bool inBatch() const override;
     // Counts the batches; 0 while there is none, so that others may write.
     int batchNumber();
-    void beginReading() override;
+    bool beginReading() override;
     void endReading() override;
     ChangeMark changeMark() override;
     bool isInPlace() override;

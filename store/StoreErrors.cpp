@@ -73,18 +73,4 @@ RunError withSource(const RunError& error, const QString& source) {
     return {error.number(), error.description(), source};
 }
 
-bool isOfTheFile(const RunError& error) {
-    switch (error.number()) {
-    case ErrorNumber::databaseInUse:
-    case ErrorNumber::unrecognizedFormat:
-    case ErrorNumber::damagedFile:
-    case ErrorNumber::cannotOpenFile:
-    case ErrorNumber::readOnly:
-    case ErrorNumber::outOfMemory:
-        return true;
-    default:
-        return false;
-    }
-}
-
 } // namespace tallyroom

@@ -25,7 +25,4 @@ RunError storeError(const SQLite::Exception& error, const QString& file);
 // The same error, reported by another part.
 RunError withSource(const RunError& error, const QString& source);
 
-// Whether the error is about the file and not about what a statement says or holds.
-bool isOfTheFile(const RunError& error);
-
 } // namespace tallyroom

@@ -216,15 +216,18 @@ BoundPtr anyOf(const BoundPtr& value, const std::vector<BoundPtr>& list) {
     return result;
 }
 
-bool areLiterals(const std::vector<BoundPtr>& list) {
-    return std::all_of(list.begin(), list.end(),
-                       [](const BoundPtr& item) { return item->kind == BoundKind::Literal; });
+// Of one type, so that none is converted otherwise than in a longer list.
+bool areLiterals(const std::vector<BoundPtr>& list, ValueType type) {
+    return std::all_of(list.begin(), list.end(), [type](const BoundPtr& item) {
+        return item->kind == BoundKind::Literal && item->type == type;
+    });
 }
 
 } // namespace
 
 BoundPtr inList(const BoundPtr& value, const std::vector<BoundPtr>& list) {
-    if (value->kind == BoundKind::Column && list.size() <= fewValues && areLiterals(list))
+    if (value->kind == BoundKind::Column && list.size() <= fewValues &&
+        areLiterals(list, value->type))
         return anyOf(value, list);
     auto node = std::make_shared<BoundNode>();
     node->kind = BoundKind::InList;

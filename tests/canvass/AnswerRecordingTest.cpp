@@ -200,7 +200,7 @@ public:
     void beginBatch() override { m_real->beginBatch(); }
     void commitBatch() override { m_real->commitBatch(); }
     bool inBatch() const override { return m_real->inBatch(); }
-    void beginReading() override { m_real->beginReading(); }
+    bool beginReading() override { return m_real->beginReading(); }
     void endReading() override { m_real->endReading(); }
     ChangeMark changeMark() override { return m_real->changeMark(); }
     bool isInPlace() override { return m_real->isInPlace(); }

@@ -282,6 +282,27 @@ TEST_F(CanvassTotalsTest, ADiskThatFailsAmidALargeMergeLosesNoTotals) {
     }
 }
 
+// Nothing was left to compute, but a board that cannot be written says so all the same.
+TEST_F(CanvassTotalsTest, ALockedFileFailsTheDerivedColumnsThoughTheyHold) {
+    folder.addHost(1);
+    open();
+    ASSERT_TRUE(build());
+    const auto other = folder.open(mainFile);
+    other->beginBatch();
+    EXPECT_EQ(errorNumberOf([&] { CanvassTotals::applyMultipliers(state, false); }), 3196);
+    other->commitBatch();
+    EXPECT_EQ(errorNumberOf([&] { CanvassTotals::applyMultipliers(state, false); }), 0);
+}
+
+// The one pass over the rows is no statement of the build: it asks nothing of its own.
+TEST_F(CanvassTotalsTest, AMissingMainFileIsAskedAboutOnceAStatement) {
+    folder.addHost(1);
+    open();
+    QFile::remove(folder.file(mainFile));
+    EXPECT_TRUE(build(std::vector(30, ErrorAnswer::Ignore)));
+    EXPECT_EQ(errors.size(), 22);
+}
+
 TEST_F(CanvassTotalsTest, AFileInUseIsAskedAboutWithNoTransactionOpen) {
     folder.addHost(1);
     open();
