@@ -42,12 +42,16 @@ QString keptFolder(int employees, int days) {
     if (QFile::exists(folder))
         return folder;
     std::fprintf(stderr, "Making data for %d employees...\n", employees);
+    const QString unfinished = folder + QStringLiteral(".unfinished"); // by a run that was stopped
+    QDir(unfinished).removeRecursively();
     host::DemoSettings settings;
-    settings.folder = folder;
+    settings.folder = unfinished;
     settings.employees = employees;
     settings.days = days;
     settings.end = lastDate();
     host::createDemoData(settings, [](int, int) {});
+    if (!QDir().rename(unfinished, folder))
+        throw std::runtime_error("the data could not be put in their place");
     return folder;
 }
 
