@@ -5,6 +5,7 @@
 #include "store/sql/Operation.h"
 
 #include <QString>
+#include <QStringList>
 #include <memory>
 #include <optional>
 #include <variant>
@@ -26,6 +27,7 @@ struct Expression {
     bool bracketed = false;                  // Name: never a function's
     Operation operation = {};                // Apply
     std::vector<ExpressionPtr> operands;     // InList and InSelect: the left side comes first
+    QStringList texts;                       // InList: its other items, which are plain texts
     std::unique_ptr<SelectStatement> select; // InSelect, Subquery
 
     ~Expression();

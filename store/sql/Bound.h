@@ -24,6 +24,7 @@ struct BoundNode {
     Operation operation = {};        // Apply
     bool aggregate = false;          // Apply: here or in an operand, rows are summed up
     std::vector<BoundPtr> operands;  // InList and InSelect: the left side comes first
+    QStringList texts;               // InList: its items, if they are no operands
     std::shared_ptr<const BoundSelect> select; // InSelect, Subquery
 };
 

@@ -100,7 +100,7 @@ BoundPtr ExpressionBinder::bind(const Expression& expression) {
         return bindCall(expression);
     case NodeKind::InList: {
         const std::vector<BoundPtr> operands = bindAll(expression.operands);
-        return inList(operands.front(), {operands.begin() + 1, operands.end()});
+        return inList(operands.front(), {operands.begin() + 1, operands.end()}, expression.texts);
     }
     case NodeKind::InSelect:
         return inSelect(bind(*expression.operands.front()), bindSelect(*expression.select));

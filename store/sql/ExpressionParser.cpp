@@ -146,18 +146,19 @@ ExpressionPtr ExpressionParser::inTail(ExpressionPtr left) {
     } else {
         node->kind = NodeKind::InList;
         do
-            node->operands.push_back(listItem());
+            listItem(*node);
         while (m_tokens.acceptSymbol(","_k));
     }
     m_tokens.expectSymbol(")"_k);
     return node;
 }
 
-// Most lists are thousands of texts, each of them all of its item.
-ExpressionPtr ExpressionParser::listItem() {
-    const bool loneText = m_tokens.peek().kind == TokenKind::Text &&
-                          (m_tokens.atSymbol(","_k, 1) || m_tokens.atSymbol(")"_k, 1));
-    return loneText ? primary() : parse();
+// Most lists are thousands of texts, for which a node each would be too much.
+void ExpressionParser::listItem(Expression& list) {
+    if (m_tokens.atLoneText())
+        list.texts << m_tokens.take().text;
+    else
+        list.operands.push_back(parse());
 }
 
 ExpressionPtr ExpressionParser::concatenation() {

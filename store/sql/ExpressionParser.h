@@ -30,7 +30,7 @@ private:
     ExpressionPtr isNullTail(ExpressionPtr left);
     ExpressionPtr betweenTail(ExpressionPtr left);
     ExpressionPtr inTail(ExpressionPtr left);
-    ExpressionPtr listItem();
+    void listItem(Expression& list);
     ExpressionPtr concatenation();
     ExpressionPtr sum();
     ExpressionPtr modulo();

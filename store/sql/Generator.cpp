@@ -2,6 +2,10 @@
 
 #include "common/RunError.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <algorithm>
+
 namespace tallyroom::sql {
 
 namespace {
@@ -35,6 +39,22 @@ QString realText(double value) {
     const QString text = QString::number(value, 'g', 17);
     const bool whole = !text.contains(u'.') && !text.contains(u'e');
     return whole ? text + QStringLiteral(".0") : text;
+}
+
+bool needsEscape(QChar c) {
+    return c < u' ' || c == u'"' || c == u'\\';
+}
+
+// Codes hardly ever need more than the quotes.
+void appendJson(QString& out, const QString& text) {
+    if (std::any_of(text.begin(), text.end(), needsEscape)) {
+        const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
+        out += QString::fromUtf8(array.sliced(1, array.size() - 2));
+        return;
+    }
+    out += u'"';
+    out += text;
+    out += u'"';
 }
 
 } // namespace
@@ -273,10 +293,13 @@ void Generator::appendIn(const BoundNode& in) {
     }
 }
 
-// Straight into the text, as lists are long.
 void Generator::appendSet(const BoundNode& in) {
     if (in.kind == BoundKind::InSelect) {
         m_out += subselect(*in.select);
+        return;
+    }
+    if (!in.texts.isEmpty()) {
+        m_out += textSet(in.texts);
         return;
     }
     for (std::size_t at = 1; at < in.operands.size(); ++at) {
@@ -284,6 +307,17 @@ void Generator::appendSet(const BoundNode& in) {
             m_out += QStringLiteral(", ");
         append(*in.operands[at]);
     }
+}
+
+// One literal to the engine, whose parser is slow with thousands.
+QString Generator::textSet(const QStringList& texts) const {
+    QString json;
+    for (const QString& text : texts) {
+        json += json.isEmpty() ? u'[' : u',';
+        appendJson(json, text);
+    }
+    json += u']';
+    return filled(m_dialect.textSet, {quoted(m_dialect.textQuote, json)});
 }
 
 // Totals without groups are one row in any case.

@@ -42,6 +42,7 @@ private:
     void appendLiteral(const BoundNode& literal);
     void appendIn(const BoundNode& in);
     void appendSet(const BoundNode& in);
+    QString textSet(const QStringList& texts) const;
     void appendSubquery(const BoundSelect& select);
 
     QString update(const char16_t* form, const BoundUpdate& statement);

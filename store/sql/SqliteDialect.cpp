@@ -101,6 +101,7 @@ constexpr Dialect dialect = {
     u"$1 AS $2",
     u"(SELECT tr_single(\"v\") FROM ($1))",
     u"($1 IN ($2))",
+    u"SELECT value FROM json_each($1)",
     byOperation(),
 };
 

@@ -33,20 +33,20 @@ bool isReserved(const QString& word) {
 } // namespace
 
 TokenStream::TokenStream(const QString& text, bool criteria)
-    : m_text(text), m_tokens(tokenize(text)), m_criteria(criteria) {}
-
-const Token& TokenStream::peek(std::size_t ahead) const {
-    return m_tokens[std::min(m_next + ahead, m_tokens.size() - 1)];
+    : m_text(text), m_lexer(text), m_criteria(criteria) {
+    for (Token& token : m_tokens)
+        token = m_lexer.next();
 }
 
 Token TokenStream::take() {
-    Token token = peek();
+    Token token = std::move(m_tokens.front());
     advance();
     return token;
 }
 
 void TokenStream::advance() {
-    m_next = std::min(m_next + 1, m_tokens.size() - 1);
+    std::move(m_tokens.begin() + 1, m_tokens.end(), m_tokens.begin());
+    m_tokens.back() = m_lexer.next();
 }
 
 bool TokenStream::atKeyword(QLatin1StringView keyword, std::size_t ahead) const {
@@ -99,6 +99,11 @@ QString TokenStream::expectText() {
     if (peek().kind != TokenKind::Text)
         fail();
     return take().text;
+}
+
+bool TokenStream::atLoneText() const {
+    return peek().kind == TokenKind::Text &&
+           (atSymbol(QLatin1StringView(","), 1) || atSymbol(QLatin1StringView(")"), 1));
 }
 
 void TokenStream::enterClause(int errorNumber) {

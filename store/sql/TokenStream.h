@@ -3,6 +3,9 @@
 
 #include "store/sql/Lexer.h"
 
+#include <array>
+#include <cstddef>
+
 namespace tallyroom::sql {
 
 class TokenStream {
@@ -10,7 +13,8 @@ public:
     // Criteria are reported as such: 3077 in place of 3075.
     TokenStream(const QString& text, bool criteria);
 
-    const Token& peek(std::size_t ahead = 0) const;
+    static constexpr std::size_t lookahead = 2;
+    const Token& peek(std::size_t ahead = 0) const { return m_tokens[ahead]; }
     Token take();
     void advance();
 
@@ -25,6 +29,8 @@ public:
     bool atName() const;
     QString expectName();
     QString expectText();
+    // A text that is all of its item of a list.
+    bool atLoneText() const;
 
     // Where the reader is, for the error: a clause with a number of its own, or an expression.
     struct Place {
@@ -46,8 +52,8 @@ private:
     QString expressionText() const;
 
     QString m_text;
-    std::vector<Token> m_tokens;
-    std::size_t m_next = 0;
+    Lexer m_lexer;
+    std::array<Token, lookahead + 1> m_tokens; // from the next one on
     Place m_place;
     bool m_criteria;
 };

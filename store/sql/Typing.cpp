@@ -203,7 +203,7 @@ BoundPtr between(const BoundPtr& value, const BoundPtr& low, const BoundPtr& hig
 
 namespace {
 
-constexpr std::size_t fewValues = 4;
+constexpr int fewValues = 4;
 
 // Comparisons one by one are quicker than a search in a set of so few.
 BoundPtr anyOf(const BoundPtr& value, const std::vector<BoundPtr>& list) {
@@ -223,10 +223,28 @@ bool areLiterals(const std::vector<BoundPtr>& list, ValueType type) {
     });
 }
 
+// A list of nothing but texts, which stay one value.
+BoundPtr inTexts(const BoundPtr& value, const QStringList& texts) {
+    BoundPtr left = value;
+    BoundPtr anyText = literalNode(Variant(texts.front()));
+    matchForComparison(left, anyText);
+    auto node = std::make_shared<BoundNode>();
+    node->kind = BoundKind::InList;
+    node->type = ValueType::Boolean;
+    node->operands.push_back(caseBlind(std::move(left)));
+    node->texts = texts;
+    node->aggregate = anyAggregate(node->operands);
+    return node;
+}
+
 } // namespace
 
-BoundPtr inList(const BoundPtr& value, const std::vector<BoundPtr>& list) {
-    if (value->kind == BoundKind::Column && list.size() <= fewValues &&
+BoundPtr inList(const BoundPtr& value, std::vector<BoundPtr> list, const QStringList& texts) {
+    if (list.empty() && texts.size() > fewValues)
+        return inTexts(value, texts);
+    for (const QString& text : texts)
+        list.push_back(literalNode(Variant(text)));
+    if (value->kind == BoundKind::Column && static_cast<int>(list.size()) <= fewValues &&
         areLiterals(list, value->type))
         return anyOf(value, list);
     auto node = std::make_shared<BoundNode>();
@@ -235,7 +253,7 @@ BoundPtr inList(const BoundPtr& value, const std::vector<BoundPtr>& list) {
     node->operands.reserve(list.size() + 1);
     BoundPtr left = value;
     node->operands.push_back(nullptr);
-    for (BoundPtr item : list) {
+    for (BoundPtr& item : list) {
         matchForComparison(left, item);
         node->operands.push_back(std::move(item));
     }
@@ -302,7 +320,7 @@ bool sameNode(const BoundPtr& left, const BoundPtr& right) {
     if (left == right)
         return true;
     if (left->kind != right->kind || left->operands.size() != right->operands.size() ||
-        left->select != right->select)
+        left->select != right->select || left->texts != right->texts)
         return false;
     const bool sameSelf = left->operation == right->operation && left->source == right->source &&
                           left->column == right->column &&

@@ -23,7 +23,8 @@ CatalogColumn commonFormat(const BoundPtr& left, const BoundPtr& right);
 // Raise 3464 when a text is compared with a number, a date or a logical value.
 BoundPtr compare(Operation operation, BoundPtr left, BoundPtr right);
 BoundPtr between(const BoundPtr& value, const BoundPtr& low, const BoundPtr& high);
-BoundPtr inList(const BoundPtr& value, const std::vector<BoundPtr>& list);
+// The items of the list are its values and its texts.
+BoundPtr inList(const BoundPtr& value, std::vector<BoundPtr> list, const QStringList& texts);
 BoundPtr inSelect(const BoundPtr& value, std::shared_ptr<const BoundSelect> select);
 
 // A value that is tested for being true, as the operands of And and Or are.

@@ -41,6 +41,32 @@ bool isReckoned(const BoundPtr& node) {
            std::all_of(node->operands.begin(), node->operands.end(), isReckoned);
 }
 
+bool isWholeOne(const BoundPtr& node) {
+    return node->kind == BoundKind::Literal && node->type == ValueType::Long &&
+           node->value.toLong() == 1;
+}
+
+bool isNeverNull(const BoundPtr& node) {
+    if (node->kind == BoundKind::Literal)
+        return !isNullLiteral(node);
+    if (node->kind != BoundKind::Apply)
+        return false;
+    if (node->operation == Operation::IfNull)
+        return isNeverNull(node->operands[1]);
+    return std::all_of(node->operands.begin(), node->operands.end(), isNeverNull);
+}
+
+// Without what does nothing: the values that stand in for columns leave a lot of it.
+BoundPtr simplified(BoundPtr node) {
+    if (node->kind != BoundKind::Apply)
+        return node;
+    if (node->operation == Operation::Multiply && isWholeOne(node->operands[1]))
+        return node->operands[0];
+    if (node->operation == Operation::IfNull && isNeverNull(node->operands[0]))
+        return node->operands[0];
+    return node;
+}
+
 class Chain {
 public:
     explicit Chain(BoundSource target) { m_result.target = std::move(target); }
@@ -86,7 +112,7 @@ private:
         auto copy = std::make_shared<BoundNode>(*node);
         for (BoundPtr& operand : copy->operands)
             operand = substituted(operand);
-        return copy;
+        return simplified(std::move(copy));
     }
 
     void note(const QString& name) {

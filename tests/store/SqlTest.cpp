@@ -119,7 +119,8 @@ TEST_F(SqlTest, TotalsOverAPeriodReadTheIndexOnly) {
     ASSERT_TRUE(plan.next());
     EXPECT_EQ(plan.text(3), QStringLiteral("SEARCH t1 USING COVERING INDEX TimeHistory_Totals "
                                            "(thist_emp=? AND shift_date>? AND shift_date<?)"));
-    EXPECT_FALSE(plan.next()) << "sorts besides";
+    while (plan.next())
+        EXPECT_FALSE(plan.text(3).contains(QStringLiteral("B-TREE"))) << "sorts besides";
 }
 
 TEST(LikePattern, Matches) {
