@@ -4,6 +4,8 @@
 #include "common/ui/WaitPointer.h"
 
 #include <QEvent>
+#include <QKeyEvent>
+#include <QPushButton>
 
 namespace tallyroom {
 
@@ -28,6 +30,15 @@ bool FormWindow::event(QEvent* event) {
     if (event->type() == QEvent::WindowActivate || event->type() == QEvent::Show)
         Events::run(this, [this] { Form_Activate(); });
     return handled;
+}
+
+void FormWindow::keyPressEvent(QKeyEvent* event) {
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    auto* button = qobject_cast<QPushButton*>(focusWidget());
+    if (isEnter && button)
+        button->click();
+    else if (event->key() != Qt::Key_Escape)
+        QDialog::keyPressEvent(event);
 }
 
 void FormWindow::done(int result) {

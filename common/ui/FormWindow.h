@@ -28,6 +28,9 @@ protected:
     void ensureLoaded();
 
     bool event(QEvent* event) override;
+    // Enter presses the button that has the focus, else the default one. Esc does nothing: an
+    // edited window is left by its own buttons only.
+    void keyPressEvent(QKeyEvent* event) override;
     void done(int result) override;
 
 private:

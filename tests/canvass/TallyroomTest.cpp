@@ -40,6 +40,10 @@ TEST_F(TallyroomTest, ShowsTheSelectedEmployeesAndClosesByExitOnly) {
         EXPECT_FALSE(board.windowFlags() & Qt::WindowCloseButtonHint);
         EXPECT_TRUE(grid(board).currentIndex().isValid());
         EXPECT_FALSE(grid(board).selectionModel()->hasSelection());
+        auto& exitButton = child<QPushButton>(board, QStringLiteral("Command1"));
+        exitButton.setFocus();
+        QTest::keyClick(&exitButton, Qt::Key_Enter);
+        EXPECT_FALSE(board.isVisible());
     });
 }
 

@@ -7,6 +7,7 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QTest>
 
 using namespace tallyroom;
 
@@ -48,6 +49,23 @@ TEST_F(TotallingPeriodTest, OpensIndefiniteWithoutBothDatesAndSavesBothNull) {
         clickButton(window, save);
     });
     EXPECT_EQ(stored(), QStringList(QStringLiteral("Null|Null")));
+}
+
+TEST_F(TotallingPeriodTest, EnterPressesTheButtonThatHasTheFocus) {
+    const QString exitButton = QStringLiteral("Command2");
+    show([&](QWidget& window) {
+        QTest::keyClick(&window, Qt::Key_Escape);
+        EXPECT_TRUE(window.isVisible()) << "only its buttons close it";
+        child<QWidget>(window, exitButton).setFocus();
+        QTest::keyClick(&child<QWidget>(window, exitButton), Qt::Key_Return);
+        EXPECT_FALSE(window.isVisible());
+    });
+    EXPECT_TRUE(stored().isEmpty()) << "Exit saves nothing";
+    show([&](QWidget& window) {
+        child<QCheckBox>(window, QStringLiteral("SSCheck1")).setFocus();
+        QTest::keyClick(&child<QWidget>(window, QStringLiteral("SSCheck1")), Qt::Key_Return);
+    });
+    EXPECT_EQ(stored().size(), 1) << "Save is the default button";
 }
 
 TEST_F(TotallingPeriodTest, ChecksBothDatesAndKeepsOneRow) {
