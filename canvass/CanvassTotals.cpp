@@ -83,8 +83,8 @@ private:
 
     // The merge and what follows share one write to the disk: nobody reads the half-filled scratch
     // table, and the statements of a finished step survive a failing one all the same. When that
-    // write itself fails, or the disk in the midst of it, all of it is undone, so that a retry does
-    // all of it again.
+    // write itself fails, or the disk in the midst of it, all of it is undone and done again: as
+    // before after Retry, each statement with a write of its own after Ignore.
     bool mergeAndFinish(const std::shared_ptr<Recordset>& totals) {
         try {
             beginBatch();
@@ -100,9 +100,10 @@ private:
         } catch (const MergeUndone&) {
             m_batch.reset();
             return false;
-        } catch (const RunError& error) {
+        } catch (const RunError& error) { // the write itself
             m_batch.reset();
-            return !retryAfter(error);
+            m_unbatched = !retryAfter(error) || m_unbatched;
+            return false;
         }
     }
 
@@ -223,8 +224,10 @@ private:
         const ErrorAnswer answer = m_ask(error);
         if (answer == ErrorAnswer::Abort)
             throw Aborted{};
-        if (undone && answer == ErrorAnswer::Retry)
+        if (undone) {
+            m_unbatched = m_unbatched || answer == ErrorAnswer::Ignore;
             throw MergeUndone{};
+        }
         if (batched)
             beginBatch();
         return answer == ErrorAnswer::Retry;
@@ -238,7 +241,7 @@ private:
     }
 
     void beginBatch() {
-        if (m_main)
+        if (m_main && !m_unbatched)
             m_batch.emplace(m_main);
     }
 
@@ -255,7 +258,8 @@ private:
     std::shared_ptr<Database> m_main; // vrlxdb01.mdb; lives on as the owner of CanvassRs
     std::optional<Batch> m_batch;
     bool m_dropped = false;
-    bool m_oneByOne = false; // the finishing statements; set when they failed as one
+    bool m_oneByOne = false;  // the finishing statements; set when they failed as one
+    bool m_unbatched = false; // each statement writes for itself
 };
 
 } // namespace

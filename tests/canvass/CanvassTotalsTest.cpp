@@ -282,6 +282,50 @@ TEST_F(CanvassTotalsTest, ADiskThatFailsAmidALargeMergeLosesNoTotals) {
     }
 }
 
+// After Ignore each statement writes for itself: only what fails is left out.
+TEST_F(CanvassTotalsTest, ADiskThatFailsAmidTheMergeAndIsIgnoredLosesNoTotals) {
+    FaultyFiles disk;
+    folder.addHost(300);
+    for (int n = 1; n <= 300; n += 30)
+        folder.addHistory(QStringLiteral("E%1").arg(n), QStringLiteral("1/1/2020"), 60, n);
+    open();
+    const QString counted = QStringLiteral(
+        "Select Count(*) from [tlyrTemp] where [T15Hours] = 60 and [WorkedOT] = [T15Hours] + "
+        "[T20Hours];");
+    int whole = 0;
+    for (int n = 1; n == 1 || !errors.isEmpty(); n += 5) {
+        folder.execute(mainFile, QStringLiteral("Delete * from [tlyrTemp];"));
+        disk.failAt(n);
+        ASSERT_TRUE(build(std::vector(30, ErrorAnswer::Ignore))) << n;
+        disk.failAt(0);
+        const QString count = folder.rows(mainFile, counted).value(0);
+        whole += count == QStringLiteral("10") ? 1 : 0;
+        EXPECT_TRUE(count == QStringLiteral("10") || count == QStringLiteral("0"))
+            << count.toStdString() << " at " << n;
+        ASSERT_LT(n, 2000);
+    }
+    EXPECT_GT(whole, 10);
+}
+
+TEST_F(CanvassTotalsTest, AnIgnoredLockCostsOnlyTheStatementsThatMetIt) {
+    folder.addHost(1);
+    folder.addHistory(QStringLiteral("E1"), QStringLiteral("1/1/2020"), 60, 0);
+    open();
+    const auto other = folder.open(mainFile);
+    int reads = 0;
+    host.onFilterRead = [&] {
+        if (++reads == 2)
+            other->beginBatch();
+    };
+    ASSERT_TRUE(CanvassTotals::build(state, context.BucketForm, false, [&](const RunError& error) {
+        EXPECT_EQ(error.number(), 3196);
+        other->commitBatch();
+        return ErrorAnswer::Ignore;
+    }));
+    EXPECT_EQ(board(), QStringList(QStringLiteral("E1|60|0|0|0|60|0|0|60|60")));
+    EXPECT_EQ(state.rows().rowCount(), 1);
+}
+
 // Nothing was left to compute, but a board that cannot be written says so all the same.
 TEST_F(CanvassTotalsTest, ALockedFileFailsTheDerivedColumnsThoughTheyHold) {
     folder.addHost(1);
