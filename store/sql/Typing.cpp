@@ -30,6 +30,11 @@ bool isNumeric(const BoundPtr& node) {
            node->type == ValueType::Boolean;
 }
 
+// A date is the number of its day.
+bool isDayCount(const BoundPtr& node) {
+    return isNumeric(node) || node->type == ValueType::Date;
+}
+
 // Columns and literals hold −1 for True; what an engine computes may be 1.
 BoundPtr truthAsNumber(BoundPtr value) {
     const bool stored = value->kind == BoundKind::Column || value->kind == BoundKind::Literal ||
@@ -178,6 +183,8 @@ CatalogColumn commonFormat(const BoundPtr& left, const BoundPtr& right) {
         return {{}, left->type, anyLength ? 0 : std::max(left->width, right->width)};
     if (isNumeric(left) && isNumeric(right))
         return {{}, arithmeticType(Operation::Add, left, right), 0};
+    if (isDayCount(left) && isDayCount(right))
+        return {{}, ValueType::Double, 0};
     return {{}, ValueType::Text, 0};
 }
 
