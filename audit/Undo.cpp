@@ -31,12 +31,14 @@ std::shared_ptr<Recordset> openList(const HostContext& context) {
 UndoLine lineOf(const Recordset& entry, bool breakOut) {
     UndoLine line;
     line.code = entry.field(QStringLiteral("emp_code")).textOrEmpty();
-    line.date = entry.field(QStringLiteral("date")).toDate();
-    line.declined =
-        entry.field(QStringLiteral("action")).toLong() == static_cast<int>(AuditAction::Declined);
+    if (const Variant date = entry.field(QStringLiteral("date")); !date.isNull())
+        line.date = date.toDate();
+    const Variant action = entry.field(QStringLiteral("action"));
+    line.declined = !action.isNull() && action.toLong() == static_cast<int>(AuditAction::Declined);
     line.breakOut = breakOut;
     line.isDouble = entry.field(QStringLiteral("thistfield")).toText().endsWith(QLatin1Char('2'));
-    line.minutes = entry.field(QStringLiteral("ot")).toLong();
+    if (const Variant minutes = entry.field(QStringLiteral("ot")); !minutes.isNull())
+        line.minutes = minutes.toLong();
     return line;
 }
 

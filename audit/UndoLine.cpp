@@ -21,11 +21,12 @@ const QString gap = QStringLiteral("   ");
 QString UndoLine::text() const {
     QString line =
         formatValue(Variant(code), QStringLiteral("!@@@@@@@@@")).leftJustified(codeWidth);
-    line += gap + Dates::format(date, QStringLiteral("mm/dd/yyyy")) + gap;
+    const QString day = date ? Dates::format(*date, QStringLiteral("mm/dd/yyyy")) : QString();
+    line += gap + day.leftJustified(dateWidth) + gap;
     line += declined ? QStringLiteral("Declined") : QStringLiteral("Accepted");
     if (breakOut)
         line += isDouble ? QStringLiteral(" 2.0") : QStringLiteral(" 1.5");
-    return line + gap + TimeConversion::toTimeText(minutes);
+    return line + gap + (minutes ? TimeConversion::toTimeText(*minutes) : QString());
 }
 
 UndoLine UndoLine::fromText(const QString& text, bool breakOut) {
@@ -41,8 +42,8 @@ UndoLine UndoLine::fromText(const QString& text, bool breakOut) {
 
 QString UndoLine::criterion() const {
     QString result = QStringLiteral("([emp_code] = '") + code +
-                     QStringLiteral("') and ([date] = #") + Dates::toText(date) +
-                     QStringLiteral("#) and ([ot] = ") + QString::number(minutes) +
+                     QStringLiteral("') and ([date] = #") + Dates::toText(date.value()) +
+                     QStringLiteral("#) and ([ot] = ") + QString::number(minutes.value()) +
                      QStringLiteral(") and ([action] = ") +
                      (declined ? QStringLiteral("1") : QStringLiteral("0")) + QLatin1Char(')');
     if (breakOut)

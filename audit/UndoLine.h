@@ -5,16 +5,17 @@
 #include "common/Dates.h"
 
 #include <QString>
+#include <optional>
 
 namespace tallyroom {
 
 struct UndoLine {
-    QString code; // at most nine characters keep their place
-    Date date;    // the canvass date
+    QString code;             // at most nine characters keep their place
+    std::optional<Date> date; // the canvass date; an entry without one cannot be taken back
     bool declined = false;
-    bool breakOut = false; // the line names its rate
-    bool isDouble = false; // only in a line that names its rate
-    int minutes = 0;
+    bool breakOut = false;      // the line names its rate
+    bool isDouble = false;      // only in a line that names its rate
+    std::optional<int> minutes; // likewise
 
     // "E17         02/03/2020   Accepted 1.5   01:30", the rate in the broken-out view only.
     QString text() const;
@@ -22,7 +23,8 @@ struct UndoLine {
     // Reads a line back. Raises 13 when it holds no date or no time in its place.
     static UndoLine fromText(const QString& text, bool breakOut);
 
-    // The audit entries that the line may stand for, as a criterion of a search.
+    // The audit entries that the line may stand for, as a criterion of a search. The line must have
+    // a date and minutes.
     QString criterion() const;
 };
 

@@ -66,6 +66,18 @@ TEST_F(UndoTest, ListsTheOwnAnswersThatHaveAColumn) {
     EXPECT_EQ(lines(master).size(), 2);
 }
 
+TEST_F(UndoTest, AnEntryWithMissingValuesIsListedLikeTheOthers) {
+    add(ann, 0, 60, acceptedColumn);
+    folder.execute(addInFile,
+                   QStringLiteral("Insert Into [TLYR_Audit] ([User], [Emp_Code], [tHistField]) "
+                                  "Values ('Ann', 'E2', 'tlyrAccepted');"));
+    const QStringList shown = lines(ann);
+    ASSERT_EQ(shown.size(), 2);
+    EXPECT_EQ(shown.first(), QStringLiteral("E2                       Accepted   "));
+    take(ann, 1);
+    EXPECT_EQ(folder.audit().size(), 1);
+}
+
 TEST_F(UndoTest, RemovesOneTransactionAndTheEntry) {
     add(ann, 0, 60, acceptedColumn);
     add(ann, 0, 60, acceptedColumn);
