@@ -93,9 +93,10 @@ void DateBinding::pick(QLineEdit* dateBox) const {
     const auto shown = Dates::parse(box->text());
     monthView.setProperty(QStringLiteral("Value"), shown.value_or(Dates::today()));
     datePicker.call(QStringLiteral("Show"), {Variant(1)});
-    if (box && datePicker.property(QStringLiteral("WasPicked")).toBoolean())
-        box->setText(
-            Dates::format(monthView.property(QStringLiteral("Value")).toDate(), shownForm));
+    if (!box || !datePicker.property(QStringLiteral("WasPicked")).toBoolean())
+        return;
+    box->setText(Dates::format(monthView.property(QStringLiteral("Value")).toDate(), shownForm));
+    markCorrected(box);
 }
 
 bool DateBinding::eventFilter(QObject* watched, QEvent* event) {
@@ -107,10 +108,12 @@ bool DateBinding::eventFilter(QObject* watched, QEvent* event) {
     const bool isShortcut = isDateKey(keyEvent->key()) && modifiers == Qt::NoModifier;
     if (box->isReadOnly() || !isShortcut)
         return QObject::eventFilter(watched, event);
-    if (const auto date = Dates::parse(box->text()))
+    if (const auto date = Dates::parse(box->text())) {
         show(box, moved(Dates::dayOf(*date), keyEvent->key()));
-    else
-        markWrong(box);
+        markCorrected(box);
+    } else {
+        markUntilCorrected(box);
+    }
     return true;
 }
 

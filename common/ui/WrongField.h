@@ -5,9 +5,26 @@
 
 namespace tallyroom {
 
-// Paints the box in the red that the platform's palette has at place 12.
+inline constexpr const char* untilCorrected = "untilCorrected"; // a property of such boxes
+
+// Paints the box in the red that the platform's palette has at place 12, for as long as the window
+// lives.
 inline void markWrong(QLineEdit* box) {
+    box->setProperty(untilCorrected, false);
     box->setStyleSheet(QStringLiteral("QLineEdit { background-color: #ff0000; }"));
+}
+
+// Likewise, until markCorrected.
+inline void markUntilCorrected(QLineEdit* box) {
+    if (!box->styleSheet().isEmpty())
+        return;
+    markWrong(box);
+    box->setProperty(untilCorrected, true);
+}
+
+inline void markCorrected(QLineEdit* box) {
+    if (box->property(untilCorrected).toBool())
+        box->setStyleSheet(QString());
 }
 
 } // namespace tallyroom

@@ -1,4 +1,5 @@
 #include "common/ui/DateBinding.h"
+#include "common/ui/WrongField.h"
 
 #include "tests/support/FakeHost.h"
 #include "tests/support/Printing.h"
@@ -74,6 +75,12 @@ TEST_F(DateBindingTest, OtherKeysAndLockedBoxesKeepTheirMeaning) {
     box.setReadOnly(false);
     EXPECT_EQ(after(QStringLiteral("2/30/2020"), Qt::Key_Home), QStringLiteral("2/30/2020"));
     EXPECT_TRUE(isRed());
+    after(date, Qt::Key_Up);
+    EXPECT_FALSE(isRed()) << "corrected";
+    markWrong(&box);
+    after(QStringLiteral("rubbish"), Qt::Key_Up);
+    after(date, Qt::Key_Up);
+    EXPECT_TRUE(isRed()) << "a check of the window's own is not taken back";
 }
 
 TEST_F(DateBindingTest, NothingIsLeftOfItAfterItsEnd) {
