@@ -63,6 +63,11 @@ Grid::Grid(QWidget* parent) : QTableView(parent) {
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(false);
     horizontalHeader()->setMinimumSectionSize(1);
+    horizontalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(horizontalHeader(), &QWidget::customContextMenuRequested, this,
+            [this](const QPoint& position) {
+                Q_EMIT popupRequested(horizontalHeader()->viewport()->mapToGlobal(position));
+            });
 }
 
 QString Grid::text(int row, int column) const {

@@ -1,5 +1,7 @@
 #include "tests/canvass/Board.h"
 
+#include <QContextMenuEvent>
+#include <QHeaderView>
 #include <QMenu>
 #include <QTest>
 
@@ -24,6 +26,18 @@ protected:
                                                      "[tHistField] from [TLYR_Audit];"));
     }
 };
+
+TEST_F(TallyroomAnswersTest, TheHeadingOpensThePopupToo) {
+    show([&](QWidget& board) {
+        QWidget* heading = grid(board).horizontalHeader()->viewport();
+        QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(5, 5),
+                                heading->mapToGlobal(QPoint(5, 5)));
+        QCoreApplication::sendEvent(heading, &event);
+        auto& popup = child<QMenu>(board, QStringLiteral("mnuPopup"));
+        EXPECT_TRUE(popup.isVisible());
+        popup.close();
+    });
+}
 
 TEST_F(TallyroomAnswersTest, SelectedRowsAreRecordedWhicheverWayTheyWereSelected) {
     show([&](QWidget& board) {
