@@ -16,6 +16,7 @@ public:
     void add(ObjectRef object) { m_objects.push_back(std::move(object)); }
     int count() const { return static_cast<int>(m_objects.size()); }
     const ObjectRef& item(int index) const; // from 1
+    void clear() { m_objects.clear(); }
 
 private:
     std::vector<ObjectRef> m_objects;
@@ -47,6 +48,7 @@ private:
 class a_MemberDescriptor : public LateBoundObject {
 public:
     a_MemberDescriptor();
+    ~a_MemberDescriptor() override { m_entries->clear(); } // a host may still hold them
 
     ObjectRef AddImplement(std::int32_t aType, const QString& CallName, const QString& Caption,
                            std::int32_t Location = 0);
@@ -62,6 +64,7 @@ private:
 class a_BCAddInDescriptor : public LateBoundObject {
 public:
     a_BCAddInDescriptor();
+    ~a_BCAddInDescriptor() override { m_members->clear(); } // as its members do
 
 private:
     void DescribeAddIn();

@@ -55,6 +55,15 @@ TEST(Descriptor, DescribesTheAddIn) {
     EXPECT_EQ(LateBoundObject::aliveCount(), before);
 }
 
+TEST(Descriptor, ItsEndEmptiesTheCollectionsThatAHostStillHolds) {
+    ObjectRef descriptor = makeObject<a_BCAddInDescriptor>();
+    const ObjectRef members = descriptor.property(QStringLiteral("Members")).toObject();
+    const ObjectRef entries = item(members, 1).property(QStringLiteral("Implement")).toObject();
+    descriptor = {};
+    EXPECT_EQ(text(members, u"Count"), QStringLiteral("0"));
+    EXPECT_EQ(text(entries, u"Count"), QStringLiteral("0"));
+}
+
 TEST(Descriptor, LocationChoosesTheSecurityTag) {
     const ObjectRef member = makeObject<a_MemberDescriptor>();
     const QString tags[] = {QString(),
