@@ -59,7 +59,8 @@ QString minutesOfTime(Variant& value) {
         negative = true;
         value = Variant(text.mid(1, 69).trimmed());
     }
-    const QString t = clockOrHours(value);
+    const bool isText = value.type() == Variant::Type::Text;
+    const QString t = clockOrHours(isText ? Variant(value.toText().trimmed()) : value);
     double minutes = 0;
     if (t.contains(QLatin1Char('.')))
         minutes = number(t) * 60;
@@ -88,6 +89,7 @@ QString toMinutesText(Variant& value, Unit from) {
 }
 
 // The remainder takes both numbers rounded, so that half a minute short of the hour reads ":00".
+// Less than an hour keeps its sign too, so that every amount reads back as what it was.
 QString timeOf(double minutes) {
     const double hours = std::trunc(minutes / 60);
     const Variant rest(static_cast<std::int32_t>(roundToLong(minutes) % 60));
@@ -96,6 +98,11 @@ QString timeOf(double minutes) {
     if (hours == 0 && minutes < 0)
         whole.prepend(QLatin1Char('-'));
     return whole + QLatin1Char(':') + formatValue(rest, picture).right(2);
+}
+
+// The seven digits that a single-precision number shows.
+QString singleText(double value) {
+    return QString::number(static_cast<double>(static_cast<float>(value)), 'g', 7);
 }
 
 Variant fromMinutes(const QString& m, Unit to) {
@@ -108,7 +115,7 @@ Variant fromMinutes(const QString& m, Unit to) {
         return formatValue(Variant(static_cast<double>(static_cast<float>(number(m) / 60))),
                            QStringLiteral("###00.00"));
     case Unit::Percent:
-        return static_cast<double>(static_cast<float>(number(m) / 1440));
+        return number(singleText(number(m) / 1440));
     case Unit::Unknown:
         break;
     }
