@@ -6,6 +6,7 @@
 #include "addin/InstallationRecord.h"
 #include "addin/TLYR.h"
 #include "common/CoreFunctions.h"
+#include "common/Display.h"
 #include "common/RunError.h"
 
 #include <QApplication>
@@ -82,11 +83,6 @@ private:
     Creator m_create;
     std::uint32_t m_references = 1;
 };
-
-bool hasDisplay() {
-    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
-           qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
-}
 
 void makeApplication() {
     static int argumentCount = 1;

@@ -1,4 +1,5 @@
 // The stand-in host's entry point.
+#include "common/Display.h"
 #include "common/RunError.h"
 #include "host/BoardPicture.h"
 #include "host/Host.h"
@@ -18,6 +19,7 @@ namespace {
 constexpr int exitSuccess = 0;
 constexpr int exitFailure = 1;
 constexpr int exitUsage = 2;
+constexpr int exitNoDisplay = 3;
 
 void printError(const QString& text) {
     QTextStream(stderr) << QStringLiteral("brightclock: ") << text << '\n';
@@ -70,17 +72,12 @@ int runWindow(const Options& options) {
     return QApplication::exec();
 }
 
-bool hasDisplay() {
-    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
-           qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
-}
-
 int run(const Options& options, int argc, char** argv) {
     if (!options.pictureFile.isEmpty())
         qputenv("QT_QPA_PLATFORM", "offscreen");
     if (!hasDisplay()) {
         printError(QStringLiteral("there is no display. --picture FILE needs none."));
-        return exitFailure;
+        return exitNoDisplay;
     }
     const QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Brightclock"));
