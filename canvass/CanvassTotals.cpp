@@ -54,11 +54,8 @@ public:
 
     void run() {
         step([this] { openMain(); });
-        step([this] { required(m_main).execute(QStringLiteral("Delete * from [tlyrTemp];")); });
-        step([this] {
-            required(m_state.HostOptionsDb)
-                .execute(CanvassStatements::insertEmployees(m_state.DataPath, filter()));
-        });
+        if (!refill())
+            fill();
         std::shared_ptr<Recordset> totals;
         step([&] { totals = openTotals(); });
         while (!mergeAndFinish(totals)) {
@@ -71,11 +68,36 @@ private:
         m_main = Workspace::openDatabase(m_state.DataPath + QStringLiteral("\\vrlxdb01.mdb"));
     }
 
-    QString filter() const {
+    // The employees take the place of the last board's in one write. What the host's filter raises
+    // is kept for its statement in fill().
+    bool refill() {
+        if (!m_main || !m_state.HostOptionsDb)
+            return false;
+        QString insert;
+        try {
+            insert = CanvassStatements::insertEmployees(m_state.DataPath, filter());
+        } catch (const RunError& error) {
+            m_filterError = error;
+            return false;
+        }
+        return m_state.HostOptionsDb->refill(insert);
+    }
+
+    void fill() {
+        step([this] { required(m_main).execute(QStringLiteral("Delete * from [tlyrTemp];")); });
+        step([this] {
+            required(m_state.HostOptionsDb)
+                .execute(CanvassStatements::insertEmployees(m_state.DataPath, filter()));
+        });
+    }
+
+    QString filter() {
+        if (const auto error = std::exchange(m_filterError, std::nullopt))
+            throw RunError(*error);
         return m_bucketForm.property(QStringLiteral("employeefilter")).toText();
     }
 
-    std::shared_ptr<Recordset> openTotals() const {
+    std::shared_ptr<Recordset> openTotals() {
         return required(m_state.HostOptionsDb)
             .openRecordset(CanvassStatements::totals(filter(), m_state.period),
                            RecordsetType::Dynaset);
@@ -257,6 +279,7 @@ private:
     const ErrorQuestion& m_ask;
     std::shared_ptr<Database> m_main; // vrlxdb01.mdb; lives on as the owner of CanvassRs
     std::optional<Batch> m_batch;
+    std::optional<RunError> m_filterError;
     bool m_dropped = false;
     bool m_oneByOne = false;  // the finishing statements; set when they failed as one
     bool m_unbatched = false; // each statement writes for itself

@@ -37,6 +37,11 @@ public:
     // a disk that fails has undone the batch around it.
     virtual bool executeAsOne(const QStringList& updates) = 0;
 
+    // Runs an Insert into another file after emptying the table that it names, as one write. When
+    // anything fails, and inside a batch, nothing is done and the result is false: run a Delete
+    // and the Insert one by one, then, so that each fails in its turn.
+    virtual bool refill(const QString& insert) = 0;
+
     // Runs Update statements in turn, from the one at `done` on, which counts those that are done
     // even when one of them raises; all as one where possible.
     void executeAll(const QStringList& updates, qsizetype& done);

@@ -129,18 +129,57 @@ void SqliteDatabase::insertInto(const sql::InsertStatement& statement, const QSt
     const bool batch = m_inBatch;
     if (batch)
         commitBatch();
-    const auto backToOwnFile = qScopeGuard([this, batch] {
+    const auto goOn = qScopeGuard([this, batch] {
         ++m_batches; // others may have written
-        m_session->catalog.setInsertPlace(SqliteCatalog::ownPlace);
-        m_session->connection.setReportedFile(m_session->connection.file());
         if (batch)
             m_inBatch = sqlite3_exec(m_session->connection.handle(), "BEGIN", nullptr, nullptr,
                                      nullptr) == SQLITE_OK;
     });
+    withTarget(file, [&] {
+        connection().run(generator().insertRows(sql::bindInsert(catalog(), statement)));
+    });
+}
+
+// While the work runs, inserts go to the file.
+void SqliteDatabase::withTarget(const QString& file, const std::function<void()>& work) {
+    const auto backToOwnFile = qScopeGuard([this] {
+        m_session->catalog.setInsertPlace(SqliteCatalog::ownPlace);
+        m_session->connection.setReportedFile(m_session->connection.file());
+    });
     connection().setReportedFile(file);
     const Attachment attachment(connection(), file);
     session().catalog.setInsertPlace(SqliteCatalog::targetPlace);
-    connection().run(generator().insertRows(sql::bindInsert(catalog(), statement)));
+    work();
+}
+
+bool SqliteDatabase::refill(const QString& insert) {
+    if (!isOpen() || sqlite3_get_autocommit(connection().handle()) == 0)
+        return false;
+    try {
+        const sql::Statement statement = sql::parseStatement(insert);
+        const auto* parsed = std::get_if<sql::InsertStatement>(&statement);
+        const QString file = parsed ? targetFile(parsed->file) : QString();
+        if (file.isEmpty())
+            return false;
+        withTarget(file, [&] { refillTarget(*parsed); });
+        return true;
+    } catch (const RunError&) { // whatever it is, it comes again when they run one by one
+        return false;
+    }
+}
+
+// Begins without a lock: the own file is only read, and others may write to it meanwhile.
+void SqliteDatabase::refillTarget(const sql::InsertStatement& statement) {
+    sqlite3* handle = connection().handle();
+    const sql::BoundInsert filling = sql::bindInsert(catalog(), statement);
+    connection().run(QStringLiteral("BEGIN"));
+    const auto undo = qScopeGuard([handle] {
+        if (sqlite3_get_autocommit(handle) == 0)
+            sqlite3_exec(handle, "ROLLBACK", nullptr, nullptr, nullptr);
+    });
+    connection().run(generator().deleteRows({filling.target, nullptr}));
+    connection().run(generator().insertRows(filling));
+    connection().run(QStringLiteral("COMMIT"));
 }
 
 bool SqliteDatabase::executeAsOne(const QStringList& updates) {

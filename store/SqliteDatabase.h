@@ -6,6 +6,8 @@
 #include "store/sql/Ast.h"
 #include "store/sql/Bound.h"
 
+#include <functional>
+
 namespace tallyroom {
 
 // A Select as a recordset keeps it, to be run again and to be run in another order.
@@ -22,6 +24,7 @@ public:
 
     void execute(const QString& sql) override;
     bool executeAsOne(const QStringList& updates) override;
+    bool refill(const QString& insert) override;
     std::shared_ptr<Recordset> openRecordset(const QString& sql, RecordsetType type) override;
     void beginBatch() override;
     void commitBatch() override;
@@ -57,6 +60,8 @@ private:
     QString composedText(const QStringList& updates);
     QString targetFile(const QString& named);
     void insertInto(const sql::InsertStatement& statement, const QString& file);
+    void withTarget(const QString& file, const std::function<void()>& work);
+    void refillTarget(const sql::InsertStatement& statement);
 
     std::unique_ptr<Session> m_session; // null once closed
     bool m_inBatch = false;

@@ -194,6 +194,7 @@ public:
         m_real->execute(sql);
     }
     bool executeAsOne(const QStringList& updates) override { return m_real->executeAsOne(updates); }
+    bool refill(const QString& insert) override { return m_real->refill(insert); }
     std::shared_ptr<Recordset> openRecordset(const QString& sql, RecordsetType type) override {
         return m_real->openRecordset(sql, type);
     }
