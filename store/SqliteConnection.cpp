@@ -65,11 +65,6 @@ Variant typedText(const QString& text, sql::ValueType type) {
     return {text};
 }
 
-QString textOf(const SQLite::Column& column) {
-    const char* text = column.getText();
-    return QString::fromUtf8(text, column.getBytes());
-}
-
 } // namespace
 
 SqliteConnection::SqliteConnection(const QString& file)
@@ -88,80 +83,93 @@ void SqliteConnection::run(const QString& native) {
     }
 }
 
-std::shared_ptr<SQLite::Statement> SqliteConnection::prepare(const QString& native) {
+void SqliteConnection::require(bool done) const {
+    if (!done)
+        throw storeError(SQLite::Exception(handle()), m_reportedFile);
+}
+
+std::shared_ptr<sqlite3_stmt> SqliteConnection::prepare(const QString& native) {
     if (auto known = m_statements.value(native))
         return known;
     if (m_statements.size() >= maximumStatements)
         m_statements.clear();
-    try {
-        auto statement =
-            std::make_shared<SQLite::Statement>(m_database, native.toUtf8().constData());
-        if (native.size() <= maximumKeptLength)
-            m_statements.insert(native, statement);
-        return statement;
-    } catch (const SQLite::Exception& error) {
-        throw storeError(error, m_reportedFile);
-    }
+    const QByteArray text = native.toUtf8();
+    sqlite3_stmt* prepared = nullptr;
+    require(sqlite3_prepare_v2(handle(), text.constData(), static_cast<int>(text.size()) + 1,
+                               &prepared, nullptr) == SQLITE_OK);
+    std::shared_ptr<sqlite3_stmt> statement(prepared, sqlite3_finalize);
+    if (native.size() <= maximumKeptLength)
+        m_statements.insert(native, statement);
+    return statement;
 }
 
+// Reading by the C interface directly: the wrapper's columns cost as much again as the values.
 SqliteQuery::SqliteQuery(SqliteConnection& connection, const QString& native)
     : m_connection(connection), m_statement(connection.prepare(native)) {}
 
 SqliteQuery::~SqliteQuery() {
-    m_statement->tryReset(); // its result repeats the error that a step has raised already
-    m_statement->clearBindings();
+    sqlite3_reset(m_statement.get()); // its result repeats the error that a step has raised already
+    sqlite3_clear_bindings(m_statement.get());
 }
 
 void SqliteQuery::bind(int parameter, qint64 key) {
-    m_statement->bind(parameter, static_cast<std::int64_t>(key));
+    m_connection.require(sqlite3_bind_int64(m_statement.get(), parameter, key) == SQLITE_OK);
 }
 
 void SqliteQuery::bind(int parameter, const Variant& value) {
     switch (value.type()) {
     case Variant::Type::Null:
     case Variant::Type::Empty:
-        return m_statement->bind(parameter);
+        return m_connection.require(sqlite3_bind_null(m_statement.get(), parameter) == SQLITE_OK);
     case Variant::Type::Boolean:
     case Variant::Type::Long:
-        return m_statement->bind(parameter, static_cast<int>(value.toDouble()));
+        return bind(parameter, static_cast<qint64>(value.toDouble()));
     case Variant::Type::Double:
-        return m_statement->bind(parameter, value.toDouble());
+        return m_connection.require(
+            sqlite3_bind_double(m_statement.get(), parameter, value.toDouble()) == SQLITE_OK);
     case Variant::Type::Date:
-        return m_statement->bind(parameter, Dates::toIso(value.toDate()).toStdString());
+        return bind(parameter, Dates::toIso(value.toDate()));
     default:
-        return m_statement->bind(parameter, value.toText().toStdString());
+        return bind(parameter, value.toText());
     }
+}
+
+void SqliteQuery::bind(int parameter, const QString& text) {
+    const QByteArray utf8 = text.toUtf8();
+    m_connection.require(sqlite3_bind_text(m_statement.get(), parameter, utf8.constData(),
+                                           static_cast<int>(utf8.size()),
+                                           SQLITE_TRANSIENT) == SQLITE_OK);
 }
 
 bool SqliteQuery::next() {
-    try {
-        return m_statement->executeStep();
-    } catch (const SQLite::Exception& error) {
-        throw storeError(error, m_connection.reportedFile());
-    }
+    const int result = sqlite3_step(m_statement.get());
+    m_connection.require(result == SQLITE_ROW || result == SQLITE_DONE);
+    return result == SQLITE_ROW;
 }
 
 qint64 SqliteQuery::key(int column) const {
-    return m_statement->getColumn(column).getInt64();
+    return sqlite3_column_int64(m_statement.get(), column);
 }
 
 QString SqliteQuery::text(int column) const {
-    return textOf(m_statement->getColumn(column));
+    const auto* text =
+        reinterpret_cast<const char*>(sqlite3_column_text(m_statement.get(), column));
+    return QString::fromUtf8(text, sqlite3_column_bytes(m_statement.get(), column));
 }
 
 Variant SqliteQuery::value(int column, sql::ValueType type) const {
-    const SQLite::Column cell = m_statement->getColumn(column);
-    switch (cell.getType()) {
+    switch (sqlite3_column_type(m_statement.get(), column)) {
     case SQLITE_INTEGER:
         if (type == sql::ValueType::Long || type == sql::ValueType::Null)
-            return wholeNumber(cell.getInt64());
+            return wholeNumber(key(column));
         [[fallthrough]];
     case SQLITE_FLOAT:
-        return typedNumber(cell.getDouble(), type);
+        return typedNumber(sqlite3_column_double(m_statement.get(), column), type);
     case SQLITE_TEXT:
-        return typedText(textOf(cell), type);
+        return typedText(text(column), type);
     case SQLITE_BLOB:
-        return {QByteArray(static_cast<const char*>(cell.getBlob()), cell.getBytes())};
+        return {QByteArray(static_cast<const char*>(sqlite3_column_blob(m_statement.get(), column)),
+                           sqlite3_column_bytes(m_statement.get(), column))};
     default:
         return Variant::null();
     }

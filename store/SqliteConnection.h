@@ -7,8 +7,9 @@
 #include <QHash>
 #include <QString>
 #include <SQLiteCpp/Database.h>
-#include <SQLiteCpp/Statement.h>
 #include <memory>
+
+struct sqlite3_stmt;
 
 namespace tallyroom {
 
@@ -33,13 +34,14 @@ public:
 
 private:
     friend class SqliteQuery;
-    std::shared_ptr<SQLite::Statement> prepare(const QString& native);
+    std::shared_ptr<sqlite3_stmt> prepare(const QString& native);
+    void require(bool done) const; // raises the engine's last error otherwise
 
     QString m_file;
     QString m_reportedFile;
     qint64 m_rollbacks = 0;
     SQLite::Database m_database;
-    QHash<QString, std::shared_ptr<SQLite::Statement>> m_statements; // none is ever mid-way
+    QHash<QString, std::shared_ptr<sqlite3_stmt>> m_statements; // none is ever mid-way
 };
 
 // One use of a prepared statement. It is reset when the use ends, so that no lock outlives it.
@@ -54,15 +56,16 @@ public:
     void bind(int parameter, const Variant& value);
     void bind(int parameter, qint64 key);
     bool next();
-    int columnCount() const { return m_statement->getColumnCount(); }
     qint64 key(int column) const;
     QString text(int column) const;
     // The value as the column's type has it; what was stored with another type keeps its own.
     Variant value(int column, sql::ValueType type) const;
 
 private:
+    void bind(int parameter, const QString& text);
+
     SqliteConnection& m_connection;
-    std::shared_ptr<SQLite::Statement> m_statement;
+    std::shared_ptr<sqlite3_stmt> m_statement;
 };
 
 } // namespace tallyroom

@@ -73,20 +73,20 @@ bool Lexer::exponentFollows() const {
 
 // A quote inside the text is written twice.
 Token Lexer::text(QChar quote) {
-    QString value;
-    for (qsizetype from = m_start + 1;;) {
-        const qsizetype end = m_text.indexOf(quote, from);
-        if (end < 0) {
+    bool doubled = false;
+    for (m_position = m_start + 1;; m_position += 2) {
+        m_position = m_text.indexOf(quote, m_position);
+        if (m_position < 0) {
             m_position = m_text.size();
             return token(TokenKind::UnclosedText);
         }
-        value += QStringView(m_text).sliced(from, end - from);
-        m_position = end + 1;
-        if (at(m_position) != quote)
-            return textToken(value);
-        value += quote;
-        from = m_position + 1;
+        if (at(m_position + 1) != quote)
+            break;
+        doubled = true;
     }
+    QString value = m_text.sliced(m_start + 1, m_position - m_start - 1);
+    ++m_position;
+    return textToken(doubled ? value.replace(QString(2, quote), quote) : value);
 }
 
 // An engine would take a NUL for the end of the statement.

@@ -39,14 +39,14 @@ TokenStream::TokenStream(const QString& text, bool criteria)
 }
 
 Token TokenStream::take() {
-    Token token = std::move(m_tokens.front());
+    Token token = std::move(m_tokens[m_first]);
     advance();
     return token;
 }
 
 void TokenStream::advance() {
-    std::move(m_tokens.begin() + 1, m_tokens.end(), m_tokens.begin());
-    m_tokens.back() = m_lexer.next();
+    m_tokens[m_first] = m_lexer.next();
+    m_first = (m_first + 1) % m_tokens.size();
 }
 
 bool TokenStream::atKeyword(QLatin1StringView keyword, std::size_t ahead) const {

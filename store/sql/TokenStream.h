@@ -14,7 +14,9 @@ public:
     TokenStream(const QString& text, bool criteria);
 
     static constexpr std::size_t lookahead = 2;
-    const Token& peek(std::size_t ahead = 0) const { return m_tokens[ahead]; }
+    const Token& peek(std::size_t ahead = 0) const {
+        return m_tokens[(m_first + ahead) % m_tokens.size()];
+    }
     Token take();
     void advance();
 
@@ -53,7 +55,8 @@ private:
 
     QString m_text;
     Lexer m_lexer;
-    std::array<Token, lookahead + 1> m_tokens; // from the next one on
+    std::array<Token, lookahead + 1> m_tokens; // in a ring
+    std::size_t m_first = 0;                   // where the next one is
     Place m_place;
     bool m_criteria;
 };
