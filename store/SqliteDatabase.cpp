@@ -130,7 +130,6 @@ void SqliteDatabase::insertInto(const sql::InsertStatement& statement, const QSt
     if (batch)
         commitBatch();
     const auto goOn = qScopeGuard([this, batch] {
-        ++m_batches; // others may have written
         if (batch)
             m_inBatch = sqlite3_exec(m_session->connection.handle(), "BEGIN", nullptr, nullptr,
                                      nullptr) == SQLITE_OK;
@@ -244,15 +243,10 @@ void SqliteDatabase::beginBatch() {
     connection().run(
         QStringLiteral("BEGIN IMMEDIATE")); // a later upgrade would not wait for others
     m_inBatch = true;
-    ++m_batches;
 }
 
 bool SqliteDatabase::inBatch() const {
     return m_inBatch && m_session && sqlite3_get_autocommit(m_session->connection.handle()) == 0;
-}
-
-int SqliteDatabase::batchNumber() {
-    return inBatch() ? m_batches : 0;
 }
 
 // The engine itself ends a batch when the disk fails; the statement that met it has raised that.

@@ -29,8 +29,6 @@ public:
     void beginBatch() override;
     void commitBatch() override;
     bool inBatch() const override;
-    // Counts the batches; 0 while there is none, so that others may write.
-    int batchNumber();
     bool beginReading() override;
     void endReading() override;
     ChangeMark changeMark() override;
@@ -65,7 +63,6 @@ private:
 
     std::unique_ptr<Session> m_session; // null once closed
     bool m_inBatch = false;
-    int m_batches = 0;
     bool m_reading = false;
     qint64 m_drops = 0; // tables, which the engine does not count among the changes
 };

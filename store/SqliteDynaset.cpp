@@ -30,6 +30,7 @@ void SqliteDynaset::readRows() {
     m_removedTotal = 0;
     m_positions.clear();
     m_rowText = generator().rowByKey(bound());
+    m_firstText.clear();
     m_updated.clear();
 }
 
@@ -40,47 +41,77 @@ bool SqliteDynaset::isRemoved(int position) const {
 void SqliteDynaset::forgetRow() {
     m_pending.reset();
     m_rowRead = false;
+    m_first.reset();
 }
 
 const Row& SqliteDynaset::rowAt(int position) const {
     if (m_rowRead)
         return m_row;
     SqliteQuery query(sqlite().connection(), m_rowText);
-    query.bind(1, m_keys[static_cast<std::size_t>(position)]);
-    if (!query.next())
-        raise(ErrorNumber::recordDeleted);
+    find(query, position);
     m_row.clear();
     m_row.reserve(bound().columns.size());
     for (const sql::BoundColumn& column : bound().columns)
         m_row.push_back(query.value(static_cast<int>(m_row.size()), column.value->type));
     m_rowRead = true;
-    m_rowBatch = sqlite().batchNumber();
-    m_rowChanges = sqlite3_total_changes(sqlite().connection().handle());
     return m_row;
 }
 
-void SqliteDynaset::beginChange(bool adding, Row row) {
-    const std::size_t count = row.size();
-    m_pending = Pending{adding, std::move(row), std::vector<bool>(count, false)};
+void SqliteDynaset::find(SqliteQuery& query, int position) const {
+    query.bind(1, m_keys[static_cast<std::size_t>(position)]);
+    if (!query.next())
+        raise(ErrorNumber::recordDeleted);
 }
 
+// Inside a batch, where nobody else changes the row between two reads, the first value of a row is
+// read by itself: who merges looks at one and passes on.
+Variant SqliteDynaset::valueAt(int position, std::size_t column) const {
+    if (m_first && m_first->column == column)
+        return m_first->value;
+    if (m_rowRead || m_first || !sqlite().inBatch())
+        return rowAt(position)[column];
+    if (m_firstText.isEmpty() || m_firstColumn != column) {
+        m_firstText = generator().valueByKey(bound(), column);
+        m_firstColumn = column;
+    }
+    SqliteQuery query(sqlite().connection(), m_firstText);
+    find(query, position);
+    m_first = FirstValue{column, query.value(0, bound().columns[column].value->type)};
+    return m_first->value;
+}
+
+void SqliteDynaset::beginChange(bool adding) {
+    const std::size_t count = bound().columns.size();
+    m_pending =
+        Pending{adding, adding, Row(count, Variant::null()), std::vector<bool>(count, false)};
+}
+
+// Outside a batch somebody may have removed the row, which is reported here.
 void SqliteDynaset::edit() {
     requireRow();
-    m_pending.reset();
-    if (!isRowCurrent())
-        forgetRow();
-    beginChange(false, asRecordset([this] { return rowAt(position()); }));
-}
-
-// Inside a batch nobody else can have changed the row since it was read.
-bool SqliteDynaset::isRowCurrent() const {
-    return m_rowRead && m_rowBatch != 0 && m_rowBatch == sqlite().batchNumber() &&
-           m_rowChanges == sqlite3_total_changes(sqlite().connection().handle());
+    forgetRow();
+    if (!sqlite().inBatch())
+        asRecordset([this] { rowAt(position()); });
+    beginChange(false);
 }
 
 void SqliteDynaset::addNew() {
     requireOpen();
-    beginChange(true, Row(bound().columns.size(), Variant::null()));
+    beginChange(true);
+}
+
+const Row* SqliteDynaset::pendingRow() const {
+    if (!m_pending)
+        return nullptr;
+    if (!m_pending->complete) {
+        const Row& stored = asRecordset([this]() -> const Row& { return rowAt(position()); });
+        for (std::size_t i = 0; i < stored.size(); ++i) {
+            if (!m_pending->changed[i])
+                m_pending->row[i] = stored[i];
+        }
+        m_pending->complete = true;
+    }
+    return &m_pending->row;
 }
 
 void SqliteDynaset::setField(int position, const Variant& value) {

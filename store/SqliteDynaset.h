@@ -25,19 +25,22 @@ protected:
     int removedTotal() const override { return m_removedTotal; }
     bool isRemoved(int position) const override;
     const Row& rowAt(int position) const override;
-    const Row* pendingRow() const override { return m_pending ? &m_pending->row : nullptr; }
+    Variant valueAt(int position, std::size_t column) const override;
+    const Row* pendingRow() const override;
     void forgetRow() override;
     int findRow(const sql::Expression& criteria) override;
 
 private:
     struct Pending {
         bool adding = false;
+        bool complete = false; // the row has its unchanged values too
         Row row;
         std::vector<bool> changed;
     };
 
     const sql::CatalogTable& table() const { return *bound().source->table; }
-    void beginChange(bool adding, Row row);
+    void beginChange(bool adding);
+    void find(SqliteQuery& query, int position) const;
     QStringList changedColumns() const;
     void bindChanges(SqliteQuery& query) const;
     void insertRow();
@@ -46,7 +49,6 @@ private:
     void indexKeys();
     int positionOf(qint64 key) const;
     int changedRows() const;
-    bool isRowCurrent() const;
 
     std::vector<qint64> m_keys;
     std::vector<bool> m_removed; // by position, as m_keys
@@ -57,9 +59,15 @@ private:
     std::vector<bool> m_updated;
     mutable Row m_row; // values of the current row, once asked for
     mutable bool m_rowRead = false;
-    mutable int m_rowBatch = 0;   // the batch in which it was read
-    mutable int m_rowChanges = 0; // the connection's changes by then
-    std::optional<Pending> m_pending;
+    // The first value that was asked for, while it is the only one.
+    struct FirstValue {
+        std::size_t column = 0;
+        Variant value;
+    };
+    mutable std::optional<FirstValue> m_first;
+    mutable QString m_firstText; // the statement that reads the column of m_firstColumn
+    mutable std::size_t m_firstColumn = 0;
+    mutable std::optional<Pending> m_pending;
 };
 
 } // namespace tallyroom

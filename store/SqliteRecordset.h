@@ -55,6 +55,10 @@ protected:
     virtual int removedTotal() const { return 0; }
     virtual bool isRemoved(int) const { return false; }
     virtual const Row& rowAt(int position) const = 0;
+    // One value of the row at the position, which is the current one.
+    virtual Variant valueAt(int position, std::size_t column) const {
+        return rowAt(position)[column];
+    }
     virtual const Row* pendingRow() const { return nullptr; } // of an edit or an addition
     virtual void forgetRow() {}                               // and the changes to it
     // The position of the first row for which the criteria hold, or −1.
@@ -88,7 +92,7 @@ RunError recordsetError(const RunError& error);
 
 // Runs an action of a recordset; errors of the engine come from the recordset then.
 template<class Action>
-auto asRecordset(Action action) {
+decltype(auto) asRecordset(Action action) {
     try {
         return action();
     } catch (const RunError& error) {

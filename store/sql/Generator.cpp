@@ -68,8 +68,16 @@ QString Generator::keys(const BoundSelect& query) {
 }
 
 QString Generator::rowByKey(const BoundSelect& query) {
+    return byKey(query, columns(query));
+}
+
+QString Generator::valueByKey(const BoundSelect& query, std::size_t column) {
+    return byKey(query, text(*query.columns[column].value));
+}
+
+QString Generator::byKey(const BoundSelect& query, const QString& columnTexts) const {
     return QStringLiteral("SELECT %1 FROM %2 WHERE %3 = %4")
-        .arg(columns(query), source(*query.source), key(*query.source), parameter(1));
+        .arg(columnTexts, source(*query.source), key(*query.source), parameter(1));
 }
 
 QString Generator::keysWhere(const BoundSelect& query, const BoundPtr& criteria) {

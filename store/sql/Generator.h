@@ -17,6 +17,7 @@ public:
     QString keys(const BoundSelect& select);
     // ... all columns of the row whose key is the one parameter ...
     QString rowByKey(const BoundSelect& select);
+    QString valueByKey(const BoundSelect& select, std::size_t column);
     // ... and the keys of the rows of the table for which criteria hold.
     QString keysWhere(const BoundSelect& select, const BoundPtr& criteria);
 
@@ -48,6 +49,7 @@ private:
     QString update(const char16_t* form, const BoundUpdate& statement);
     QString text(const BoundNode& node);
     QString texts(const std::vector<BoundPtr>& nodes);
+    QString byKey(const BoundSelect& query, const QString& columnTexts) const;
     QString select(const BoundSelect& select, const QString& columns);
     QString subselect(const BoundSelect& select);
     QString clause(const char16_t* keyword, const BoundPtr& condition);
