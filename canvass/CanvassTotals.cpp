@@ -110,6 +110,7 @@ private:
     bool mergeAndFinish(const std::shared_ptr<Recordset>& totals) {
         try {
             beginBatch();
+            m_finished = false;
             bool anyTotals = false;
             step([&] { anyTotals = required(totals).rowCount() > 0; });
             if (anyTotals) {
@@ -134,16 +135,28 @@ private:
     void merge(Recordset& totals) {
         std::shared_ptr<Recordset> rows;
         step([&] { rows = openRows(); });
+        if (rows && m_batch && !m_oneByOne)
+            rows->expectUpdates(CanvassStatements::finish() +
+                                CanvassStatements::deriveColumns(m_multiply));
+        const int taken = mergeRows(rows, totals);
+        m_finished = rows && !m_asked && taken == rows->rowCount() && rows->hasLeftExpected();
+    }
+
+    // How many rows have taken totals.
+    int mergeRows(const std::shared_ptr<Recordset>& rows, Recordset& totals) {
+        int taken = 0;
         bool atEnd = true;
         step([&] { atEnd = required(rows).eof(); });
         while (!atEnd) {
             bool match = false;
             step([&] { match = rows->field(0).sameValue(totals.field(0)); });
+            taken += match ? 1 : 0;
             if (match && !takeTotals(*rows, totals))
-                return;
+                break;
             step([&] { rows->moveNext(); });
             step([&] { atEnd = rows->eof(); });
         }
+        return taken;
     }
 
     std::shared_ptr<Recordset> openRows() const {
@@ -216,14 +229,16 @@ private:
         }
     }
 
-    // The derived columns come into the one pass over the rows, before CanvassRs is opened: they
-    // are read by nobody who does not compute them first. What fails here is asked about when it is
-    // its statement's turn; what a failing disk has undone with it is done anew before that.
+    // The derived columns come into the one pass over the rows, before CanvassRs is opened; when
+    // the merge has met every row, they are in all of them already. They are read by nobody who
+    // does not compute them first. What fails here is asked about when it is its statement's turn;
+    // what a failing disk has undone with it is done anew before that.
     bool finishAsOne(const QStringList& updates) {
         if (!m_main || m_oneByOne)
             return false;
         try {
-            if (!m_main->executeAsOne(updates + CanvassStatements::deriveColumns(m_multiply)))
+            if (!m_finished &&
+                !m_main->executeAsOne(updates + CanvassStatements::deriveColumns(m_multiply)))
                 return false;
             noteDerived(m_state, m_main, m_multiply);
             return true;
@@ -243,6 +258,7 @@ private:
         const bool batched = m_batch.has_value();
         const bool undone = batched && !m_main->inBatch();
         commitBatch();
+        m_asked = true; // others may have written meanwhile
         const ErrorAnswer answer = m_ask(error);
         if (answer == ErrorAnswer::Abort)
             throw Aborted{};
@@ -281,6 +297,8 @@ private:
     std::optional<Batch> m_batch;
     std::optional<RunError> m_filterError;
     bool m_dropped = false;
+    bool m_asked = false;     // any question
+    bool m_finished = false;  // every row by the merge
     bool m_oneByOne = false;  // the finishing statements; set when they failed as one
     bool m_unbatched = false; // each statement writes for itself
 };

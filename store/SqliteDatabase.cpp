@@ -198,6 +198,11 @@ bool SqliteDatabase::executeAsOne(const QStringList& updates) {
 
 // Empty when they cannot be told to come to the same in one.
 QString SqliteDatabase::composedText(const QStringList& updates) {
+    const auto whole = sql::composed(boundUpdates(updates));
+    return whole ? generator().updateAllOrNone(*whole) : QString();
+}
+
+std::vector<sql::BoundUpdate> SqliteDatabase::boundUpdates(const QStringList& updates) {
     session();
     std::vector<sql::BoundUpdate> bound;
     try {
@@ -208,8 +213,7 @@ QString SqliteDatabase::composedText(const QStringList& updates) {
                 return {};
             bound.push_back(sql::bindUpdate(catalog(), *parsed));
         }
-        const auto whole = sql::composed(bound);
-        return whole ? generator().updateAllOrNone(*whole) : QString();
+        return bound;
     } catch (const RunError&) {
         return {};
     }

@@ -41,6 +41,8 @@ public:
     bool isOpen() const { return m_session != nullptr; }
     const sql::Catalog& catalog();
     sql::BoundSelect bind(const RecordsetQuery& query);
+    // None when one of them is no Update that can be understood.
+    std::vector<sql::BoundUpdate> boundUpdates(const QStringList& updates);
 
 private:
     struct Session {

@@ -3,6 +3,7 @@
 #include "store/FieldValue.h"
 #include "store/sql/Generator.h"
 #include "store/sql/StatementBinder.h"
+#include "store/sql/UpdateChain.h"
 
 #include <algorithm>
 #include <sqlite3.h>
@@ -174,13 +175,54 @@ void SqliteDynaset::insertRow() {
         leaveToEnd();
 }
 
+std::vector<sql::BoundAssignment> SqliteDynaset::changesAsParameters() const {
+    std::vector<sql::BoundAssignment> result;
+    for (std::size_t i = 0; i < m_pending->row.size(); ++i) {
+        if (!m_pending->changed[i])
+            continue;
+        auto node = std::make_shared<sql::BoundNode>(*bound().columns[i].value);
+        node->kind = sql::BoundKind::Parameter;
+        node->parameter = static_cast<int>(result.size()) + 1;
+        result.push_back({node->column, node});
+    }
+    return result;
+}
+
+void SqliteDynaset::expectUpdates(const QStringList& updates) {
+    requireOpen();
+    if (sqlite().inBatch())
+        m_expected = sqlite().boundUpdates(updates);
+    m_updated.clear();
+}
+
+// What is expected to follow may fail where the edit alone does not, and fails in its turn then.
 void SqliteDynaset::updateRow() {
+    try {
+        writeRow();
+    } catch (const RunError&) {
+        if (m_expected.empty() || !sqlite().inBatch())
+            throw;
+        m_expected.clear();
+        m_updated.clear();
+        writeRow();
+    }
+}
+
+QString SqliteDynaset::updateText(int keyParameter) {
+    const std::vector<sql::BoundAssignment> changes = changesAsParameters();
+    const auto all = sql::followed(changes, m_expected);
+    if (!all)
+        m_expected.clear();
+    return generator().updateRow(table(), all.value_or(changes), keyParameter);
+}
+
+void SqliteDynaset::writeRow() {
     const auto count =
         static_cast<int>(std::count(m_pending->changed.begin(), m_pending->changed.end(), true));
     if (count == 0)
-        return;
+        return m_expected.clear();
     if (m_updated != m_pending->changed) {
-        m_updateText = generator().updateRow(table(), changedColumns());
+        m_updateText = updateText(count + 1);
         m_updated = m_pending->changed;
     }
     SqliteQuery query(sqlite().connection(), m_updateText);

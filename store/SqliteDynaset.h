@@ -17,6 +17,8 @@ public:
     void setField(int position, const Variant& value) override;
     void update() override;
     void cancelUpdate() override;
+    void expectUpdates(const QStringList& updates) override;
+    bool hasLeftExpected() const override { return !m_expected.empty(); }
     void remove() override;
 
 protected:
@@ -42,9 +44,12 @@ private:
     void beginChange(bool adding);
     void find(SqliteQuery& query, int position) const;
     QStringList changedColumns() const;
+    std::vector<sql::BoundAssignment> changesAsParameters() const;
     void bindChanges(SqliteQuery& query) const;
     void insertRow();
     void updateRow();
+    void writeRow();
+    QString updateText(int keyParameter);
     void appendKey(qint64 key);
     void indexKeys();
     int positionOf(qint64 key) const;
@@ -57,7 +62,8 @@ private:
     QString m_rowText;              // the statement that reads one row
     QString m_updateText;           // the one that writes the columns of m_updated
     std::vector<bool> m_updated;
-    mutable Row m_row; // values of the current row, once asked for
+    std::vector<sql::BoundUpdate> m_expected; // none once an edit was made without them
+    mutable Row m_row;                        // values of the current row, once asked for
     mutable bool m_rowRead = false;
     // The first value that was asked for, while it is the only one.
     struct FirstValue {

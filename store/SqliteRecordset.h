@@ -39,6 +39,8 @@ public:
     void setField(int position, const Variant& value) override;
     void update() override;
     void cancelUpdate() override;
+    void expectUpdates(const QStringList&) override {}
+    bool hasLeftExpected() const override { return false; }
     void remove() override;
 
     void findFirst(const QString& criteria) override;

@@ -109,13 +109,16 @@ QString Generator::updateAllOrNone(const BoundUpdate& statement) {
 }
 
 QString Generator::update(const char16_t* form, const BoundUpdate& statement) {
-    QStringList assignments;
-    for (const BoundAssignment& assignment : statement.assignments)
-        assignments << quotedName(assignment.column) + QStringLiteral(" = ") +
-                           text(*assignment.value);
     return filled(form,
                   {tableName(*statement.target.table), quotedName(statement.target.alias),
-                   assignments.join(QStringLiteral(", ")), clause(u" WHERE ", statement.where)});
+                   assignmentTexts(statement.assignments), clause(u" WHERE ", statement.where)});
+}
+
+QString Generator::assignmentTexts(const std::vector<BoundAssignment>& assignments) {
+    QStringList result;
+    for (const BoundAssignment& assignment : assignments)
+        result << quotedName(assignment.column) + QStringLiteral(" = ") + text(*assignment.value);
+    return result.join(QStringLiteral(", "));
 }
 
 QString Generator::dropTable(const BoundDrop& statement) {
@@ -131,13 +134,11 @@ QString Generator::insertRow(const CatalogTable& table, const QStringList& names
                    parameters.join(QStringLiteral(", "))});
 }
 
-QString Generator::updateRow(const CatalogTable& table, const QStringList& names) const {
-    QStringList assignments;
-    for (qsizetype i = 0; i < names.size(); ++i)
-        assignments << quotedName(names.at(i)) + QStringLiteral(" = ") + parameter(i + 1);
+QString Generator::updateRow(const CatalogTable& table,
+                             const std::vector<BoundAssignment>& assignments, int keyParameter) {
     return filled(m_dialect.updateRow,
-                  {tableName(table), assignments.join(QStringLiteral(", ")),
-                   QString::fromUtf16(m_dialect.keyColumn), parameter(names.size() + 1)});
+                  {tableName(table), assignmentTexts(assignments),
+                   QString::fromUtf16(m_dialect.keyColumn), parameter(keyParameter)});
 }
 
 QString Generator::deleteRow(const CatalogTable& table) const {
@@ -235,6 +236,9 @@ void Generator::append(const BoundNode& node) {
     switch (node.kind) {
     case BoundKind::Literal:
         appendLiteral(node);
+        break;
+    case BoundKind::Parameter:
+        m_out += parameter(node.parameter);
         break;
     case BoundKind::Column:
         m_out += quotedName(node.source) + u'.' + quotedName(node.column);

@@ -30,7 +30,8 @@ public:
 
     // One row of a table: with a parameter for each of the columns, then one for its key.
     QString insertRow(const CatalogTable& table, const QStringList& columns) const;
-    QString updateRow(const CatalogTable& table, const QStringList& columns) const;
+    QString updateRow(const CatalogTable& table, const std::vector<BoundAssignment>& assignments,
+                      int keyParameter);
     QString deleteRow(const CatalogTable& table) const;
 
     // A table as statements name it, and any name in quotes.
@@ -49,6 +50,7 @@ private:
     QString update(const char16_t* form, const BoundUpdate& statement);
     QString text(const BoundNode& node);
     QString texts(const std::vector<BoundPtr>& nodes);
+    QString assignmentTexts(const std::vector<BoundAssignment>& assignments);
     QString byKey(const BoundSelect& query, const QString& columnTexts) const;
     QString select(const BoundSelect& select, const QString& columns);
     QString subselect(const BoundSelect& select);

@@ -36,7 +36,8 @@ bool isArithmetic(Operation operation) {
 bool isReckoned(const BoundPtr& node) {
     const bool known = node->kind == BoundKind::Apply
                            ? isArithmetic(node->operation)
-                           : node->kind == BoundKind::Column || node->kind == BoundKind::Literal;
+                           : node->kind == BoundKind::Column || node->kind == BoundKind::Literal ||
+                                 node->kind == BoundKind::Parameter;
     return known && isNumber(node->type) &&
            std::all_of(node->operands.begin(), node->operands.end(), isReckoned);
 }
@@ -71,6 +72,14 @@ class Chain {
 public:
     explicit Chain(BoundSource target) { m_result.target = std::move(target); }
 
+    // Before any update: the values that the row has been given.
+    void give(const std::vector<BoundAssignment>& given) {
+        for (const BoundAssignment& assignment : given) {
+            m_values[assignment.column] = assignment.value;
+            note(assignment.column);
+        }
+    }
+
     bool add(const BoundUpdate& update) {
         if (update.where || update.target.table != m_result.target.table ||
             !std::all_of(update.assignments.begin(), update.assignments.end(),
@@ -83,6 +92,12 @@ public:
         for (const BoundAssignment& assignment : update.assignments)
             note(assignment.column);
         return true;
+    }
+
+    std::vector<BoundAssignment> assignments() {
+        for (BoundAssignment& assignment : m_result.assignments)
+            assignment.value = m_values.value(assignment.column);
+        return std::move(m_result.assignments);
     }
 
     BoundUpdate result() {
@@ -136,17 +151,45 @@ private:
 
 } // namespace
 
+namespace {
+
+bool addAll(Chain& chain, const std::vector<BoundUpdate>& updates) {
+    return std::all_of(updates.begin(), updates.end(), [&chain](const BoundUpdate& update) {
+        return neverHolds(update.where) ||
+               (update.target.table->keyed && update.target.table->plain && chain.add(update));
+    });
+}
+
+bool takesColumns(const BoundPtr& node) {
+    return node->kind == BoundKind::Column ||
+           std::any_of(node->operands.begin(), node->operands.end(), takesColumns);
+}
+
+} // namespace
+
 std::optional<BoundUpdate> composed(const std::vector<BoundUpdate>& updates) {
-    std::optional<Chain> chain;
-    for (const BoundUpdate& update : updates) {
-        if (neverHolds(update.where))
-            continue;
-        if (!chain)
-            chain.emplace(update.target);
-        if (!update.target.table->keyed || !update.target.table->plain || !chain->add(update))
-            return std::nullopt;
-    }
-    return chain ? std::optional(chain->result()) : std::nullopt;
+    const auto first = std::find_if(updates.begin(), updates.end(), [](const BoundUpdate& update) {
+        return !neverHolds(update.where);
+    });
+    if (first == updates.end())
+        return std::nullopt;
+    Chain chain(first->target);
+    return addAll(chain, updates) ? std::optional(chain.result()) : std::nullopt;
+}
+
+std::optional<std::vector<BoundAssignment>> followed(const std::vector<BoundAssignment>& given,
+                                                     const std::vector<BoundUpdate>& updates) {
+    if (updates.empty())
+        return std::nullopt;
+    Chain chain(updates.front().target);
+    chain.give(given);
+    if (!addAll(chain, updates))
+        return std::nullopt;
+    std::vector<BoundAssignment> all = chain.assignments();
+    const bool told = std::none_of(all.begin(), all.end(), [](const BoundAssignment& assignment) {
+        return takesColumns(assignment.value);
+    });
+    return told ? std::optional(std::move(all)) : std::nullopt;
 }
 
 } // namespace tallyroom::sql

@@ -17,4 +17,10 @@ namespace tallyroom::sql {
 // after they are stored.
 std::optional<BoundUpdate> composed(const std::vector<BoundUpdate>& updates);
 
+// What these leave in a row whose columns have just been given these values, which are Literals or
+// Parameters: the given columns with the others that the statements set. Nothing when that cannot
+// be told, as above, or takes more of the row than was given.
+std::optional<std::vector<BoundAssignment>> followed(const std::vector<BoundAssignment>& given,
+                                                     const std::vector<BoundUpdate>& updates);
+
 } // namespace tallyroom::sql
