@@ -68,19 +68,22 @@ private:
         m_main = Workspace::openDatabase(m_state.DataPath + QStringLiteral("\\vrlxdb01.mdb"));
     }
 
-    // The employees take the place of the last board's in one write. What the host's filter raises
-    // is kept for its statement in fill().
+    // The employees take the place of the last board's in one write. The host's filter, or what it
+    // raises, is kept for its statement in fill().
     bool refill() {
         if (!m_main || !m_state.HostOptionsDb)
             return false;
-        QString insert;
         try {
-            insert = CanvassStatements::insertEmployees(m_state.DataPath, filter());
+            m_filter = filter();
         } catch (const RunError& error) {
             m_filterError = error;
             return false;
         }
-        return m_state.HostOptionsDb->refill(insert);
+        if (!m_state.HostOptionsDb->refill(
+                CanvassStatements::insertEmployees(m_state.DataPath, *m_filter)))
+            return false;
+        m_filter.reset();
+        return true;
     }
 
     void fill() {
@@ -94,6 +97,8 @@ private:
     QString filter() {
         if (const auto error = std::exchange(m_filterError, std::nullopt))
             throw RunError(*error);
+        if (const auto known = std::exchange(m_filter, std::nullopt))
+            return *known;
         return m_bucketForm.property(QStringLiteral("employeefilter")).toText();
     }
 
@@ -135,9 +140,11 @@ private:
     void merge(Recordset& totals) {
         std::shared_ptr<Recordset> rows;
         step([&] { rows = openRows(); });
-        if (rows && m_batch && !m_oneByOne)
+        if (rows && m_batch && !m_plain) {
             rows->expectUpdates(CanvassStatements::finish() +
                                 CanvassStatements::deriveColumns(m_multiply));
+            m_expecting = rows->hasLeftExpected();
+        }
         const int taken = mergeRows(rows, totals);
         m_finished = rows && !m_asked && taken == rows->rowCount() && rows->hasLeftExpected();
     }
@@ -237,17 +244,18 @@ private:
         if (!m_main || m_oneByOne)
             return false;
         try {
-            if (!m_finished &&
-                !m_main->executeAsOne(updates + CanvassStatements::deriveColumns(m_multiply)))
-                return false;
-            noteDerived(m_state, m_main, m_multiply);
-            return true;
+            if (m_finished ||
+                m_main->executeAsOne(updates + CanvassStatements::deriveColumns(m_multiply))) {
+                noteDerived(m_state, m_main, m_multiply);
+                return true;
+            }
         } catch (const RunError&) {
             m_oneByOne = true;
             if (m_batch && !m_main->inBatch())
                 throw MergeUndone{};
-            return false;
         }
+        undoExpecting();
+        return false;
     }
 
     bool retryAfter(const RunError& error) {
@@ -255,6 +263,7 @@ private:
             dropScratchTable();
             return true;
         }
+        undoExpecting();
         const bool batched = m_batch.has_value();
         const bool undone = batched && !m_main->inBatch();
         commitBatch();
@@ -267,8 +276,28 @@ private:
             throw MergeUndone{};
         }
         if (batched)
-            beginBatch();
+            beginAgain();
         return answer == ErrorAnswer::Retry;
+    }
+
+    // No statement's result may be in the rows when one before it is asked about: such a merge is
+    // undone and done again plainly, so that all that fails does so in its turn.
+    void undoExpecting() {
+        if (!m_batch || !std::exchange(m_expecting, false))
+            return;
+        m_plain = true;
+        m_main->undoBatch();
+        m_batch.reset();
+        throw MergeUndone{};
+    }
+
+    // Others may have locked the file while the question was open, which is no statement's failure.
+    void beginAgain() {
+        try {
+            beginBatch();
+        } catch (const RunError&) {
+            m_unbatched = true;
+        }
     }
 
     // A failure in here is not one of the build's statements: it ends the command with a report.
@@ -295,8 +324,11 @@ private:
     const ErrorQuestion& m_ask;
     std::shared_ptr<Database> m_main; // vrlxdb01.mdb; lives on as the owner of CanvassRs
     std::optional<Batch> m_batch;
+    std::optional<QString> m_filter; // read, or not to be had, before its statement
     std::optional<RunError> m_filterError;
     bool m_dropped = false;
+    bool m_expecting = false; // the merge leaves results of later statements
+    bool m_plain = false;     // it must not
     bool m_asked = false;     // any question
     bool m_finished = false;  // every row by the merge
     bool m_oneByOne = false;  // the finishing statements; set when they failed as one

@@ -53,6 +53,7 @@ public:
     // is durable when it returns. Batches do not nest: see Batch.
     virtual void beginBatch() = 0;
     virtual void commitBatch() = 0; // raises; the statements are then undone
+    virtual void undoBatch() = 0;
     // No longer once a statement met a disk that fails, which undoes the whole batch.
     virtual bool inBatch() const = 0;
 

@@ -130,6 +130,7 @@ void SqliteDatabase::insertInto(const sql::InsertStatement& statement, const QSt
     if (batch)
         commitBatch();
     const auto goOn = qScopeGuard([this, batch] {
+        ++m_batches; // others may have written
         if (batch)
             m_inBatch = sqlite3_exec(m_session->connection.handle(), "BEGIN", nullptr, nullptr,
                                      nullptr) == SQLITE_OK;
@@ -247,6 +248,7 @@ void SqliteDatabase::beginBatch() {
     connection().run(
         QStringLiteral("BEGIN IMMEDIATE")); // a later upgrade would not wait for others
     m_inBatch = true;
+    ++m_batches;
 }
 
 bool SqliteDatabase::inBatch() const {
@@ -264,6 +266,12 @@ void SqliteDatabase::commitBatch() {
         sqlite3_exec(connection().handle(), "ROLLBACK", nullptr, nullptr, nullptr);
         throw;
     }
+}
+
+void SqliteDatabase::undoBatch() {
+    if (inBatch())
+        sqlite3_exec(m_session->connection.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+    m_inBatch = false;
 }
 
 bool SqliteDatabase::beginReading() {

@@ -28,7 +28,10 @@ public:
     std::shared_ptr<Recordset> openRecordset(const QString& sql, RecordsetType type) override;
     void beginBatch() override;
     void commitBatch() override;
+    void undoBatch() override;
     bool inBatch() const override;
+    // Counts the batches; 0 while there is none, so that others may write.
+    int batchNumber() const { return inBatch() ? m_batches : 0; }
     bool beginReading() override;
     void endReading() override;
     ChangeMark changeMark() override;
@@ -65,6 +68,7 @@ private:
 
     std::unique_ptr<Session> m_session; // null once closed
     bool m_inBatch = false;
+    int m_batches = 0;
     bool m_reading = false;
     qint64 m_drops = 0; // tables, which the engine does not count among the changes
 };

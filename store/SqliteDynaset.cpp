@@ -24,6 +24,7 @@ sql::Generator generator() {
 
 void SqliteDynaset::readRows() {
     m_keys.clear();
+    m_keysBatch = sqlite().batchNumber();
     SqliteQuery query(sqlite().connection(), generator().keys(bound()));
     while (query.next())
         m_keys.push_back(query.key(0));
@@ -55,6 +56,7 @@ const Row& SqliteDynaset::rowAt(int position) const {
     for (const sql::BoundColumn& column : bound().columns)
         m_row.push_back(query.value(static_cast<int>(m_row.size()), column.value->type));
     m_rowRead = true;
+    m_first.reset(); // one state of the row, not two
     return m_row;
 }
 
@@ -64,12 +66,17 @@ void SqliteDynaset::find(SqliteQuery& query, int position) const {
         raise(ErrorNumber::recordDeleted);
 }
 
-// Inside a batch, where nobody else changes the row between two reads, the first value of a row is
-// read by itself: who merges looks at one and passes on.
+// In the batch in which the keys were read nobody else has changed or removed a row.
+bool SqliteDynaset::isGuarded() const {
+    return m_keysBatch != 0 && m_keysBatch == sqlite().batchNumber();
+}
+
+// While the rows are guarded, the first value of one is read by itself: who merges looks at one and
+// passes on.
 Variant SqliteDynaset::valueAt(int position, std::size_t column) const {
     if (m_first && m_first->column == column)
         return m_first->value;
-    if (m_rowRead || m_first || !sqlite().inBatch())
+    if (m_rowRead || m_first || !isGuarded())
         return rowAt(position)[column];
     if (m_firstText.isEmpty() || m_firstColumn != column) {
         m_firstText = generator().valueByKey(bound(), column);
@@ -87,11 +94,11 @@ void SqliteDynaset::beginChange(bool adding) {
         Pending{adding, adding, Row(count, Variant::null()), std::vector<bool>(count, false)};
 }
 
-// Outside a batch somebody may have removed the row, which is reported here.
+// Somebody may have removed a row that is not guarded, which is reported here.
 void SqliteDynaset::edit() {
     requireRow();
     forgetRow();
-    if (!sqlite().inBatch())
+    if (!isGuarded())
         asRecordset([this] { rowAt(position()); });
     beginChange(false);
 }
@@ -162,6 +169,7 @@ void SqliteDynaset::bindChanges(SqliteQuery& query) const {
 
 // A new row of which nothing was set still needs one column to name, which stays Null.
 void SqliteDynaset::insertRow() {
+    m_expected.clear();
     QStringList names = changedColumns();
     if (names.isEmpty())
         names << table().columns.front().name;
@@ -190,22 +198,14 @@ std::vector<sql::BoundAssignment> SqliteDynaset::changesAsParameters() const {
 
 void SqliteDynaset::expectUpdates(const QStringList& updates) {
     requireOpen();
-    if (sqlite().inBatch())
-        m_expected = sqlite().boundUpdates(updates);
+    const auto isOurs = [this](const sql::BoundUpdate& update) {
+        return update.target.table->name == table().name;
+    };
+    m_expected.clear();
     m_updated.clear();
-}
-
-// What is expected to follow may fail where the edit alone does not, and fails in its turn then.
-void SqliteDynaset::updateRow() {
-    try {
-        writeRow();
-    } catch (const RunError&) {
-        if (m_expected.empty() || !sqlite().inBatch())
-            throw;
-        m_expected.clear();
-        m_updated.clear();
-        writeRow();
-    }
+    std::vector<sql::BoundUpdate> bound = sqlite().boundUpdates(updates);
+    if (isGuarded() && std::all_of(bound.begin(), bound.end(), isOurs))
+        m_expected = std::move(bound);
 }
 
 QString SqliteDynaset::updateText(int keyParameter) {
@@ -216,7 +216,7 @@ QString SqliteDynaset::updateText(int keyParameter) {
     return generator().updateRow(table(), all.value_or(changes), keyParameter);
 }
 
-void SqliteDynaset::writeRow() {
+void SqliteDynaset::updateRow() {
     const auto count =
         static_cast<int>(std::count(m_pending->changed.begin(), m_pending->changed.end(), true));
     if (count == 0)

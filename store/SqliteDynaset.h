@@ -48,14 +48,16 @@ private:
     void bindChanges(SqliteQuery& query) const;
     void insertRow();
     void updateRow();
-    void writeRow();
     QString updateText(int keyParameter);
     void appendKey(qint64 key);
     void indexKeys();
     int positionOf(qint64 key) const;
     int changedRows() const;
 
+    bool isGuarded() const;
+
     std::vector<qint64> m_keys;
+    int m_keysBatch = 0;         // in which they were read
     std::vector<bool> m_removed; // by position, as m_keys
     int m_removedTotal = 0;
     QHash<qint64, int> m_positions; // by key; filled by the first search

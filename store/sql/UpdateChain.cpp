@@ -61,7 +61,8 @@ bool isNeverNull(const BoundPtr& node) {
 BoundPtr simplified(BoundPtr node) {
     if (node->kind != BoundKind::Apply)
         return node;
-    if (node->operation == Operation::Multiply && isWholeOne(node->operands[1]))
+    const bool once = node->operation == Operation::Multiply && isWholeOne(node->operands[1]);
+    if (once && node->operands[0]->kind != BoundKind::Column) // which may hold a text
         return node->operands[0];
     if (node->operation == Operation::IfNull && isNeverNull(node->operands[0]))
         return node->operands[0];

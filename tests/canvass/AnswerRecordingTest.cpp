@@ -200,6 +200,7 @@ public:
     }
     void beginBatch() override { m_real->beginBatch(); }
     void commitBatch() override { m_real->commitBatch(); }
+    void undoBatch() override { m_real->undoBatch(); }
     bool inBatch() const override { return m_real->inBatch(); }
     bool beginReading() override { return m_real->beginReading(); }
     void endReading() override { m_real->endReading(); }
