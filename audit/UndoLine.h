@@ -15,7 +15,7 @@ struct UndoLine {
     bool declined = false;
     bool breakOut = false;      // the line names its rate
     bool isDouble = false;      // only in a line that names its rate
-    std::optional<int> minutes; // likewise
+    std::optional<int> minutes; // as the date
 
     // "E17         02/03/2020   Accepted 1.5   01:30", the rate in the broken-out view only.
     QString text() const;

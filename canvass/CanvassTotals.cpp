@@ -114,8 +114,8 @@ private:
     // before after Retry, each statement with a write of its own after Ignore.
     bool mergeAndFinish(const std::shared_ptr<Recordset>& totals) {
         try {
+            m_expecting = m_finished = false;
             beginBatch();
-            m_finished = false;
             bool anyTotals = false;
             step([&] { anyTotals = required(totals).rowCount() > 0; });
             if (anyTotals) {
@@ -146,7 +146,7 @@ private:
             m_expecting = rows->hasLeftExpected();
         }
         const int taken = mergeRows(rows, totals);
-        m_finished = rows && !m_asked && taken == rows->rowCount() && rows->hasLeftExpected();
+        m_finished = rows && taken == rows->rowCount() && rows->hasLeftExpected();
     }
 
     // How many rows have taken totals.
@@ -241,7 +241,7 @@ private:
     // does not compute them first. What fails here is asked about when it is its statement's turn;
     // what a failing disk has undone with it is done anew before that.
     bool finishAsOne(const QStringList& updates) {
-        if (!m_main || m_oneByOne)
+        if (!m_main || m_plain)
             return false;
         try {
             if (m_finished ||
@@ -250,7 +250,7 @@ private:
                 return true;
             }
         } catch (const RunError&) {
-            m_oneByOne = true;
+            m_plain = true;
             if (m_batch && !m_main->inBatch())
                 throw MergeUndone{};
         }
@@ -267,7 +267,6 @@ private:
         const bool batched = m_batch.has_value();
         const bool undone = batched && !m_main->inBatch();
         commitBatch();
-        m_asked = true; // others may have written meanwhile
         const ErrorAnswer answer = m_ask(error);
         if (answer == ErrorAnswer::Abort)
             throw Aborted{};
@@ -328,10 +327,8 @@ private:
     std::optional<RunError> m_filterError;
     bool m_dropped = false;
     bool m_expecting = false; // the merge leaves results of later statements
-    bool m_plain = false;     // it must not
-    bool m_asked = false;     // any question
-    bool m_finished = false;  // every row by the merge
-    bool m_oneByOne = false;  // the finishing statements; set when they failed as one
+    bool m_finished = false;  // the merge has left them in every row
+    bool m_plain = false;     // no statement does the work of others; set once one has failed
     bool m_unbatched = false; // each statement writes for itself
 };
 

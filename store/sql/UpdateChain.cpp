@@ -150,10 +150,6 @@ private:
     QHash<QString, BoundPtr> m_values; // of the columns set so far
 };
 
-} // namespace
-
-namespace {
-
 bool addAll(Chain& chain, const std::vector<BoundUpdate>& updates) {
     return std::all_of(updates.begin(), updates.end(), [&chain](const BoundUpdate& update) {
         return neverHolds(update.where) ||
