@@ -2,7 +2,7 @@
 #include "bench/BenchData.h"
 #include "bench/Jobs.h"
 #include "bench/Measure.h"
-#include "bench/Plain.h"
+#include "bench/PlainBoard.h"
 #include "canvass/CanvassTotals.h"
 
 #include <cstdio>
@@ -16,53 +16,14 @@ std::optional<TotallingPeriod> twoWeeks() {
     return TotallingPeriod{{lastDay().serial - 13}, lastDay()};
 }
 
-// Whole minutes times one and a half, halves to the even number.
-std::string timesOneAndAHalf(const std::string& minutes) {
-    return "CASE WHEN " + minutes + " % 2 = 0 THEN " + minutes + " * 3 / 2 ELSE 2 * ((3 * " +
-           minutes + " + 2) / 4) END";
-}
-
-std::string totals(const std::optional<TotallingPeriod>& period) {
-    std::string sql = "SELECT thist_emp, CAST(round(total(t15) * 1440) AS INTEGER) AS w15, "
-                      "CAST(round(total(t20) * 1440) AS INTEGER) AS w20, "
-                      "CAST(total(tlyrAccepted) AS INTEGER) AS a15, "
-                      "CAST(total(tlyrAccepted2) AS INTEGER) AS a20, "
-                      "CAST(total(tlyrDeclined) AS INTEGER) AS d15, "
-                      "CAST(total(tlyrDeclined2) AS INTEGER) AS d20 FROM TimeHistory "
-                      "WHERE thist_emp IN (SELECT emp_code FROM Employee) "
-                      "AND thist_record_type IN ('TR', 'AR', 'HR')";
-    if (period)
-        sql += " AND shift_date BETWEEN '" + Dates::toIso(period->from).toStdString() + "' AND '" +
-               Dates::toIso(period->to).toStdString() + "'";
-    return sql + " GROUP BY thist_emp";
-}
-
-std::string fillStatement(const std::optional<TotallingPeriod>& period) {
-    return "INSERT INTO target.tlyrTemp (emp_code, emp_name, sendate, Seniority, emp_dept, phone, "
-           "emp_shift, defaulttimecalc, Qual_Code, T15Hours, T20Hours, T15Hours_Mult, "
-           "T20Hours_Mult, xT15Accepted, xT20Accepted, xT15Declined, xT20Declined, T15Accepted, "
-           "T20Accepted, T15Declined, T20Declined, WorkedOT, AcceptedOT, DeclinedOT, TotalOT1, "
-           "TotalOT2) SELECT emp_code, emp_name, sendate, coalesce(Seniority, 0), emp_dept, "
-           "phone, emp_shift, defaulttimecalc, (SELECT Qual_Code FROM Emp_Qualifications q "
-           "WHERE q.Emp_Code = Employee.emp_code AND q.\"Default\" = -1), w15, w20, " +
-           timesOneAndAHalf("w15") +
-           ", w20 * 2, a15, a20, d15, d20, a15, a20, d15, d20, w15 + w20, "
-           "coalesce(a15 + a20, 0), coalesce(d15 + d20, 0), "
-           "coalesce(w15 + w20 + a15 + a20 + d15 + d20, 0), coalesce(w15 + w20 + d15 + d20, 0) "
-           "FROM Employee LEFT JOIN (" +
-           totals(period) + ") ON thist_emp = emp_code ORDER BY emp_code";
-}
-
 class TotalsJob {
 public:
     explicit TotalsJob(int employees, std::optional<TotallingPeriod> period)
         : m_folder(keptFolder(employees)), m_period(period), m_host(hostOf(m_folder)),
-          m_plain(fileIn(m_folder, "bcx.mdb")) {
+          m_plain(m_folder) {
         m_state.DataPath = m_folder;
         m_state.HostOptionsDb = Workspace::openDatabase(fileIn(m_folder, "bcx.mdb"));
         m_state.period = period;
-        m_plain.run("ATTACH '" + fileIn(m_folder, "vrlxdb01.mdb").toStdString() + "' AS target");
-        m_plain.run("PRAGMA target.synchronous = FULL");
     }
 
     Comparison compare(int rounds) {
@@ -84,12 +45,7 @@ public:
 
 private:
     double fill() {
-        const double time = seconds([this] {
-            m_plain.run("BEGIN IMMEDIATE");
-            m_plain.run("DELETE FROM target.tlyrTemp");
-            m_plain.run(fillStatement(m_period));
-            m_plain.run("COMMIT");
-        });
+        const double time = seconds([this] { m_plain.write(m_period); });
         m_floorRows = rows();
         return time;
     }
@@ -102,7 +58,7 @@ private:
     std::optional<TotallingPeriod> m_period;
     HostContext m_host;
     CanvassState m_state;
-    Plain m_plain;
+    PlainBoard m_plain;
     QStringList m_productRows;
     QStringList m_floorRows;
 };

@@ -2,9 +2,9 @@
 
 #include "common/ui/Twips.h"
 
+#include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
-#include <QGuiApplication>
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QScrollBar>
@@ -155,7 +155,7 @@ void Grid::keyPressEvent(QKeyEvent* event) {
     }
     const QString lines = selectedText();
     if (!lines.isEmpty())
-        QGuiApplication::clipboard()->setText(lines);
+        QApplication::clipboard()->setText(lines);
 }
 
 void Grid::mousePressEvent(QMouseEvent* event) {
@@ -197,7 +197,15 @@ void Grid::endFill() {
     verticalScrollBar()->setValue(scrolled);
 }
 
-KnownWidths::KnownWidths(QWidget* widget) : QObject(widget), m_metrics(widget->fontMetrics()) {}
+KnownWidths::KnownWidths(const QFontMetrics& metrics) : QObject(qApp), m_metrics(metrics) {}
+
+KnownWidths& KnownWidths::of(const QFontMetrics& metrics) {
+    auto* known = qApp->findChild<KnownWidths*>(QString(), Qt::FindDirectChildrenOnly);
+    if (!known)
+        known = new KnownWidths(metrics);
+    known->follow(metrics);
+    return *known;
+}
 
 int KnownWidths::width(const QString& text) {
     constexpr qsizetype maximumTexts = 100'000; // a few megabytes
@@ -216,19 +224,7 @@ void KnownWidths::follow(const QFontMetrics& metrics) {
     m_widths.clear();
 }
 
-namespace {
-
-KnownWidths& knownWidthsOf(QWidget* widget) {
-    auto* known = widget->findChild<KnownWidths*>(QString(), Qt::FindDirectChildrenOnly);
-    if (!known)
-        known = new KnownWidths(widget);
-    known->follow(widget->fontMetrics());
-    return *known;
-}
-
-} // namespace
-
-TextMeasurer::TextMeasurer(QWidget* widget) : m_known(knownWidthsOf(widget)) {}
+TextMeasurer::TextMeasurer(QWidget* widget) : m_known(KnownWidths::of(widget->fontMetrics())) {}
 
 void AutoSizeColumns(Grid& grid, TextMeasurer& measurer, int row, int column, bool force) {
     const GridFill fill(grid);

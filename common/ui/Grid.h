@@ -103,25 +103,28 @@ private:
     Grid& m_grid;
 };
 
-// What was measured in the font of a widget, to which it belongs.
+// What was measured in a font. There is one for all windows, since all grids carry the same font; it
+// belongs to the application, so that it outlives a window and ends before the fonts do.
 class KnownWidths : public QObject {
     Q_OBJECT
 
 public:
-    explicit KnownWidths(QWidget* widget);
+    static KnownWidths& of(const QFontMetrics& metrics);
 
     // A whole text is measured once: what shaping makes of it, kerning and ligatures, depends on
     // nothing but the text and the font. Another font begins anew.
     int width(const QString& text);
-    void follow(const QFontMetrics& metrics);
 
 private:
+    explicit KnownWidths(const QFontMetrics& metrics);
+    void follow(const QFontMetrics& metrics);
+
     QFontMetrics m_metrics;
     QHash<QString, int> m_widths;
 };
 
-// Width of texts in the font of a widget. Most cells of a grid repeat, in a fill and from one fill
-// to the next, so the widget keeps what was measured.
+// Width of texts in the font of a widget. Most cells of a grid repeat, in a fill, from one fill to
+// the next and from one opening of its window to the next, so what was measured is kept.
 class TextMeasurer {
 public:
     explicit TextMeasurer(QWidget* widget);
