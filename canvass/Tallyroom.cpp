@@ -75,6 +75,7 @@ void Tallyroom::showModally() {
 void Tallyroom::Form_Load() {
     m_state.DataPath = m_context.DataPath;
     m_state.HostOptionsDb = Workspace::openDatabase(m_state.DataPath + QStringLiteral("\\bcx.mdb"));
+    m_state.HostOptionsDb->setProgress([this] { repaint(); }); // the build's long queries
     Background::copyFrom(m_context.SplashPicture, m_ui->centralwidget);
     firstRunSetup();
     m_state.period = TotallingPeriod::read(m_state.DataPath);
@@ -190,7 +191,7 @@ QStringList Tallyroom::reportDetails() const {
 
 void Tallyroom::Canvass() {
     WaitPointer::show();
-    repaint(); // what a menu or a window has covered; the build may take a while
+    repaint(); // what a menu or a window has covered
     const bool built =
         CanvassTotals::build(m_state, m_context.BucketForm, m_ui->mnuMult->isChecked(),
                              [this](const RunError& error) { return askAboutError(this, error); });

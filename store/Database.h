@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <memory>
 
 namespace tallyroom {
@@ -66,6 +67,11 @@ public:
 
     // Stays the same as long as nobody changes the file, through this connection or another one.
     virtual ChangeMark changeMark() = 0;
+
+    // Calls back again and again during a statement that takes long, about every tenth of a second:
+    // by the work that is done, not by the clock. The callback neither uses a database nor throws;
+    // an empty one ends it.
+    virtual void setProgress(std::function<void()> callback) = 0;
 
     // Whether the file that was opened is still the one at its path.
     virtual bool isInPlace() = 0;

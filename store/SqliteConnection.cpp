@@ -12,6 +12,7 @@ namespace tallyroom {
 namespace {
 
 constexpr int busyTimeout = 2000; // milliseconds
+constexpr int progressSteps = 5'000'000; // of the engine's machine, some tenth of a second
 // Statements with long lists of codes are not likely to come again.
 constexpr qsizetype maximumStatements = 64;
 constexpr qsizetype maximumKeptLength = 8192;
@@ -75,6 +76,15 @@ SqliteConnection::SqliteConnection(const QString& file)
     sqlite3_rollback_hook(
         handle(), [](void* count) { ++*static_cast<qint64*>(count); }, &m_rollbacks);
     run(QStringLiteral("PRAGMA synchronous = FULL"));
+}
+
+void SqliteConnection::setProgress(std::function<void()> callback) {
+    m_progress = std::move(callback);
+    const auto report = [](void* progress) {
+        (*static_cast<std::function<void()>*>(progress))();
+        return 0; // the statement goes on
+    };
+    sqlite3_progress_handler(handle(), progressSteps, m_progress ? +report : nullptr, &m_progress);
 }
 
 void SqliteConnection::run(const QString& native) {

@@ -7,6 +7,7 @@
 #include <QHash>
 #include <QString>
 #include <SQLiteCpp/Database.h>
+#include <functional>
 #include <memory>
 
 struct sqlite3_stmt;
@@ -29,6 +30,8 @@ public:
 
     qint64 rollbacks() const { return m_rollbacks; } // also those by the engine itself
 
+    void setProgress(std::function<void()> callback); // see Database
+
     // Runs a statement without parameters that gives no rows.
     void run(const QString& native);
 
@@ -40,6 +43,7 @@ private:
     QString m_file;
     QString m_reportedFile;
     qint64 m_rollbacks = 0;
+    std::function<void()> m_progress;
     SQLite::Database m_database;
     QHash<QString, std::shared_ptr<sqlite3_stmt>> m_statements; // none is ever mid-way
 };

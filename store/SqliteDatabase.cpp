@@ -294,6 +294,10 @@ ChangeMark SqliteDatabase::changeMark() {
             connection().rollbacks()};
 }
 
+void SqliteDatabase::setProgress(std::function<void()> callback) {
+    connection().setProgress(std::move(callback));
+}
+
 bool SqliteDatabase::isInPlace() {
     int moved = 1;
     sqlite3_file_control(connection().handle(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);

@@ -35,6 +35,7 @@ public:
     bool beginReading() override;
     void endReading() override;
     ChangeMark changeMark() override;
+    void setProgress(std::function<void()> callback) override;
     bool isInPlace() override;
     void close() override;
 

@@ -205,6 +205,9 @@ public:
     bool beginReading() override { return m_real->beginReading(); }
     void endReading() override { m_real->endReading(); }
     ChangeMark changeMark() override { return m_real->changeMark(); }
+    void setProgress(std::function<void()> callback) override {
+        m_real->setProgress(std::move(callback));
+    }
     bool isInPlace() override { return m_real->isInPlace(); }
     void close() override { m_real->close(); }
 
