@@ -27,6 +27,20 @@ QString unescaped(QString text) {
     return text.replace(escape, QStringLiteral("\\1"));
 }
 
+QString stored(const QString& text) {
+    return QLatin1Char('"') + escaped(text) + QLatin1Char('"');
+}
+
+// Long binary values go on in the next line.
+bool isContinued(const QString& line) {
+    return line.endsWith(QLatin1Char('\\')) && !line.startsWith(QLatin1Char(';'));
+}
+
+bool isText(const QString& stored) {
+    return stored.size() >= 2 && stored.startsWith(QLatin1Char('"')) &&
+           stored.endsWith(QLatin1Char('"'));
+}
+
 // The stored spelling of a key or name that differs in case only, else the given one.
 template<class Map>
 QString spelling(const Map& map, const QString& name) {
@@ -53,7 +67,7 @@ QString Registry::defaultFile() {
 
 bool Registry::createKey(const QString& key) {
     return change([&](Keys& keys) {
-        keys[spelling(keys, key)];
+        keys[spelling(keys, root + key)];
         return true;
     });
 }
@@ -64,35 +78,42 @@ bool Registry::isWritable() {
 
 bool Registry::deleteKey(const QString& key) {
     return change([&](Keys& keys) {
-        return keys.removeIf([&](const Keys::iterator& at) { return isBelow(at.key(), key); }) > 0;
+        return keys.removeIf(
+                   [&](const Keys::iterator& at) { return isBelow(at.key(), root + key); }) > 0;
     });
 }
 
 bool Registry::setValue(const QString& key, const QString& name, const QString& text) {
     return change([&](Keys& keys) {
-        Values& values = keys[spelling(keys, key)];
-        values[spelling(values, name)] = text;
+        auto& values = keys[spelling(keys, root + key)].values;
+        values[spelling(values, name)] = stored(text);
         return true;
     });
 }
 
 std::optional<QString> Registry::value(const QString& key, const QString& name) const {
     const Keys keys = read().value_or(Keys());
-    const Values values = keys.value(spelling(keys, key));
-    const auto found = values.constFind(spelling(values, name));
-    return found == values.constEnd() ? std::nullopt : std::optional(*found);
+    const auto values = keys.value(spelling(keys, root + key)).values;
+    const QString found = values.value(spelling(values, name));
+    return isText(found) ? std::optional(unescaped(found.mid(1).chopped(1))) : std::nullopt;
 }
 
 bool Registry::hasKey(const QString& key) const {
     const Keys keys = read().value_or(Keys());
-    return keys.contains(spelling(keys, key));
+    return keys.contains(spelling(keys, root + key));
 }
 
-// Lines that are neither a key nor a text value are passed over: other programs may keep other
-// kinds of value, but no program of this machine does.
-std::optional<Registry::Keys> Registry::read() const {
+void Registry::readValue(const QString& line, Key& key) {
     static const QRegularExpression valueLine(
-        QStringLiteral("^(?:@|\"((?:[^\"\\\\]|\\\\.)*)\")=\"((?:[^\"\\\\]|\\\\.)*)\"$"));
+        QStringLiteral("^(?:@|\"((?:[^\"\\\\]|\\\\.)*)\")=(.*)$"),
+        QRegularExpression::DotMatchesEverythingOption);
+    if (const auto match = valueLine.match(line); match.hasMatch())
+        key.values[unescaped(match.captured(1))] = match.captured(2);
+    else
+        key.comments.append(line);
+}
+
+std::optional<Registry::Keys> Registry::read() const {
     QFile file(m_file);
     if (!file.exists())
         return Keys();
@@ -102,12 +123,12 @@ std::optional<Registry::Keys> Registry::read() const {
     QString key;
     QTextStream lines(&file);
     for (QString line; lines.readLineInto(&line);) {
-        if (line.startsWith(QLatin1Char('[') + root) && line.endsWith(QLatin1Char(']'))) {
-            key = line.mid(1 + root.size()).chopped(1);
-            keys[key];
-        } else if (const auto match = valueLine.match(line); match.hasMatch() && !key.isEmpty()) {
-            keys[key][unescaped(match.captured(1))] = unescaped(match.captured(2));
-        }
+        for (QString more; isContinued(line) && lines.readLineInto(&more);)
+            line += QLatin1Char('\n') + more;
+        if (line.startsWith(QLatin1Char('[')) && line.endsWith(QLatin1Char(']')))
+            keys[key = line.mid(1).chopped(1)];
+        else if (!line.isEmpty() && line != heading)
+            readValue(line, keys[key]);
     }
     return keys;
 }
@@ -119,14 +140,13 @@ bool Registry::write(const Keys& keys) const {
     QTextStream out(&file);
     out << heading << "\n";
     for (auto key = keys.cbegin(); key != keys.cend(); ++key) {
-        out << "\n[" << root << key.key() << "]\n";
-        for (auto value = key->cbegin(); value != key->cend(); ++value) {
-            if (value.key().isEmpty())
-                out << "@";
-            else
-                out << '"' << escaped(value.key()) << '"';
-            out << "=\"" << escaped(*value) << "\"\n";
-        }
+        if (!key.key().isEmpty())
+            out << "\n[" << key.key() << "]\n";
+        for (const QString& comment : key->comments)
+            out << comment << "\n";
+        for (auto value = key->values.cbegin(); value != key->values.cend(); ++value)
+            out << (value.key().isEmpty() ? QStringLiteral("@") : stored(value.key())) << "="
+                << *value << "\n";
     }
     out.flush();
     return file.commit();

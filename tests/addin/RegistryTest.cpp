@@ -3,6 +3,7 @@
 #include "addin/InstallationRecord.h"
 #include "tests/support/Printing.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -38,6 +39,23 @@ TEST_F(RegistryTest, KeepsValuesInTheExportedForm) {
     EXPECT_FALSE(registry.hasKey(QStringLiteral("A\\B")));
     EXPECT_TRUE(registry.hasKey(QStringLiteral("A\\BC")));
     EXPECT_FALSE(registry.deleteKey(QStringLiteral("A\\B")));
+}
+
+TEST_F(RegistryTest, KeepsWhatOthersHaveWritten) {
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(file).path()));
+    QFile others(file);
+    ASSERT_TRUE(others.open(QIODevice::WriteOnly));
+    const QByteArray foreign = "Windows Registry Editor Version 5.00\n; of the shop\n\n"
+                               "[HKEY_CURRENT_USER\\K]\n@=\"user\"\n\n"
+                               "[HKEY_LOCAL_MACHINE\\K]\n; counted\n\"a=b\"=dword:00000001\n"
+                               "\"bytes\"=hex:01,02,\\\n  03\n";
+    others.write(foreign);
+    others.close();
+    EXPECT_FALSE(registry.value(QStringLiteral("K"), QStringLiteral("a=b")));
+    EXPECT_TRUE(registry.setValue(QStringLiteral("k"), QStringLiteral("text"), QString()));
+    EXPECT_EQ(contents().toUtf8(), foreign + "\"text\"=\"\"\n");
+    EXPECT_TRUE(registry.deleteKey(QStringLiteral("K")));
+    EXPECT_EQ(contents().toUtf8(), foreign.left(foreign.indexOf("\n[HKEY_LOCAL")));
 }
 
 TEST_F(RegistryTest, WhatCannotBeWrittenIsNotAnError) {
