@@ -16,10 +16,6 @@ QString historyColumn(const QString& action) {
     return {};
 }
 
-void execute(const QString& dataPath, const QString& file, const QString& sql) {
-    Workspace::openDatabase(dataPath + file)->execute(sql);
-}
-
 } // namespace
 
 void deleteAuditLine(const QString& dataPath, const AuditEntries::Line& line) {
@@ -30,16 +26,15 @@ void deleteAuditLine(const QString& dataPath, const AuditEntries::Line& line) {
     const QString field = historyColumn(line.value(5));
     const QString minutes = QString::number(TimeConversion::toMinutes(line.value(6)));
     const bool accepted = field == QLatin1String("TLYRAccepted");
-    execute(dataPath, QStringLiteral("\\bcx.mdb"),
-            QStringLiteral("Delete * from [TimeHistory] where ([thist_emp] = '") + code +
-                QStringLiteral("') and ([shift_date] = #") + day + QStringLiteral("#) and ([") +
-                field + QStringLiteral("] = ") + minutes + QStringLiteral(");"));
-    execute(dataPath, QStringLiteral("\\aidb01.mdb"),
-            QStringLiteral("Update [TLYR_Audit] Set [Action] = 2 Where ([Emp_Code] = '") + code +
-                QStringLiteral("') and ([date] = #") + day + QStringLiteral("#) and ([action] = ") +
-                (accepted ? QStringLiteral("0") : QStringLiteral("1")) +
-                QStringLiteral(") and ([OT] = ") + minutes + QStringLiteral(") and ([User] = '") +
-                user + QStringLiteral("');"));
+    Workspace::openHostOptions(dataPath)->execute(
+        QStringLiteral("Delete * from [TimeHistory] where ([thist_emp] = '") + code +
+        QStringLiteral("') and ([shift_date] = #") + day + QStringLiteral("#) and ([") + field +
+        QStringLiteral("] = ") + minutes + QStringLiteral(");"));
+    Workspace::openAddIn(dataPath)->execute(
+        QStringLiteral("Update [TLYR_Audit] Set [Action] = 2 Where ([Emp_Code] = '") + code +
+        QStringLiteral("') and ([date] = #") + day + QStringLiteral("#) and ([action] = ") +
+        (accepted ? QStringLiteral("0") : QStringLiteral("1")) + QStringLiteral(") and ([OT] = ") +
+        minutes + QStringLiteral(") and ([User] = '") + user + QStringLiteral("');"));
 }
 
 } // namespace tallyroom

@@ -11,11 +11,6 @@ namespace tallyroom::AuditEntries {
 
 namespace {
 
-std::shared_ptr<Recordset> openRows(const QString& dataPath, const QString& file,
-                                    const QString& sql) {
-    return Workspace::openDatabase(dataPath + file)->openRecordset(sql, RecordsetType::Dynaset);
-}
-
 QString stamp(const Variant& moment) {
     return formatValue(moment, QStringLiteral("mm/dd/yyyy hh:mm am/pm"));
 }
@@ -70,9 +65,9 @@ QStringList headings() {
 }
 
 QStringList users(const QString& dataPath) {
-    const auto rows = openRows(
-        dataPath, QStringLiteral("\\aidb01.mdb"),
-        QStringLiteral("Select [User] from [tlyr_audit] where [user] <> NULL group by [user];"));
+    const auto rows = Workspace::openAddIn(dataPath)->openRecordset(
+        QStringLiteral("Select [User] from [tlyr_audit] where [user] <> NULL group by [user];"),
+        RecordsetType::Dynaset);
     QStringList names;
     for (; !rows->eof(); rows->moveNext())
         names.append(rows->field(QStringLiteral("user")).toText());
@@ -81,14 +76,14 @@ QStringList users(const QString& dataPath) {
 
 void read(const QString& dataPath, const QString& employeeFilter, const QString& condition,
           bool breakOut, const std::function<void(const Line&)>& take) {
-    const auto employees = openRows(
-        dataPath, QStringLiteral("\\bcx.mdb"),
+    const auto employees = Workspace::openHostOptions(dataPath)->openRecordset(
         QStringLiteral("Select [emp_code], [emp_name] from [employee] where ([emp_code] ") +
-            employeeFilter + QStringLiteral(");"));
-    const auto entries = openRows(dataPath, QStringLiteral("\\aidb01.mdb"),
-                                  QStringLiteral("Select * from [tlyr_audit] where ([emp_code] ") +
-                                      employeeFilter + QStringLiteral(") and ") + condition +
-                                      QStringLiteral(" order by [now], [emp_code];"));
+            employeeFilter + QStringLiteral(");"),
+        RecordsetType::Dynaset);
+    const auto entries = Workspace::openAddIn(dataPath)->openRecordset(
+        QStringLiteral("Select * from [tlyr_audit] where ([emp_code] ") + employeeFilter +
+            QStringLiteral(") and ") + condition + QStringLiteral(" order by [now], [emp_code];"),
+        RecordsetType::Dynaset);
     EmployeeNames names(*employees);
     const Reading reading(entries->database());
     for (; !entries->eof(); entries->moveNext()) {

@@ -11,7 +11,7 @@ namespace tallyroom::Undo {
 namespace {
 
 std::shared_ptr<Recordset> openAudit(const HostContext& context, const QString& condition) {
-    return Workspace::openDatabase(context.DataPath + QStringLiteral("\\aidb01.mdb"))
+    return Workspace::openAddIn(context.DataPath)
         ->openRecordset(QStringLiteral("Select * from [tlyr_Audit]") + condition + QLatin1Char(';'),
                         RecordsetType::Dynaset);
 }
@@ -45,7 +45,7 @@ UndoLine lineOf(const Recordset& entry, bool breakOut) {
 // One transaction only, even if several are alike.
 void removeTransaction(const HostContext& context, const Recordset& entry) {
     const auto rows =
-        Workspace::openDatabase(context.DataPath + QStringLiteral("\\bcx.mdb"))
+        Workspace::openHostOptions(context.DataPath)
             ->openRecordset(QStringLiteral("select * from [TimeHistory] where ([thist_emp] = '") +
                                 entry.field(QStringLiteral("emp_code")).toText() +
                                 QStringLiteral("') and ([shift_date] = #") +

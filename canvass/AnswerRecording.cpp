@@ -22,10 +22,6 @@ constexpr AnswerColumns accepted20{u"Accepted2", u"tlyrAccepted2", u"xt20Accepte
 constexpr AnswerColumns declined15{u"Declined", u"tlyrDeclined", u"xt15Declined", false};
 constexpr AnswerColumns declined20{u"Declined2", u"tlyrDeclined2", u"xt20Declined", false};
 
-std::shared_ptr<Database> openAddIn(const CanvassState& state) {
-    return Workspace::openDatabase(state.DataPath + QStringLiteral("\\aidb01.mdb"));
-}
-
 // One command's recording. CanvassRs stands on the employee whose answer is being written.
 class Recorder {
 public:
@@ -148,7 +144,7 @@ private:
     // another file in that place or none.
     Database& addIn() {
         if (!m_addIn->isInPlace())
-            m_addIn = openAddIn(m_state);
+            m_addIn = Workspace::openAddIn(m_state.DataPath);
         return *m_addIn;
     }
 
@@ -194,7 +190,7 @@ bool isValidAmount(const QString& amount) {
 }
 
 void record(CanvassState& state, const AnswerRequest& request) {
-    const auto database = openAddIn(state);
+    const auto database = Workspace::openAddIn(state.DataPath);
     const auto associations = database->openRecordset(QStringLiteral("Select * from [tlyr_assoc];"),
                                                       RecordsetType::Snapshot);
     if (associations->eof())

@@ -57,8 +57,7 @@ void BuildSteps::undoWorkAhead() {
 
 // A failure in here is not one of the build's statements: it ends the command with a report.
 void BuildSteps::dropScratchTable() {
-    Workspace::openDatabase(m_dataPath + QStringLiteral("\\aidb01.mdb"))
-        ->execute(QStringLiteral("Drop Table [tlyrTemp];"));
+    Workspace::openAddIn(m_dataPath)->execute(QStringLiteral("Drop Table [tlyrTemp];"));
     m_dropped = true;
 }
 

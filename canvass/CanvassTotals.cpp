@@ -40,9 +40,7 @@ public:
     }
 
 private:
-    void openMain() {
-        m_main = Workspace::openDatabase(m_state.DataPath + QStringLiteral("\\vrlxdb01.mdb"));
-    }
+    void openMain() { m_main = Workspace::openMain(m_state.DataPath); }
 
     // The employees take the place of the last board's in one write. The host's filter, or what it
     // raises, is kept for its statement in fill().

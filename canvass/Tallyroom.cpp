@@ -74,7 +74,7 @@ void Tallyroom::showModally() {
 
 void Tallyroom::Form_Load() {
     m_state.DataPath = m_context.DataPath;
-    m_state.HostOptionsDb = Workspace::openDatabase(m_state.DataPath + QStringLiteral("\\bcx.mdb"));
+    m_state.HostOptionsDb = Workspace::openHostOptions(m_state.DataPath);
     m_state.HostOptionsDb->setProgress([this] { repaint(); }); // the build's long queries
     Background::copyFrom(m_context.SplashPicture, m_ui->centralwidget);
     firstRunSetup();

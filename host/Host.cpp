@@ -25,7 +25,7 @@ const Guid& classOf(const QString& member) {
 } // namespace
 
 Host::Host(const Options& options)
-    : m_options(options), m_database(openHostDatabase(options.dataFolder)),
+    : m_options(options), m_database(Workspace::openHostOptions(options.dataFolder)),
       m_data(readHostData(*m_database)), m_selection(m_data.employees) {
     if (options.selection)
         select(*options.selection);

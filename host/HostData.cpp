@@ -76,10 +76,6 @@ QString HostData::shiftHours(const QString& code) const {
     return found != shifts.end() ? found->hours : QString();
 }
 
-std::shared_ptr<Database> openHostDatabase(const QString& dataFolder) {
-    return Workspace::openDatabase(dataFolder + QStringLiteral("\\bcx.mdb"));
-}
-
 HostData readHostData(Database& database) {
     HostData data{readEmployees(database), readDepartments(database), readShifts(database)};
     std::ranges::sort(data.employees, {},

@@ -35,9 +35,6 @@ struct HostData {
     QString shiftHours(const QString& code) const;
 };
 
-// Opens the host's own database of a data folder. Raises what Workspace raises.
-std::shared_ptr<Database> openHostDatabase(const QString& dataFolder);
-
 HostData readHostData(Database& database);
 
 // "07:00"; Null is "".

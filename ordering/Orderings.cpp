@@ -10,17 +10,13 @@ namespace {
 const QString descrField = QStringLiteral("descr");
 const QString detailsField = QStringLiteral("details");
 
-std::shared_ptr<Database> openAddInFile(const QString& dataPath) {
-    return Workspace::openDatabase(dataPath + QStringLiteral("\\aidb01.mdb"));
-}
-
 Ordering current(const Recordset& rows) {
     return {rows.field(descrField).textOrEmpty(), rows.field(detailsField).textOrEmpty()};
 }
 
 // All orderings, with the one of this description as the current row, if there is one.
 std::shared_ptr<Recordset> find(const QString& dataPath, const QString& descr) {
-    auto rows = openAddInFile(dataPath)->openRecordset(
+    auto rows = Workspace::openAddIn(dataPath)->openRecordset(
         QStringLiteral("Select * from [tlyr_order];"), RecordsetType::Dynaset);
     rows->findFirst(QStringLiteral("[descr] = '") + descr.trimmed() + QLatin1Char('\''));
     return rows;
@@ -29,7 +25,7 @@ std::shared_ptr<Recordset> find(const QString& dataPath, const QString& descr) {
 } // namespace
 
 std::vector<Ordering> readAll(const QString& dataPath) {
-    const auto rows = openAddInFile(dataPath)->openRecordset(
+    const auto rows = Workspace::openAddIn(dataPath)->openRecordset(
         QStringLiteral("Select * from [tlyr_order] order by [descr];"), RecordsetType::Dynaset);
     std::vector<Ordering> orderings;
     for (; !rows->eof(); rows->moveNext())
@@ -38,7 +34,7 @@ std::vector<Ordering> readAll(const QString& dataPath) {
 }
 
 std::optional<Ordering> read(const QString& dataPath, const QString& descr) {
-    const auto rows = openAddInFile(dataPath)->openRecordset(
+    const auto rows = Workspace::openAddIn(dataPath)->openRecordset(
         QStringLiteral("Select * from [tlyr_order] where ([descr] = '") + descr +
             QStringLiteral("');"),
         RecordsetType::Dynaset);
@@ -69,7 +65,7 @@ SaveResult change(const QString& dataPath, const Ordering& ordering) {
 }
 
 void remove(const QString& dataPath, const QString& descr) {
-    openAddInFile(dataPath)->execute(
+    Workspace::openAddIn(dataPath)->execute(
         QStringLiteral("delete * from [tlyr_order] where [descr] = '") + descr +
         QStringLiteral("';"));
 }

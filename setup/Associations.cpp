@@ -6,16 +6,8 @@
 
 namespace tallyroom::Associations {
 
-namespace {
-
-std::shared_ptr<Database> openAddInFile(const QString& dataPath) {
-    return Workspace::openDatabase(dataPath + QStringLiteral("\\aidb01.mdb"));
-}
-
-} // namespace
-
 QStringList absentCodeEntries(const QString& dataPath) {
-    const auto database = Workspace::openDatabase(dataPath + QStringLiteral("\\bcx.mdb"));
+    const auto database = Workspace::openHostOptions(dataPath);
     const auto rows = database->openRecordset(
         QStringLiteral(
             "Select [absent_code], [absent_descr] from [Absentee] order by [Absent_code];"),
@@ -28,7 +20,7 @@ QStringList absentCodeEntries(const QString& dataPath) {
 }
 
 std::optional<Codes> read(const QString& dataPath) {
-    const auto rows = openAddInFile(dataPath)->openRecordset(
+    const auto rows = Workspace::openAddIn(dataPath)->openRecordset(
         QStringLiteral("Select * from [tlyr_assoc];"), RecordsetType::Snapshot);
     if (rows->eof())
         return std::nullopt;
@@ -38,7 +30,7 @@ std::optional<Codes> read(const QString& dataPath) {
 }
 
 void removeAll(const QString& dataPath) {
-    openAddInFile(dataPath)->execute(QStringLiteral("Delete * from [tlyr_assoc];"));
+    Workspace::openAddIn(dataPath)->execute(QStringLiteral("Delete * from [tlyr_assoc];"));
 }
 
 void save(const QString& dataPath, const QStringList& codes) {
@@ -46,9 +38,9 @@ void save(const QString& dataPath, const QStringList& codes) {
     const QString columns = codes.size() == kindCount
                                 ? QStringLiteral("[Accepted], [Declined], [Accepted2], [Declined2]")
                                 : QStringLiteral("[Accepted], [Declined]");
-    openAddInFile(dataPath)->execute(QStringLiteral("Insert Into [TlYR_Assoc] (") + columns +
-                                     QStringLiteral(") Values ('") +
-                                     codes.join(QStringLiteral("', '")) + QStringLiteral("');"));
+    Workspace::openAddIn(dataPath)->execute(
+        QStringLiteral("Insert Into [TlYR_Assoc] (") + columns + QStringLiteral(") Values ('") +
+        codes.join(QStringLiteral("', '")) + QStringLiteral("');"));
 }
 
 } // namespace tallyroom::Associations

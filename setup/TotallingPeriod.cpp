@@ -8,8 +8,8 @@ namespace tallyroom {
 namespace {
 
 std::shared_ptr<Recordset> openPeriod(const QString& dataPath, RecordsetType type) {
-    return Workspace::openDatabase(dataPath + QStringLiteral("\\aidb01.mdb"))
-        ->openRecordset(QStringLiteral("Select * from [tlyr_period];"), type);
+    return Workspace::openAddIn(dataPath)->openRecordset(
+        QStringLiteral("Select * from [tlyr_period];"), type);
 }
 
 const QString fromField = QStringLiteral("from_date");

@@ -23,15 +23,11 @@ std::shared_ptr<Recordset> openRows(Database& database, const QString& user, con
         RecordsetType::Dynaset);
 }
 
-std::shared_ptr<Database> openHostOptions(const QString& dataPath) {
-    return Workspace::openDatabase(dataPath + QStringLiteral("\\bcx.mdb"));
-}
-
 } // namespace
 
 QString read(const QString& dataPath, const QString& user, const QString& form) noexcept {
     try {
-        const auto database = openHostOptions(dataPath);
+        const auto database = Workspace::openHostOptions(dataPath);
         auto rows = openRows(*database, user, form);
         if (rows->eof())
             rows = openRows(*database, QStringLiteral("MASTER"), form);
@@ -44,7 +40,7 @@ QString read(const QString& dataPath, const QString& user, const QString& form) 
 void write(const QString& dataPath, const QString& user, const QString& form,
            const QString& text) noexcept {
     try {
-        const auto rows = openRows(*openHostOptions(dataPath), user, form);
+        const auto rows = openRows(*Workspace::openHostOptions(dataPath), user, form);
         if (rows->eof())
             rows->addNew();
         else

@@ -80,4 +80,16 @@ std::shared_ptr<Database> openDatabase(const QString& path) {
     }
 }
 
+std::shared_ptr<Database> openAddIn(const QString& dataPath) {
+    return openDatabase(dataPath + QStringLiteral("\\aidb01.mdb"));
+}
+
+std::shared_ptr<Database> openMain(const QString& dataPath) {
+    return openDatabase(dataPath + QStringLiteral("\\vrlxdb01.mdb"));
+}
+
+std::shared_ptr<Database> openHostOptions(const QString& dataPath) {
+    return openDatabase(dataPath + QStringLiteral("\\bcx.mdb"));
+}
+
 } // namespace tallyroom::Workspace

@@ -13,6 +13,11 @@ namespace tallyroom::Workspace {
 // 3343 (not a database), 3051 (no permission). Never creates a file.
 std::shared_ptr<Database> openDatabase(const QString& path);
 
+// The three files of the host's data folder, alike.
+std::shared_ptr<Database> openAddIn(const QString& dataPath);       // aidb01.mdb
+std::shared_ptr<Database> openMain(const QString& dataPath);        // vrlxdb01.mdb
+std::shared_ptr<Database> openHostOptions(const QString& dataPath); // bcx.mdb
+
 // The existing file that a path as the host writes it stands for; raises 3024 or 3044.
 QString resolveFile(const QString& path);
 

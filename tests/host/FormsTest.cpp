@@ -44,7 +44,7 @@ TEST(DatePicker, ReportsThePickedDayAndOnlyThat) {
 
 TEST(Menu, HandlersOpenTheirScreensByName) {
     const HostDataFolder folder;
-    const auto database = openHostDatabase(folder.path());
+    const auto database = Workspace::openHostOptions(folder.path());
     const HostData data = readHostData(*database);
     auto window = std::make_unique<frmMenu>(database, data, drawSplash());
     const ObjectRef menu = makeObject<MenuObject>(window.get());

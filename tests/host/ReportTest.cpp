@@ -37,7 +37,7 @@ protected:
     }
 
     HostDataFolder m_folder{[](DemoSettings& settings) { settings.bare = true; }};
-    std::shared_ptr<Database> m_database = openHostDatabase(m_folder.path());
+    std::shared_ptr<Database> m_database = Workspace::openHostOptions(m_folder.path());
     HostData m_data;
     Period m_march{QDate(2024, 3, 1), QDate(2024, 3, 31)};
 };
