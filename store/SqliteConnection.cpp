@@ -11,7 +11,7 @@ namespace tallyroom {
 
 namespace {
 
-constexpr int busyTimeout = 2000; // milliseconds
+constexpr int busyTimeout = 2000;        // milliseconds
 constexpr int progressSteps = 5'000'000; // of the engine's machine, some tenth of a second
 // Statements with long lists of codes are not likely to come again.
 constexpr qsizetype maximumStatements = 64;
