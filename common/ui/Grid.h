@@ -103,8 +103,8 @@ private:
     Grid& m_grid;
 };
 
-// What was measured in a font. There is one for all windows, since all grids carry the same font; it
-// belongs to the application, so that it outlives a window and ends before the fonts do.
+// What was measured in a font. There is one for all windows, since all grids carry the same font;
+// it belongs to the application, so that it outlives a window and ends before the fonts do.
 class KnownWidths : public QObject {
     Q_OBJECT
 
