@@ -29,7 +29,8 @@ bool isWanted(char name, const QStringList& arguments) {
 } // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
     QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false")); // of the platform
     QApplication::setQuitOnLastWindowClosed(false);
