@@ -17,7 +17,7 @@ Plain::Plain(const QString& file) {
     check(m_handle,
           sqlite3_open_v2(file.toUtf8().constData(), &m_handle, SQLITE_OPEN_READWRITE, nullptr));
     sqlite3_busy_timeout(m_handle, 2000);
-    run("PRAGMA synchronous = FULL");
+    run("PRAGMA synchronous = EXTRA");
 }
 
 Plain::~Plain() {

@@ -47,7 +47,7 @@ std::string fillStatement(const std::optional<TotallingPeriod>& period) {
 
 PlainBoard::PlainBoard(const QString& folder) : m_connection(fileIn(folder, "bcx.mdb")) {
     m_connection.run("ATTACH '" + fileIn(folder, "vrlxdb01.mdb").toStdString() + "' AS target");
-    m_connection.run("PRAGMA target.synchronous = FULL");
+    m_connection.run("PRAGMA target.synchronous = EXTRA");
 }
 
 void PlainBoard::write(const std::optional<TotallingPeriod>& period) {

@@ -75,7 +75,7 @@ SqliteConnection::SqliteConnection(const QString& file)
         throw RunError::make(ErrorNumber::outOfMemory);
     sqlite3_rollback_hook(
         handle(), [](void* count) { ++*static_cast<qint64*>(count); }, &m_rollbacks);
-    run(QStringLiteral("PRAGMA synchronous = FULL"));
+    synchronize(QStringLiteral("main"));
 }
 
 void SqliteConnection::setProgress(std::function<void()> callback) {
@@ -85,6 +85,12 @@ void SqliteConnection::setProgress(std::function<void()> callback) {
         return 0; // the statement goes on
     };
     sqlite3_progress_handler(handle(), progressSteps, m_progress ? +report : nullptr, &m_progress);
+}
+
+// A journal whose removal is still on its way to the disk when the power fails comes back, and undoes
+// what was committed: EXTRA waits for the removal, too.
+void SqliteConnection::synchronize(const QString& schema) {
+    run(QStringLiteral("PRAGMA %1.synchronous = EXTRA").arg(schema));
 }
 
 void SqliteConnection::run(const QString& native) {

@@ -32,6 +32,9 @@ public:
 
     void setProgress(std::function<void()> callback); // see Database
 
+    // What is committed in the schema ("main", or an attached one) survives a power cut.
+    void synchronize(const QString& schema);
+
     // Runs a statement without parameters that gives no rows.
     void run(const QString& native);
 

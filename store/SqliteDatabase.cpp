@@ -24,10 +24,11 @@ sql::Generator generator() {
 // Another file that takes part in one statement.
 class Attachment {
 public:
-    Attachment(SqliteConnection& connection, const QString& file) : m_connection(connection) {
+    Attachment(SqliteConnection& connection, const QString& file) : Attachment(connection) {
         SqliteQuery query(connection, QStringLiteral("ATTACH ?1 AS target"));
         query.bind(1, Variant(file));
         query.next();
+        connection.synchronize(QStringLiteral("target"));
     }
     ~Attachment() {
         // With no statement under way there is nothing that a detach could fail for; should it
@@ -38,6 +39,9 @@ public:
     Attachment& operator=(const Attachment&) = delete;
 
 private:
+    // Detaches also what fails half-way.
+    explicit Attachment(SqliteConnection& connection) : m_connection(connection) {}
+
     SqliteConnection& m_connection;
 };
 

@@ -61,6 +61,7 @@ void sweep(QMainWindow& board, FaultyFiles& disk, const std::function<void()>& c
         disk.failAt(n);
         command();
         const bool reached = disk.operations() >= n;
+        EXPECT_EQ(disk.looseRemovals(), 0) << "what is recorded survives a power cut";
         disk.failAt(0);
         EXPECT_LE(boxes.count, 1) << "operation " << n;
         check(boxes.count > 0);

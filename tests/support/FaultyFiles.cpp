@@ -9,6 +9,7 @@ namespace {
 
 int counted = 0;
 int failing = 0;
+int loose = 0;
 sqlite3_vfs* realVfs = nullptr;
 sqlite3_vfs faultyVfs;
 sqlite3_io_methods faultyMethods;
@@ -81,6 +82,11 @@ int openFile(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int*
     return result;
 }
 
+int deleteFile(sqlite3_vfs*, const char* name, int syncFolder) {
+    loose += syncFolder == 0 ? 1 : 0;
+    return fails() ? SQLITE_IOERR_DELETE : realVfs->xDelete(realVfs, name, syncFolder);
+}
+
 } // namespace
 
 FaultyFiles::FaultyFiles() {
@@ -92,6 +98,7 @@ FaultyFiles::FaultyFiles() {
     faultyVfs.pNext = nullptr;
     faultyVfs.szOsFile = static_cast<int>(sizeof(FaultyFile)) + realVfs->szOsFile;
     faultyVfs.xOpen = openFile;
+    faultyVfs.xDelete = deleteFile;
     sqlite3_vfs_register(&faultyVfs, 1);
 }
 
@@ -102,11 +109,16 @@ FaultyFiles::~FaultyFiles() {
 
 void FaultyFiles::failAt(int n) {
     counted = 0;
+    loose = 0;
     failing = n;
 }
 
 int FaultyFiles::operations() const {
     return counted;
+}
+
+int FaultyFiles::looseRemovals() const {
+    return loose;
 }
 
 } // namespace tallyroom

@@ -16,6 +16,9 @@ public:
     void failAt(int n);
     // Operations since the last call of failAt().
     int operations() const;
+    // Of these, files removed in a way that a power cut may take back: a journal that comes back
+    // undoes what was committed.
+    int looseRemovals() const;
 };
 
 } // namespace tallyroom
