@@ -23,11 +23,11 @@ QString codeList(int count) {
 class SqlTest : public testing::Test {
 protected:
     int errorOfSelect(const QString& sql) const {
-        return errorOf([&] { m_database->openRecordset(sql, RecordsetType::Snapshot); });
+        return errorNumberOf([&] { m_database->openRecordset(sql, RecordsetType::Snapshot); });
     }
 
     DataFolder m_folder;
-    std::shared_ptr<Database> m_database = m_folder.open(QStringLiteral("bcx.mdb"));
+    std::shared_ptr<Database> m_database = m_folder.open(hostFile);
 };
 
 TEST_F(SqlTest, TakesLongListsAndLongChains) {
