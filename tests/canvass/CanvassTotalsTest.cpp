@@ -41,7 +41,33 @@ protected:
                                     });
     }
 
+    // Three hundred employees, every step-th with history: a board of many pages, so that there is
+    // something to lose.
+    void addMany(int step) {
+        folder.addHost(300);
+        for (int n = 1; n <= 300; n += step)
+            folder.addHistory(QStringLiteral("E%1").arg(n), QStringLiteral("1/1/2020"), 60, n);
+        open();
+    }
+
+    // Builds with the n-th operation of the disk failing, for every step-th n, and checks after
+    // each.
+    void sweep(int step, const std::vector<ErrorAnswer>& answers,
+               const std::function<void(int n)>& check) {
+        bool reached = true;
+        for (int n = 1; reached; n += step) {
+            disk.failAt(n);
+            ASSERT_TRUE(build(answers)) << n;
+            reached = disk.operations() >= n;
+            disk.failAt(0);
+            check(n);
+            ASSERT_LT(n, 20000);
+        }
+    }
+
     QStringList board() const { return folder.rows(mainFile, totalsOf); }
+
+    FaultyFiles disk; // first, so that every file is opened through it
 
     DataFolder folder;
     FakeHost host;
@@ -236,53 +262,32 @@ TEST_F(CanvassTotalsTest, DerivedColumnsAreComputedAnewAfterEachChange) {
 }
 
 // The build's statements share a write, which the engine itself undoes when the disk fails in it:
-// one that is undone must not pass for done, and a retry must not go on with what is left. The
-// board takes many pages, so that there is something to lose.
+// one that is undone must not pass for done, and a retry must not go on with what is left.
 TEST_F(CanvassTotalsTest, ADiskThatFailsAmidALargeMergeLosesNoTotals) {
-    FaultyFiles disk;
-    folder.addHost(300);
-    for (int n = 1; n <= 300; n += 2)
-        folder.addHistory(QStringLiteral("E%1").arg(n), QStringLiteral("1/1/2020"), 60, n);
-    open();
+    addMany(2);
     ASSERT_TRUE(build());
     const QString all = QStringLiteral("Select * from [tlyrTemp] order by [emp_code];");
     const QStringList expected = folder.rows(mainFile, all);
-    bool reached = true;
-    for (int n = 1; reached; n += 2) {
-        disk.failAt(n);
-        ASSERT_TRUE(build({ErrorAnswer::Retry})) << n;
-        reached = disk.operations() >= n;
-        disk.failAt(0);
+    sweep(2, {ErrorAnswer::Retry}, [&](int n) {
         CanvassTotals::applyMultipliers(state, false);
-        ASSERT_EQ(folder.rows(mainFile, all), expected) << n;
-        ASSERT_LT(n, 20000);
-    }
+        EXPECT_EQ(folder.rows(mainFile, all), expected) << n;
+    });
 }
 
 // After Ignore each statement writes for itself: only what fails is left out.
 TEST_F(CanvassTotalsTest, ADiskThatFailsAmidTheMergeAndIsIgnoredLosesNoTotals) {
-    FaultyFiles disk;
-    folder.addHost(300);
-    for (int n = 1; n <= 300; n += 30)
-        folder.addHistory(QStringLiteral("E%1").arg(n), QStringLiteral("1/1/2020"), 60, n);
-    open();
+    addMany(30);
     const QString counted = QStringLiteral(
         "Select Count(*) from [tlyrTemp] where [T15Hours] = 60 and [WorkedOT] = [T15Hours] + "
         "[T20Hours];");
     int whole = 0;
-    bool reached = true;
-    for (int n = 1; reached; n += 3) {
-        folder.execute(mainFile, QStringLiteral("Delete * from [tlyrTemp];"));
-        disk.failAt(n);
-        ASSERT_TRUE(build(std::vector(30, ErrorAnswer::Ignore))) << n;
-        reached = disk.operations() >= n;
-        disk.failAt(0);
+    sweep(3, std::vector(30, ErrorAnswer::Ignore), [&](int n) {
         const QString count = folder.rows(mainFile, counted).value(0);
         whole += count == QStringLiteral("10") ? 1 : 0;
         EXPECT_TRUE(count == QStringLiteral("10") || count == QStringLiteral("0"))
             << count.toStdString() << " at " << n;
-        ASSERT_LT(n, 2000);
-    }
+        folder.execute(mainFile, QStringLiteral("Delete * from [tlyrTemp];"));
+    });
     EXPECT_GT(whole, 10);
 }
 
