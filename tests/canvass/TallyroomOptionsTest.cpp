@@ -71,6 +71,9 @@ TEST_F(TallyroomOptionsTest, EachUserFindsTheBoardAsHeLeftIt) {
         },
         QStringLiteral("O'HARA"));
     expectOptions(u"Ann", u"mnuDept mnuPager mnuSenDate mnuTot_0");
+    EXPECT_EQ(folder.rows(hostFile, QStringLiteral("Select [formname] from [FormOptions];")).size(),
+              3)
+        << "one row a user";
     folder.execute(addInFile, QStringLiteral("Delete * from [tlyr_order] where [descr] = 'Down';"));
     expectOptions(u"O'Hara", u"mnuBreakOut mnuPager mnuSenDate mnuSigLine mnuTot_1");
 }
