@@ -1,5 +1,4 @@
 #include "audit/frmTLYRAudit.h"
-#include "audit/frmUndo.h"
 #include "tests/audit/AuditFolder.h"
 #include "tests/support/DialogScript.h"
 #include "tests/support/FakeHost.h"
@@ -207,24 +206,6 @@ TEST_F(AuditWindowsTest, TheBrowserRemembersItsKindsButNoDates) {
                       checked)
                 << QString::fromUtf16(name).toStdString();
     });
-}
-
-TEST_F(AuditWindowsTest, UndoListsAndTakesBack) {
-    addTwo();
-    const HostContext context = host.context(folder.path());
-    frmUndo window(context, [this] { return breakOut; });
-    script.expectWindow(QStringLiteral("frmUndo"), [&](QWidget& undo) {
-        auto& list = child<QListWidget>(undo, QStringLiteral("List1"));
-        EXPECT_EQ(list.count(), 1);
-        clickButton(undo, QStringLiteral("Command1")); // nothing selected: the list fills again
-        EXPECT_EQ(list.count(), 1);
-        list.setCurrentRow(0);
-        clickButton(undo, QStringLiteral("Command1"));
-        EXPECT_EQ(list.count(), 0);
-        clickButton(undo, QStringLiteral("Command2"));
-    });
-    window.showModally();
-    EXPECT_EQ(folder.audit().size(), 1);
 }
 
 } // namespace

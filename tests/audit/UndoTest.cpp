@@ -89,17 +89,6 @@ TEST_F(UndoTest, RemovesOneTransactionAndTheEntry) {
     EXPECT_TRUE(folder.audit().isEmpty()) << "the entry goes without its transaction too";
 }
 
-TEST_F(UndoTest, TheMasterTakesBackOnlyAnswersOfHisOwnName) {
-    add(ann, 0, 60, acceptedColumn);
-    add(master, 1, 45, declinedColumn);
-    const QStringList shown = lines(master);
-    ASSERT_EQ(shown.size(), 2);
-    take(master, 0);
-    EXPECT_EQ(folder.audit().size(), 2);
-    take(master, 1);
-    EXPECT_EQ(folder.audit(), QStringList(QStringLiteral("Ann|E1|0|60|tlyrAccepted")));
-}
-
 TEST_F(UndoTest, ADeletedEntryReadsAcceptedAndStays) {
     add(ann, 2, 60, acceptedColumn);
     EXPECT_TRUE(lines(ann).value(0).contains(QStringLiteral("Accepted")));

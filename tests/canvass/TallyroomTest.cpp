@@ -2,22 +2,14 @@
 
 #include "common/ui/Twips.h"
 
-#include <QComboBox>
 #include <QFile>
 #include <QLabel>
-#include <QMenu>
 #include <QPushButton>
 #include <QTest>
 
 using namespace tallyroom;
 
 namespace {
-
-const QString welcome = QStringLiteral(
-    "Welcome to the Tallyroom!\n\nThis add-in for Brightclock requires some setup to occur prior "
-    "to starting. After clicking [Ok] below, you will be taken to a new window which will ask you "
-    "to associate two absent codes; one to identify ACCEPTED overtime, and another to identify "
-    "DECLINED overtime.");
 
 using TallyroomTest = BoardTest;
 
@@ -58,19 +50,6 @@ TEST_F(TallyroomTest, OnlyTheMasterSeesHisEntries) {
             },
             QString::fromUtf16(user));
     }
-}
-
-TEST_F(TallyroomTest, FirstRunWelcomesAndAssociates) {
-    folder.execute(addInFile, QStringLiteral("Delete * from [tlyr_assoc];"));
-    script.expectBox(welcome, QMessageBox::Ok, QMessageBox::Information);
-    script.expectWindow(QStringLiteral("frmTLYRAssoc"), [](QWidget& window) {
-        child<QComboBox>(window, QStringLiteral("Combo1")).setCurrentIndex(0);
-        child<QComboBox>(window, QStringLiteral("Combo2")).setCurrentIndex(2);
-        clickButton(window, QStringLiteral("Command2"));
-    });
-    show();
-    EXPECT_EQ(folder.rows(addInFile, QStringLiteral("Select * from [tlyr_assoc];")),
-              QStringList(QStringLiteral("OTA|OTD|Null|Null")));
 }
 
 TEST_F(TallyroomTest, AMissingFileIsReportedAndNoWindowAppears) {
@@ -187,43 +166,6 @@ TEST_F(TallyroomTest, ABuildBeginsWithTheHourglassOnAPaintedWindow) {
         EXPECT_FALSE(QGuiApplication::overrideCursor());
         host.onFilterRead = {};
     });
-}
-
-TEST_F(TallyroomTest, ShortcutsCallTheHostByName) {
-    show([&](QWidget& board) {
-        for (const char16_t* name :
-             {u"mnuETA", u"mnuDSched", u"mnuWSched", u"mnuMSched", u"mnuOTAnalysis"})
-            trigger(board, QString::fromUtf16(name));
-    });
-    EXPECT_EQ(host.calls.join(u' '),
-              QStringLiteral("ttedit_click mnupms_click mnuchangesched_click mnuemployeesch_click "
-                             "mnu_ot_anal_click"));
-}
-
-TEST_F(TallyroomTest, ThePeriodIsDefinedAndUsed) {
-    folder.addHistory(QStringLiteral("E1"), QStringLiteral("1/5/2020"), 60, 0);
-    folder.addHistory(QStringLiteral("E1"), QStringLiteral("2/5/2020"), 30, 0);
-    show(
-        [&](QWidget& board) {
-            EXPECT_TRUE(lines(board).value(1).endsWith(QStringLiteral("01:30")));
-            script.expectWindow(QStringLiteral("frmTLYRPeriod"), [](QWidget& window) {
-                child<QAbstractButton>(window, QStringLiteral("SSCheck1")).click();
-                child<QLineEdit>(window, QStringLiteral("Text1"))
-                    .setText(QStringLiteral("1/1/2020"));
-                child<QLineEdit>(window, QStringLiteral("Text2"))
-                    .setText(QStringLiteral("1/31/2020"));
-                clickButton(window, QStringLiteral("Command1"));
-            });
-            trigger(board, QStringLiteral("mnuDefinePeriod"));
-            EXPECT_TRUE(lines(board).value(1).endsWith(QStringLiteral("01:00")));
-            script.expectWindow(QStringLiteral("frmTLYRPeriod"), [](QWidget& window) {
-                child<QAbstractButton>(window, QStringLiteral("SSCheck1")).click();
-                clickButton(window, QStringLiteral("Command1"));
-            });
-            trigger(board, QStringLiteral("mnuDefinePeriod"));
-            EXPECT_TRUE(lines(board).value(1).endsWith(QStringLiteral("01:30")));
-        },
-        QStringLiteral("master"));
 }
 
 TEST_F(TallyroomTest, CommandsWithoutTheirWindowReportAndTheBoardLivesOn) {

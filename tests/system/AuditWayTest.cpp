@@ -113,6 +113,7 @@ TEST_F(AuditWayTest, EachStepLeavesItsTracesInTheFiles) {
             [](QWidget& browser) { clickButton(browser, QStringLiteral("Option2")); });
         EXPECT_EQ(audit().filter(QStringLiteral("|2|120|")).size(), 1);
 
+        EXPECT_EQ(undo(board, -1), 2) << "nothing is selected";
         EXPECT_EQ(undo(board, 0), 2) << "Bob sees his own answers";
         EXPECT_EQ(audit().size(), 3);
         EXPECT_EQ(history().size(), 2);

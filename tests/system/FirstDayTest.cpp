@@ -143,16 +143,23 @@ TEST_F(FirstDayTest, ShortcutsOpenTheHostsScreens) {
         ->execute(QStringLiteral("Insert Into [tlyr_assoc] ([Accepted], [Declined]) Values "
                                  "('OTACC15', 'OTDEC15');"));
     openBoard(QString(), [&](QWidget& board) {
-        const std::pair<const char16_t*, const char16_t*> screens[] = {
-            {u"mnuETA", u"frmTransactions"},
-            {u"mnuDSched", u"frmSchedule"},
-            {u"mnuWSched", u"frmSchedule"},
-            {u"mnuMSched", u"frmSchedule"},
-            {u"mnuOTAnalysis", u"frmOvertime"}};
-        for (const auto& [entry, screen] : screens) {
-            script.expectWindow(QString::fromUtf16(screen),
-                                [](QWidget& window) { window.close(); });
-            trigger(board, QString::fromUtf16(entry));
+        const struct {
+            const char16_t* entry;
+            const char16_t* screen;
+            QString title;
+        } screens[] = {
+            {u"mnuETA", u"frmTransactions", QStringLiteral("Time and Attendance Transactions")},
+            {u"mnuDSched", u"frmSchedule", QStringLiteral("Daily Schedule")},
+            {u"mnuWSched", u"frmSchedule", QStringLiteral("Weekly Schedule")},
+            {u"mnuMSched", u"frmSchedule", QStringLiteral("Monthly Schedule")},
+            {u"mnuOTAnalysis", u"frmOvertime", QStringLiteral("Overtime Analysis")}};
+        for (const auto& c : screens) {
+            script.expectWindow(QString::fromUtf16(c.screen), [&c](QWidget& window) {
+                EXPECT_EQ(window.windowTitle(), c.title);
+                EXPECT_GT(grid(window).model()->rowCount(), 1);
+                window.close();
+            });
+            trigger(board, QString::fromUtf16(c.entry));
         }
     });
 }
