@@ -119,13 +119,4 @@ TEST_F(TLYRTest, HostObjectsThatFailAreReportedAndNothingStaysOpen) {
     show(array);
 }
 
-TEST_F(TLYRTest, TwoObjectsShareOneContext) {
-    const ObjectRef second = makeObject<TLYR>(context);
-    show(values(Variant(u"Ann")));
-    script.expectWindow(QStringLiteral("Tallyroom"),
-                        [](QWidget& board) { clickButton(board, QStringLiteral("Command1")); });
-    second.call(QStringLiteral("TLYRShow"), {Variant(values(Variant(u"Bob")))});
-    EXPECT_EQ(context.CurrentUser, QStringLiteral("Bob"));
-}
-
 } // namespace
