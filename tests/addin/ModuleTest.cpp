@@ -1,9 +1,6 @@
 // The built module, through its entry points only.
 #include "common/Objects.h"
-#include "tests/support/DataFolder.h"
-#include "tests/support/DialogScript.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/Printing.h"
+#include "tests/support/WindowTest.h"
 
 #include <QFile>
 #include <QProcess>

@@ -1,8 +1,5 @@
 #include "addin/TLYR.h"
-#include "tests/support/DataFolder.h"
-#include "tests/support/DialogScript.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/Printing.h"
+#include "tests/support/WindowTest.h"
 
 #include <QApplication>
 
@@ -10,7 +7,7 @@ using namespace tallyroom;
 
 namespace {
 
-class TLYRTest : public testing::Test {
+class TLYRTest : public WindowTest {
 protected:
     TLYRTest() {
         folder.addHost(1);
@@ -33,12 +30,9 @@ protected:
         return errorNumberOf([&] { entry.call(QStringLiteral("TLYRShow"), {argument}); });
     }
 
-    DataFolder folder;
-    FakeHost host;
     HostContext given;
     HostContext context;
     ObjectRef entry = makeObject<TLYR>(context);
-    DialogScript script;
 };
 
 TEST_F(TLYRTest, ReadsPositionsFromAnyLowerBoundAndReplacesAllSixEachTime) {

@@ -3,16 +3,13 @@
 
 #include "canvass/Tallyroom.h"
 #include "common/ui/Grid.h"
-#include "tests/support/DataFolder.h"
-#include "tests/support/DialogScript.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/Printing.h"
+#include "tests/support/WindowTest.h"
 
 #include <QLineEdit>
 
 namespace tallyroom {
 
-class BoardTest : public testing::Test {
+class BoardTest : public WindowTest {
 protected:
     BoardTest() {
         folder.addHost(3);
@@ -60,10 +57,6 @@ protected:
     static void select(QWidget& board, int from, int to);
     // Opens the grid's pop-up menu with the right mouse button and chooses an entry of it.
     static void answer(QWidget& board, const QString& entry);
-
-    DataFolder folder;
-    FakeHost host;
-    DialogScript script;
 };
 
 inline void BoardTest::select(QWidget& board, int from, int to) {

@@ -3,7 +3,9 @@
 #include "tests/canvass/Board.h"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QListWidget>
+#include <QTest>
 
 using namespace tallyroom;
 
@@ -62,6 +64,8 @@ TEST_F(OrderingRoundTripTest, DefineChooseEditDelete) {
     const QString newest = QStringLiteral("Newest & first");
     show([&](QWidget& board) {
         script.expectWindow(QStringLiteral("frmTLYROrderList"), [&](QWidget& list) {
+            for (const char16_t* command : {u"Command2", u"Command3"})
+                clickButton(list, QString::fromUtf16(command)); // nothing selected: nothing happens
             script.expectWindow(QStringLiteral("frmTLYROrders"), [&](QWidget& editor) {
                 child<QLineEdit>(editor, QStringLiteral("Text2")).setText(newest);
                 checkElement(editor, QStringLiteral("Seniority Date"));
@@ -77,13 +81,21 @@ TEST_F(OrderingRoundTripTest, DefineChooseEditDelete) {
         EXPECT_EQ(codes(board), QStringLiteral("E1 E2 E3"));
 
         script.expectWindow(QStringLiteral("frmTLYROrderList"), [&](QWidget& list) {
-            child<QListWidget>(list, QStringLiteral("List1")).setCurrentRow(0);
             script.expectWindow(QStringLiteral("frmTLYROrders"), [&](QWidget& editor) {
                 child<QListWidget>(editor, QStringLiteral("List1")).setCurrentRow(4);
                 auto& direction = child<QComboBox>(editor, QStringLiteral("Combo1"));
                 direction.setCurrentIndex(1);
                 Q_EMIT direction.activated(1);
                 clickButton(editor, QStringLiteral("Command1"));
+            });
+            auto& shown = child<QListWidget>(list, QStringLiteral("List1"));
+            const QPoint first = shown.visualItemRect(shown.item(0)).center();
+            QTest::mouseClick(shown.viewport(), Qt::LeftButton, {}, first);
+            QTest::mouseDClick(shown.viewport(), Qt::LeftButton, {}, first);
+            script.expectWindow(QStringLiteral("frmTLYROrders"), [&](QWidget& editor) {
+                EXPECT_EQ(child<QLabel>(editor, QStringLiteral("Label1")).text(),
+                          QStringLiteral("Seniority Date (Desc)"));
+                clickButton(editor, QStringLiteral("Command2"));
             });
             clickButton(list, QStringLiteral("Command2"));
             clickButton(list, QStringLiteral("Command4"));
@@ -94,11 +106,15 @@ TEST_F(OrderingRoundTripTest, DefineChooseEditDelete) {
         EXPECT_EQ(codes(board), QStringLiteral("E3 E2 E1"));
 
         script.expectWindow(QStringLiteral("frmTLYROrderList"), [&](QWidget& list) {
-            child<QListWidget>(list, QStringLiteral("List1")).setCurrentRow(0);
-            script.expectBox(
-                QStringLiteral("Do you really want to delete this user-defined ordering?"),
-                QMessageBox::Yes);
-            clickButton(list, QStringLiteral("Command3"));
+            auto& shown = child<QListWidget>(list, QStringLiteral("List1"));
+            shown.setCurrentRow(0);
+            for (const auto press : {QMessageBox::No, QMessageBox::Yes}) {
+                script.expectBox(
+                    QStringLiteral("Do you really want to delete this user-defined ordering?"),
+                    press);
+                clickButton(list, QStringLiteral("Command3"));
+                EXPECT_EQ(shown.count(), press == QMessageBox::No ? 1 : 0);
+            }
             clickButton(list, QStringLiteral("Command4"));
         });
         trigger(board, QStringLiteral("MnuOrder_0"));

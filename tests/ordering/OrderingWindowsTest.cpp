@@ -1,11 +1,7 @@
 #include "ordering/Orderings.h"
 #include "ordering/SettingsText.h"
-#include "ordering/frmTLYROrderList.h"
 #include "ordering/frmTLYROrders.h"
-#include "tests/support/DataFolder.h"
-#include "tests/support/DialogScript.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/Printing.h"
+#include "tests/support/WindowTest.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -17,7 +13,7 @@ using namespace tallyroom;
 
 namespace {
 
-class OrderingWindowsTest : public testing::Test {
+class OrderingWindowsTest : public WindowTest {
 protected:
     void edit(const DialogScript::Action& use, const QString& descr = {}) {
         const HostContext context = host.context(folder.path());
@@ -25,12 +21,6 @@ protected:
         if (!descr.isNull())
             window.Load(descr);
         script.expectWindow(QStringLiteral("frmTLYROrders"), use);
-        window.showModally();
-    }
-    void list(const DialogScript::Action& use) {
-        const HostContext context = host.context(folder.path());
-        frmTLYROrderList window(context);
-        script.expectWindow(QStringLiteral("frmTLYROrderList"), use);
         window.showModally();
     }
     void store(const QString& descr, const QString& details) const {
@@ -55,9 +45,6 @@ protected:
     const QString up = QStringLiteral("SSCommand1");
     const QString down = QStringLiteral("SSCommand2");
     const QString save = QStringLiteral("Command1");
-    DataFolder folder;
-    FakeHost host;
-    DialogScript script;
 };
 
 TEST_F(OrderingWindowsTest, ANewOrderingIsStoredInExactlyItsForm) {
@@ -66,22 +53,12 @@ TEST_F(OrderingWindowsTest, ANewOrderingIsStoredInExactlyItsForm) {
         elements(window).item(0)->setCheckState(Qt::Checked);
         clickButton(window, save);
     });
-    const QStringList names = {QStringLiteral("Employee Code"),
-                               QStringLiteral("Employee Name"),
-                               QStringLiteral("Home Department"),
-                               QStringLiteral("Position"),
-                               QStringLiteral("Seniority Date"),
-                               QStringLiteral("Seniority Number"),
-                               QStringLiteral("1.5"),
-                               QStringLiteral("2.0"),
-                               QStringLiteral("Worked Overtime"),
-                               QStringLiteral("Accepted 1.5"),
-                               QStringLiteral("Accepted 2.0"),
-                               QStringLiteral("Declined 1.5"),
-                               QStringLiteral("Declined 2.0"),
-                               QStringLiteral("Accepted Overtime"),
-                               QStringLiteral("Declined Overtime"),
-                               QStringLiteral("Total Overtime")};
+    const QStringList names =
+        QStringLiteral("Employee Code|Employee Name|Home Department|Position|Seniority Date|"
+                       "Seniority Number|1.5|2.0|Worked Overtime|Accepted 1.5|Accepted 2.0|"
+                       "Declined 1.5|Declined 2.0|Accepted Overtime|Declined Overtime|"
+                       "Total Overtime")
+            .split(u'|');
     QStringList pairs;
     QStringList positions;
     for (int n = 0; n < names.size(); ++n) {
@@ -193,38 +170,6 @@ TEST_F(OrderingWindowsTest, DamagedTextsLoadWhatCanBeRead) {
             clickButton(window, QStringLiteral("Command2"));
         },
         QStringLiteral("Partly"));
-}
-
-TEST_F(OrderingWindowsTest, TheListAddsEditsAndDeletes) {
-    list([&](QWidget& window) {
-        for (const char16_t* command : {u"Command2", u"Command3"})
-            clickButton(window, QString::fromUtf16(command)); // nothing selected: nothing happens
-        script.expectWindow(QStringLiteral("frmTLYROrders"), [&](QWidget& editor) {
-            describe(editor, QStringLiteral("New"));
-            elements(editor).item(2)->setCheckState(Qt::Checked);
-            clickButton(editor, save);
-        });
-        clickButton(window, QStringLiteral("Command1"));
-        EXPECT_EQ(texts(window), QStringList(QStringLiteral("New")));
-        elements(window).setCurrentRow(0);
-        script.expectWindow(QStringLiteral("frmTLYROrders"), [&](QWidget& editor) {
-            EXPECT_EQ(summary(editor), QStringLiteral("Home Department (Asc)"));
-            clickButton(editor, QStringLiteral("Command2"));
-        });
-        QWidget* viewport = elements(window).viewport();
-        const QPoint first = elements(window).visualItemRect(elements(window).item(0)).center();
-        QTest::mouseClick(viewport, Qt::LeftButton, {}, first);
-        QTest::mouseDClick(viewport, Qt::LeftButton, {}, first);
-        const QString question =
-            QStringLiteral("Do you really want to delete this user-defined ordering?");
-        for (const auto press : {QMessageBox::No, QMessageBox::Yes}) {
-            script.expectBox(question, press);
-            clickButton(window, QStringLiteral("Command3"));
-            EXPECT_EQ(texts(window).size(), press == QMessageBox::No ? 1 : 0);
-        }
-        clickButton(window, QStringLiteral("Command4"));
-    });
-    EXPECT_TRUE(Orderings::readAll(folder.path()).empty());
 }
 
 } // namespace

@@ -1,9 +1,6 @@
 #include "setup/frmTLYRAssoc.h"
 #include "setup/frmTLYRAssoc2.h"
-#include "tests/support/DataFolder.h"
-#include "tests/support/DialogScript.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/Printing.h"
+#include "tests/support/WindowTest.h"
 
 #include <QComboBox>
 
@@ -14,7 +11,7 @@ namespace {
 const QString mustChoose =
     QStringLiteral("You need to choose an absent code to associate with the ");
 
-class AssociationsTest : public testing::Test {
+class AssociationsTest : public WindowTest {
 protected:
     QStringList stored() const {
         return folder.rows(addInFile, QStringLiteral("Select * from [tlyr_assoc];"));
@@ -26,20 +23,9 @@ protected:
                                                  "(%1);")
                                       .arg(values));
     }
-    template<class Window>
-    void show(const DialogScript::Action& use) {
-        const HostContext context = host.context(folder.path());
-        Window window(context);
-        script.expectWindow(window.objectName(), use);
-        window.showModally();
-    }
     static QComboBox& combo(QWidget& window, int n) {
         return child<QComboBox>(window, QStringLiteral("Combo%1").arg(n));
     }
-
-    DataFolder folder;
-    FakeHost host;
-    DialogScript script;
 };
 
 TEST_F(AssociationsTest, TwoCodesReplaceWhateverWasStored) {
