@@ -86,17 +86,28 @@ TEST_F(TallyroomTest, AFailingBuildAsksAndAbortLeavesTheOldGrid) {
 
 TEST_F(TallyroomTest, OptionsChangeTheColumns) {
     folder.addHistory(QStringLiteral("E1"), QStringLiteral("1/1/2020"), 60, 30);
+    folder.execute(hostFile, QStringLiteral("Update [TimeHistory] Set [tlyrAccepted2] = 10;"));
     show([&](QWidget& board) {
+        const char16_t* const added[] = {u"mnuPos", u"mnuAltPhone", u"mnuCellPhone", u"mnuPager"};
+        for (const char16_t* name : added)
+            trigger(board, QString::fromUtf16(name));
+        trigger(board, QStringLiteral("mnuSenNum"));
         trigger(board, QStringLiteral("mnuBreakOut"));
+        EXPECT_EQ(lines(board).value(0),
+                  QStringLiteral("Code|Name|Dept|Position|Phone|Alt. Phone|Cell Phone|Pager|Sen. "
+                                 "Date|Sen. #|1.5|2.0|1.5 Accepted|2.0 Accepted|1.5 Declined|2.0 "
+                                 "Declined|Total"));
+        for (const char16_t* name : added)
+            trigger(board, QString::fromUtf16(name));
         EXPECT_EQ(child<QLabel>(board, QStringLiteral("Label3")).text(), QStringLiteral("1.5"));
         EXPECT_TRUE(child<QWidget>(board, QStringLiteral("Text2")).isVisible());
         trigger(board, QStringLiteral("mnuMult"));
         trigger(board, QStringLiteral("mnuBlank0"));
-        trigger(board, QStringLiteral("mnuSenNum"));
         trigger(board, QStringLiteral("mnuDept"));
         trigger(board, QStringLiteral("mnuTot_1"));
-        EXPECT_EQ(lines(board).value(1),
-                  QStringLiteral("E1|Name 1|(555) 123-4567|01/01/2001|99|01:30|01:00|||||02:30"));
+        EXPECT_EQ(
+            lines(board).value(1),
+            QStringLiteral("E1|Name 1|(555) 123-4567|01/01/2001|99|01:30|01:00||00:20|||02:30"));
         EXPECT_FALSE(child<QAction>(board, QStringLiteral("mnuTot_0")).isChecked());
         trigger(board, QStringLiteral("mnuBreakOut"));
         EXPECT_EQ(child<QLabel>(board, QStringLiteral("Label3")).text(),
