@@ -166,6 +166,9 @@ TEST_F(OrderingRoundTripTest, EveryElementSortsBothWays) {
                 }
             }
         }
+        trigger(board, QStringLiteral("mnuMult"));
+        trigger(board, QStringLiteral("mnuTot_1"));
+        EXPECT_EQ(codes(board), QStringLiteral("E3 E4 E1 E2 E5")) << "by the total that is shown";
     });
 }
 
