@@ -107,8 +107,7 @@ TEST_F(ModuleTest, OpensTheBoardForAHost) {
     folder.associateAll();
     FakeHost host;
     DialogScript script;
-    script.expectWindow(QStringLiteral("Tallyroom"),
-                        [](QWidget& board) { clickButton(board, QStringLiteral("Command1")); });
+    script.expectWindow(u"Tallyroom", [](QWidget& board) { clickButton(board, u"Command1"); });
     const HostContext given = host.context(folder.path());
     const ObjectRef entry = create();
     const VariantArray values{{Variant(given.DataPath), Variant(given.BucketForm),

@@ -22,8 +22,7 @@ protected:
                 1};
     }
     void show(const VariantArray& array) {
-        script.expectWindow(QStringLiteral("Tallyroom"),
-                            [](QWidget& board) { clickButton(board, QStringLiteral("Command1")); });
+        script.expectWindow(u"Tallyroom", [](QWidget& board) { clickButton(board, u"Command1"); });
         entry.call(QStringLiteral("tlyrshow"), {Variant(array)});
     }
     int errorOf(const Variant& argument) {
@@ -79,10 +78,10 @@ TEST_F(TLYRTest, MalformedArgumentsAreErrorsOfTheCaller) {
 }
 
 TEST_F(TLYRTest, ASecondCallWhileTheBoardIsUpChangesNothingOnScreen) {
-    script.expectWindow(QStringLiteral("Tallyroom"), [&](QWidget& board) {
+    script.expectWindow(u"Tallyroom", [&](QWidget& board) {
         entry.call(QStringLiteral("TLYRShow"), {Variant(values(Variant(u"Bob")))});
         EXPECT_TRUE(board.isVisible());
-        clickButton(board, QStringLiteral("Command1"));
+        clickButton(board, u"Command1");
     });
     entry.call(QStringLiteral("TLYRShow"), {Variant(values(Variant(u"Ann")))});
     EXPECT_EQ(context.CurrentUser, QStringLiteral("Bob"));

@@ -11,10 +11,10 @@ class AuditEntriesTest : public testing::Test {
 protected:
     AuditEntriesTest() {
         folder.addHost(2);
-        folder.addAnswer(QStringLiteral("Bob"), QStringLiteral("E2"), 1, 1500, declinedColumn, 4);
-        folder.addAnswer(QStringLiteral("Ann"), QStringLiteral("E1"), 0, 150, accepted2Column, 3);
-        folder.addAnswer(QStringLiteral("Ann"), QStringLiteral("E1"), 2, 30, {}, 2);
-        folder.addAnswer(QStringLiteral("Ann"), QStringLiteral("gone"), 0, 30, {}, 1);
+        folder.addAnswer(u"Bob", u"E2", 1, 1500, declinedColumn, 4);
+        folder.addAnswer(u"Ann", u"E1", 0, 150, accepted2Column, 3);
+        folder.addAnswer(u"Ann", u"E1", 2, 30, {}, 2);
+        folder.addAnswer(u"Ann", u"gone", 0, 30, {}, 1);
         selection.users = AuditEntries::users(folder.path());
     }
     QStringList shown() const {
@@ -41,8 +41,8 @@ TEST_F(AuditEntriesTest, ListsByRecordingTimeWithoutUnknownEmployees) {
 
 TEST_F(AuditEntriesTest, EachChoiceListsItsEntries) {
     const QString ann = QStringLiteral("Ann");
-    folder.addAnswer(ann, QStringLiteral("E1"), 0, 10, acceptedColumn, 5);
-    folder.addAnswer(ann, QStringLiteral("E1"), 1, 20, QStringLiteral("tlyrDeclined2"), 6);
+    folder.addAnswer(ann, u"E1", 0, 10, acceptedColumn, 5);
+    folder.addAnswer(ann, u"E1", 1, 20, u"tlyrDeclined2", 6);
     const auto actions = [&] {
         QStringList result;
         for (const QString& line : shown())

@@ -46,7 +46,7 @@ protected:
     void addMany(int step) {
         folder.addHost(300);
         for (int n = 1; n <= 300; n += step)
-            folder.addHistory(QStringLiteral("E%1").arg(n), QStringLiteral("1/1/2020"), 60, n);
+            folder.addHistory(QStringLiteral("E%1").arg(n), u"1/1/2020", 60, n);
         open();
     }
 
@@ -78,17 +78,15 @@ protected:
 
 TEST_F(CanvassTotalsTest, CopiesEmployeesAndTheirDefaultQualification) {
     folder.addHost(2);
-    folder.execute(hostFile, QStringLiteral("Update [Employee] Set [Seniority] = Null Where "
-                                            "[emp_code] = 'E2';"));
+    folder.execute(hostFile, u"Update [Employee] Set [Seniority] = Null Where [emp_code] = 'E2';");
     for (const char* row : {"'E1', 'FORK', True", "'E1', 'WELD', False", "'E2', 'WELD', False"})
         folder.execute(hostFile, QStringLiteral("Insert Into [Emp_Qualifications] ([Emp_Code], "
                                                 "[Qual_Code], [Default]) Values (%1);")
                                      .arg(QString::fromLatin1(row)));
     open();
     ASSERT_TRUE(build());
-    EXPECT_EQ(folder.rows(mainFile, QStringLiteral("Select [emp_code], [emp_name], [emp_dept], "
-                                                   "[Seniority], [qual_code], [altphone], "
-                                                   "[emp_shift] from [tlyrTemp];")),
+    EXPECT_EQ(folder.rows(mainFile, u"Select [emp_code], [emp_name], [emp_dept], [Seniority], "
+                                    u"[qual_code], [altphone], [emp_shift] from [tlyrTemp];"),
               QStringList({QStringLiteral("E1|Name 1|D1|99|FORK|Null|S1"),
                            QStringLiteral("E2|Name 2|D2|0|Null|Null|S1")}));
 }
@@ -96,30 +94,28 @@ TEST_F(CanvassTotalsTest, CopiesEmployeesAndTheirDefaultQualification) {
 TEST_F(CanvassTotalsTest, CountsWholeMinutesAndKeepsNulls) {
     folder.addHost(3);
     for (int third = 0; third < 3; ++third)
-        folder.addHistory(QStringLiteral("E1"), QStringLiteral("1/1/2020"), 480.0 / 3, 0);
-    folder.addHistory(QStringLiteral("E2"), QStringLiteral("1/1/2020"), 45, 20,
-                      QStringLiteral("HR"));
-    folder.addHistory(QStringLiteral("E2"), QStringLiteral("1/1/2020"), 500, 500,
-                      QStringLiteral("XX"));
+        folder.addHistory(u"E1", u"1/1/2020", 480.0 / 3, 0);
+    folder.addHistory(u"E2", u"1/1/2020", 45, 20, u"HR");
+    folder.addHistory(u"E2", u"1/1/2020", 500, 500, u"XX");
     open();
     ASSERT_TRUE(build());
     EXPECT_EQ(board(), QStringList({QStringLiteral("E1|480|0|0|0|480|0|0|480|480"),
                                     QStringLiteral("E2|45|20|0|0|65|0|0|65|65"),
                                     QStringLiteral("E3|Null|Null|Null|Null|Null|0|0|0|0")}));
     // Half a minute of 45 × 1.5 goes to the even side.
-    EXPECT_EQ(folder.rows(mainFile, QStringLiteral("Select [T15Hours_Mult], [T20Hours_Mult] from "
-                                                   "[tlyrTemp] order by [emp_code];")),
+    EXPECT_EQ(folder.rows(
+                  mainFile,
+                  u"Select [T15Hours_Mult], [T20Hours_Mult] from [tlyrTemp] order by [emp_code];"),
               QStringList(
                   {QStringLiteral("720|0"), QStringLiteral("68|40"), QStringLiteral("Null|Null")}));
 }
 
 TEST_F(CanvassTotalsTest, MultiplierWeighsAnswersAndWorkedTime) {
     folder.addHost(1);
-    folder.addHistory(QStringLiteral("E1"), QStringLiteral("1/1/2020"), 100, 30);
-    folder.execute(hostFile,
-                   QStringLiteral("Insert Into [TimeHistory] ([thist_emp], [shift_date], "
-                                  "[thist_record_type], [tlyrAccepted], [tlyrAccepted2], "
-                                  "[tlyrDeclined2]) Values ('E1', #1/1/2020#, 'AR', 10, 60, 7);"));
+    folder.addHistory(u"E1", u"1/1/2020", 100, 30);
+    folder.execute(hostFile, u"Insert Into [TimeHistory] ([thist_emp], [shift_date], "
+                             u"[thist_record_type], [tlyrAccepted], [tlyrAccepted2], "
+                             u"[tlyrDeclined2]) Values ('E1', #1/1/2020#, 'AR', 10, 60, 7);");
     open();
     ASSERT_TRUE(build({}, true));
     EXPECT_EQ(board(), QStringList(QStringLiteral("E1|100|30|10|7|210|135|14|359|224")));
@@ -130,7 +126,7 @@ TEST_F(CanvassTotalsTest, MultiplierWeighsAnswersAndWorkedTime) {
 TEST_F(CanvassTotalsTest, StopsAtTotalsWithoutAnEmployee) {
     folder.addHost(3);
     for (const char* emp : {"E1", "E1B", "E2", "E3"})
-        folder.addHistory(QString::fromLatin1(emp), QStringLiteral("1/1/2020"), 60, 0);
+        folder.addHistory(QString::fromLatin1(emp), u"1/1/2020", 60, 0);
     host.filter = QStringLiteral("in ('E1', 'E1B', 'e2', 'E3')");
     open();
     ASSERT_TRUE(build());
@@ -141,7 +137,7 @@ TEST_F(CanvassTotalsTest, StopsAtTotalsWithoutAnEmployee) {
 
 TEST_F(CanvassTotalsTest, ComparesCodesExactlyThoughTheDatabaseDoesNot) {
     folder.addHost(2);
-    folder.addHistory(QStringLiteral("e1"), QStringLiteral("1/1/2020"), 60, 0);
+    folder.addHistory(u"e1", u"1/1/2020", 60, 0);
     open();
     ASSERT_TRUE(build());
     EXPECT_EQ(board()[0].left(7), QStringLiteral("E1|Null"));
@@ -185,7 +181,7 @@ TEST_F(CanvassTotalsTest, AgreesWithAnObviousCount) {
 
 TEST_F(CanvassTotalsTest, AbortRetryAndIgnoreActOnTheFailingStatement) {
     folder.addHost(1);
-    folder.addHistory(QStringLiteral("E1"), QStringLiteral("1/1/2020"), 60, 0);
+    folder.addHistory(u"E1", u"1/1/2020", 60, 0);
     open();
     int reads = 0;
     host.onFilterRead = [&] {
@@ -201,7 +197,7 @@ TEST_F(CanvassTotalsTest, AbortRetryAndIgnoreActOnTheFailingStatement) {
     EXPECT_TRUE(board().isEmpty()) << "the insert was skipped, the delete was not";
 
     host.onFilterRead = {};
-    folder.execute(mainFile, QStringLiteral("Drop Table [tlyrTemp];"));
+    folder.execute(mainFile, u"Drop Table [tlyrTemp];");
     EXPECT_FALSE(build({ErrorAnswer::Retry, ErrorAnswer::Abort}));
     EXPECT_EQ(errors, QStringList({QStringLiteral("3078"), QStringLiteral("3078")}));
 }
@@ -209,7 +205,7 @@ TEST_F(CanvassTotalsTest, AbortRetryAndIgnoreActOnTheFailingStatement) {
 // A table that lacks columns: each statement that names one fails by itself, in its turn.
 TEST_F(CanvassTotalsTest, EachUpdateThatFailsIsAskedAboutAlone) {
     folder.addHost(2);
-    folder.addHistory(QStringLiteral("E1"), QStringLiteral("1/1/2020"), 60, 30);
+    folder.addHistory(u"E1", u"1/1/2020", 60, 30);
     const auto alter = [&](const char* statement) {
         SQLite::Database database(folder.file(mainFile).toStdString(), SQLite::OPEN_READWRITE);
         database.exec(statement);
@@ -220,8 +216,9 @@ TEST_F(CanvassTotalsTest, EachUpdateThatFailsIsAskedAboutAlone) {
     EXPECT_EQ(errors,
               QStringList({QStringLiteral("3061"), QStringLiteral("3061"), QStringLiteral("3061")}))
         << "the zero, and twice the derived columns";
-    EXPECT_EQ(folder.rows(mainFile, QStringLiteral("Select [T15Hours_Mult], [T20Hours_Mult] from "
-                                                   "[tlyrTemp] order by [emp_code];")),
+    EXPECT_EQ(folder.rows(
+                  mainFile,
+                  u"Select [T15Hours_Mult], [T20Hours_Mult] from [tlyrTemp] order by [emp_code];"),
               QStringList({QStringLiteral("90|60"), QStringLiteral("Null|Null")}));
     EXPECT_FALSE(state.derived);
 
@@ -229,9 +226,8 @@ TEST_F(CanvassTotalsTest, EachUpdateThatFailsIsAskedAboutAlone) {
     alter("ALTER TABLE tlyrTemp DROP COLUMN T15Hours_Mult");
     alter("ALTER TABLE tlyrTemp ADD COLUMN T15Hours_Mult INTEGER CHECK (T15Hours_Mult < 80)");
     ASSERT_TRUE(build());
-    EXPECT_EQ(folder.rows(mainFile, QStringLiteral("Select [T15Hours_Mult], [T20Hours_Mult], "
-                                                   "[WorkedOT] from [tlyrTemp] order by "
-                                                   "[emp_code];")),
+    EXPECT_EQ(folder.rows(mainFile, u"Select [T15Hours_Mult], [T20Hours_Mult], [WorkedOT] from "
+                                    u"[tlyrTemp] order by [emp_code];"),
               QStringList({QStringLiteral("Null|60|90"), QStringLiteral("Null|Null|Null")}))
         << "a value that the table refuses is passed over alone";
 }
@@ -242,13 +238,12 @@ TEST_F(CanvassTotalsTest, DerivedColumnsAreComputedAnewAfterEachChange) {
     ASSERT_TRUE(build());
     const auto accepted = [&](bool multiply) {
         CanvassTotals::applyMultipliers(state, multiply);
-        return folder.rows(mainFile, QStringLiteral("Select [T15Accepted], [TotalOT1] from "
-                                                    "[tlyrTemp] order by [emp_code];"));
+        return folder.rows(
+            mainFile, u"Select [T15Accepted], [TotalOT1] from [tlyrTemp] order by [emp_code];");
     };
     const auto nobody = QStringLiteral("Null|0");
     EXPECT_EQ(accepted(false), QStringList({nobody, nobody}));
-    folder.execute(mainFile, QStringLiteral("Update [tlyrTemp] Set [xT15Accepted] = 10 Where "
-                                            "[emp_code] = 'E1';"));
+    folder.execute(mainFile, u"Update [tlyrTemp] Set [xT15Accepted] = 10 Where [emp_code] = 'E1';");
     EXPECT_EQ(accepted(false), QStringList({QStringLiteral("10|10"), nobody})) << "by others";
     EXPECT_EQ(accepted(true), QStringList({QStringLiteral("15|15"), nobody})) << "weighed";
     state.rows().database()->execute(
@@ -286,14 +281,14 @@ TEST_F(CanvassTotalsTest, ADiskThatFailsAmidTheMergeAndIsIgnoredLosesNoTotals) {
         whole += count == QStringLiteral("10") ? 1 : 0;
         EXPECT_TRUE(count == QStringLiteral("10") || count == QStringLiteral("0"))
             << count.toStdString() << " at " << n;
-        folder.execute(mainFile, QStringLiteral("Delete * from [tlyrTemp];"));
+        folder.execute(mainFile, u"Delete * from [tlyrTemp];");
     });
     EXPECT_GT(whole, 10);
 }
 
 TEST_F(CanvassTotalsTest, AnIgnoredLockCostsOnlyTheStatementsThatMetIt) {
     folder.addHost(1);
-    folder.addHistory(QStringLiteral("E1"), QStringLiteral("1/1/2020"), 60, 0);
+    folder.addHistory(u"E1", u"1/1/2020", 60, 0);
     open();
     const auto other = folder.open(mainFile);
     int reads = 0;

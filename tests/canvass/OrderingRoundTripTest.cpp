@@ -14,7 +14,7 @@ namespace {
 class OrderingRoundTripTest : public BoardTest {
 protected:
     static void checkElement(QWidget& editor, const QString& name) {
-        auto& list = child<QListWidget>(editor, QStringLiteral("List1"));
+        auto& list = child<QListWidget>(editor, u"List1");
         list.findItems(name, Qt::MatchExactly).constFirst()->setCheckState(Qt::Checked);
     }
 
@@ -43,7 +43,7 @@ protected:
                                QStringLiteral("Insert Into %1 Values (%2);")
                                    .arg(QString::fromLatin1(into), QString::fromLatin1(row)));
         };
-        folder.execute(hostFile, QStringLiteral("Delete * from [Employee];"));
+        folder.execute(hostFile, u"Delete * from [Employee];");
         insert("[Employee] ([emp_code], [emp_name], [emp_dept], [sendate], [Seniority])",
                {"'E1', 'Dee', 'B', #1/1/2005#, 3", "'E2', 'Eve', 'A', #1/1/2003#, 4",
                 "'E3', 'Amy', 'E', #1/1/2004#, 1", "'E4', 'Bob', 'D', #1/1/2001#, 5",
@@ -63,61 +63,60 @@ protected:
 TEST_F(OrderingRoundTripTest, DefineChooseEditDelete) {
     const QString newest = QStringLiteral("Newest & first");
     show([&](QWidget& board) {
-        script.expectWindow(QStringLiteral("frmTLYROrderList"), [&](QWidget& list) {
+        script.expectWindow(u"frmTLYROrderList", [&](QWidget& list) {
             for (const char16_t* command : {u"Command2", u"Command3"})
-                clickButton(list, QString::fromUtf16(command)); // nothing selected: nothing happens
-            script.expectWindow(QStringLiteral("frmTLYROrders"), [&](QWidget& editor) {
-                child<QLineEdit>(editor, QStringLiteral("Text2")).setText(newest);
+                clickButton(list, command); // nothing selected: nothing happens
+            script.expectWindow(u"frmTLYROrders", [&](QWidget& editor) {
+                child<QLineEdit>(editor, u"Text2").setText(newest);
                 checkElement(editor, QStringLiteral("Seniority Date"));
-                clickButton(editor, QStringLiteral("Command1"));
+                clickButton(editor, u"Command1");
             });
-            clickButton(list, QStringLiteral("Command1"));
-            clickButton(list, QStringLiteral("Command4"));
+            clickButton(list, u"Command1");
+            clickButton(list, u"Command4");
         });
-        trigger(board, QStringLiteral("MnuOrder_0"));
-        EXPECT_EQ(child<QAction>(board, QStringLiteral("MnuOrder_2")).text(),
-                  QStringLiteral("Newest && first"));
-        trigger(board, QStringLiteral("MnuOrder_2"));
+        trigger(board, u"MnuOrder_0");
+        EXPECT_EQ(child<QAction>(board, u"MnuOrder_2").text(), QStringLiteral("Newest && first"));
+        trigger(board, u"MnuOrder_2");
         EXPECT_EQ(codes(board), QStringLiteral("E1 E2 E3"));
 
-        script.expectWindow(QStringLiteral("frmTLYROrderList"), [&](QWidget& list) {
-            script.expectWindow(QStringLiteral("frmTLYROrders"), [&](QWidget& editor) {
-                child<QListWidget>(editor, QStringLiteral("List1")).setCurrentRow(4);
-                auto& direction = child<QComboBox>(editor, QStringLiteral("Combo1"));
+        script.expectWindow(u"frmTLYROrderList", [&](QWidget& list) {
+            script.expectWindow(u"frmTLYROrders", [&](QWidget& editor) {
+                child<QListWidget>(editor, u"List1").setCurrentRow(4);
+                auto& direction = child<QComboBox>(editor, u"Combo1");
                 direction.setCurrentIndex(1);
                 Q_EMIT direction.activated(1);
-                clickButton(editor, QStringLiteral("Command1"));
+                clickButton(editor, u"Command1");
             });
-            auto& shown = child<QListWidget>(list, QStringLiteral("List1"));
+            auto& shown = child<QListWidget>(list, u"List1");
             const QPoint first = shown.visualItemRect(shown.item(0)).center();
             QTest::mouseClick(shown.viewport(), Qt::LeftButton, {}, first);
             QTest::mouseDClick(shown.viewport(), Qt::LeftButton, {}, first);
-            script.expectWindow(QStringLiteral("frmTLYROrders"), [&](QWidget& editor) {
-                EXPECT_EQ(child<QLabel>(editor, QStringLiteral("Label1")).text(),
+            script.expectWindow(u"frmTLYROrders", [&](QWidget& editor) {
+                EXPECT_EQ(child<QLabel>(editor, u"Label1").text(),
                           QStringLiteral("Seniority Date (Desc)"));
-                clickButton(editor, QStringLiteral("Command2"));
+                clickButton(editor, u"Command2");
             });
-            clickButton(list, QStringLiteral("Command2"));
-            clickButton(list, QStringLiteral("Command4"));
+            clickButton(list, u"Command2");
+            clickButton(list, u"Command4");
         });
-        trigger(board, QStringLiteral("MnuOrder_0"));
-        EXPECT_TRUE(child<QAction>(board, QStringLiteral("MnuOrder_2")).isChecked())
+        trigger(board, u"MnuOrder_0");
+        EXPECT_TRUE(child<QAction>(board, u"MnuOrder_2").isChecked())
             << "the ordering in force survives the reload";
         EXPECT_EQ(codes(board), QStringLiteral("E3 E2 E1"));
 
-        script.expectWindow(QStringLiteral("frmTLYROrderList"), [&](QWidget& list) {
-            auto& shown = child<QListWidget>(list, QStringLiteral("List1"));
+        script.expectWindow(u"frmTLYROrderList", [&](QWidget& list) {
+            auto& shown = child<QListWidget>(list, u"List1");
             shown.setCurrentRow(0);
             for (const auto press : {QMessageBox::No, QMessageBox::Yes}) {
                 script.expectBox(
                     QStringLiteral("Do you really want to delete this user-defined ordering?"),
                     press);
-                clickButton(list, QStringLiteral("Command3"));
+                clickButton(list, u"Command3");
                 EXPECT_EQ(shown.count(), press == QMessageBox::No ? 1 : 0);
             }
-            clickButton(list, QStringLiteral("Command4"));
+            clickButton(list, u"Command4");
         });
-        trigger(board, QStringLiteral("MnuOrder_0"));
+        trigger(board, u"MnuOrder_0");
         EXPECT_FALSE(board.findChild<QAction*>(QStringLiteral("MnuOrder_2")));
     });
 }
@@ -150,11 +149,10 @@ TEST_F(OrderingRoundTripTest, EveryElementSortsBothWays) {
         for (const auto& c : cases) {
             for (const int direction : {0, 1}) {
                 store(QString::fromUtf16(c.element), direction);
-                script.expectWindow(QStringLiteral("frmTLYROrderList"), [](QWidget& list) {
-                    clickButton(list, QStringLiteral("Command4"));
-                });
-                trigger(board, QStringLiteral("MnuOrder_0"));
-                trigger(board, QStringLiteral("MnuOrder_2"));
+                script.expectWindow(u"frmTLYROrderList",
+                                    [](QWidget& list) { clickButton(list, u"Command4"); });
+                trigger(board, u"MnuOrder_0");
+                trigger(board, u"MnuOrder_2");
                 for (const bool multiply : {false, true}) {
                     const bool other = multiply && !c.multiplied.isEmpty();
                     QStringList order = (other ? c.multiplied : c.ascending).split(u' ');
@@ -162,21 +160,21 @@ TEST_F(OrderingRoundTripTest, EveryElementSortsBothWays) {
                         std::reverse(order.begin(), order.end());
                     EXPECT_EQ(codes(board), order.join(u' '))
                         << QString::fromUtf16(c.element).toStdString() << " " << direction;
-                    trigger(board, QStringLiteral("mnuMult"));
+                    trigger(board, u"mnuMult");
                 }
             }
         }
-        trigger(board, QStringLiteral("mnuMult"));
-        trigger(board, QStringLiteral("mnuTot_1"));
+        trigger(board, u"mnuMult");
+        trigger(board, u"mnuTot_1");
         EXPECT_EQ(codes(board), QStringLiteral("E3 E4 E1 E2 E5")) << "by the total that is shown";
     });
 }
 
 TEST_F(OrderingRoundTripTest, TiesKeepTheOrderOfTheBoard) {
-    folder.execute(hostFile, QStringLiteral("Update [Employee] Set [emp_dept] = 'D';"));
+    folder.execute(hostFile, u"Update [Employee] Set [emp_dept] = 'D';");
     store(QStringLiteral("Home Department"), 1);
     show([&](QWidget& board) {
-        trigger(board, QStringLiteral("MnuOrder_2"));
+        trigger(board, u"MnuOrder_2");
         EXPECT_EQ(codes(board), QStringLiteral("E1 E2 E3"));
     });
 }

@@ -19,8 +19,8 @@ TEST(DatePicker, ReportsThePickedDayAndOnlyThat) {
     const Date other = Dates::fromQDate(QDate(2024, 3, 1));
     for (const auto end : {QDialog::Rejected, QDialog::Accepted}) {
         month.setProperty(QStringLiteral("Value"), shown);
-        script.expectWindow(QStringLiteral("frmDatePicker"), [end](QWidget& window) {
-            auto& calendar = child<QCalendarWidget>(window, QStringLiteral("MonthView1"));
+        script.expectWindow(u"frmDatePicker", [end](QWidget& window) {
+            auto& calendar = child<QCalendarWidget>(window, u"MonthView1");
             EXPECT_EQ(calendar.selectedDate(), QDate(2024, 2, 29));
             calendar.setSelectedDate(QDate(2024, 3, 1));
             qobject_cast<QDialog*>(&window)->done(end);

@@ -20,26 +20,22 @@ protected:
         frmTLYROrders window(context);
         if (!descr.isNull())
             window.Load(descr);
-        script.expectWindow(QStringLiteral("frmTLYROrders"), use);
+        script.expectWindow(u"frmTLYROrders", use);
         window.showModally();
     }
     void store(const QString& descr, const QString& details) const {
         Orderings::add(folder.path(), {descr, details});
     }
-    static QListWidget& elements(QWidget& window) {
-        return child<QListWidget>(window, QStringLiteral("List1"));
-    }
+    static QListWidget& elements(QWidget& window) { return child<QListWidget>(window, u"List1"); }
     static QStringList texts(QWidget& window) {
         QStringList result;
         for (int row = 0; row < elements(window).count(); ++row)
             result.append(elements(window).item(row)->text());
         return result;
     }
-    static QString summary(QWidget& window) {
-        return child<QLabel>(window, QStringLiteral("Label1")).text();
-    }
+    static QString summary(QWidget& window) { return child<QLabel>(window, u"Label1").text(); }
     static void describe(QWidget& window, const QString& text) {
-        child<QLineEdit>(window, QStringLiteral("Text2")).setText(text);
+        child<QLineEdit>(window, u"Text2").setText(text);
     }
 
     const QString up = QStringLiteral("SSCommand1");
@@ -81,7 +77,7 @@ TEST_F(OrderingWindowsTest, MovingAndChoosingByKeyboardAloneRoundTrips) {
         shown.setCurrentRow(4);
         QTest::keyClick(&shown, Qt::Key_Space);
         EXPECT_EQ(summary(window), QStringLiteral("Seniority Date (Asc)"));
-        auto& direction = child<QComboBox>(window, QStringLiteral("Combo1"));
+        auto& direction = child<QComboBox>(window, u"Combo1");
         QTest::keyClick(&direction, Qt::Key_Down);
         shown.setCurrentRow(15);
         EXPECT_EQ(direction.currentIndex(), 0) << "the direction belongs to the element";
@@ -100,7 +96,7 @@ TEST_F(OrderingWindowsTest, MovingAndChoosingByKeyboardAloneRoundTrips) {
     });
     edit(
         [&](QWidget& window) {
-            EXPECT_FALSE(child<QLineEdit>(window, QStringLiteral("Text2")).isEnabled());
+            EXPECT_FALSE(child<QLineEdit>(window, u"Text2").isEnabled());
             EXPECT_EQ(texts(window).mid(0, 2), QStringList({QStringLiteral("Total Overtime"),
                                                             QStringLiteral("Employee Code")}));
             EXPECT_EQ(summary(window),
@@ -124,7 +120,7 @@ TEST_F(OrderingWindowsTest, SavingIsRefusedWithItsReason) {
         describe(window, QStringLiteral("   "));
         refused(QStringLiteral("A description is required for this user-defined ordering."));
         EXPECT_EQ(window.focusWidget()->objectName(), QStringLiteral("Text2"));
-        EXPECT_FALSE(child<QLineEdit>(window, QStringLiteral("Text2")).styleSheet().isEmpty());
+        EXPECT_FALSE(child<QLineEdit>(window, u"Text2").styleSheet().isEmpty());
         describe(window, QStringLiteral(" taken "));
         refused(QStringLiteral("You have not selected any elements."));
         elements(window).item(3)->setCheckState(Qt::Checked);
@@ -135,7 +131,7 @@ TEST_F(OrderingWindowsTest, SavingIsRefusedWithItsReason) {
                                         "in expression."),
                          QMessageBox::Ok, QMessageBox::Critical);
         clickButton(window, save);
-        clickButton(window, QStringLiteral("Command2"));
+        clickButton(window, u"Command2");
     });
     EXPECT_EQ(Orderings::readAll(folder.path()).size(), 1U);
 }
@@ -148,12 +144,11 @@ TEST_F(OrderingWindowsTest, AnOrderingThatWentAwayMeanwhileIsNotSaved) {
             script.expectBox(QStringLiteral("Error trying to locate record for update."),
                              QMessageBox::Ok, QMessageBox::Critical);
             clickButton(window, save);
-            clickButton(window, QStringLiteral("Command2"));
+            clickButton(window, u"Command2");
         },
         QStringLiteral("Short"));
     script.expectBox(QStringLiteral("Could not load user-defined ordering [Short]"));
-    edit([&](QWidget& window) { clickButton(window, QStringLiteral("Command2")); },
-         QStringLiteral("Short"));
+    edit([&](QWidget& window) { clickButton(window, u"Command2"); }, QStringLiteral("Short"));
 }
 
 TEST_F(OrderingWindowsTest, DamagedTextsLoadWhatCanBeRead) {
@@ -167,7 +162,7 @@ TEST_F(OrderingWindowsTest, DamagedTextsLoadWhatCanBeRead) {
                       QStringList({QStringLiteral("Position"), QStringLiteral("Shoe Size")}));
             elements(window).setCurrentRow(15);
             EXPECT_EQ(summary(window), QStringLiteral("Shoe Size (Asc)"));
-            clickButton(window, QStringLiteral("Command2"));
+            clickButton(window, u"Command2");
         },
         QStringLiteral("Partly"));
 }

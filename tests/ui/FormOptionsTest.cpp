@@ -98,7 +98,7 @@ TEST(FormOptionsTable, EachWindowOfAUserHasItsRow) {
     for (const QString& form : forms)
         EXPECT_EQ(FormOptionsTable::read(folder.path(), ann, form),
                   QStringLiteral("last of ") + form);
-    EXPECT_EQ(folder.rows(hostFile, QStringLiteral("Select [formname] from [FormOptions];")),
+    EXPECT_EQ(folder.rows(hostFile, u"Select [formname] from [FormOptions];"),
               QStringList({forms[0], forms[1]}));
 }
 
