@@ -25,14 +25,14 @@ protected:
         dlclose(module);
     }
 
-    Counted<IClassFactory> factory() const {
+    Counted<IClassFactory> factory(const Guid& classId = classTLYR) const {
         void* object = nullptr;
-        EXPECT_EQ(getClassObject(&classTLYR, &interfaceClassFactory, &object), statusOk);
+        EXPECT_EQ(getClassObject(&classId, &interfaceClassFactory, &object), statusOk);
         return Counted<IClassFactory>::adopt(static_cast<IClassFactory*>(object));
     }
-    ObjectRef create() const {
+    ObjectRef create(const Guid& classId = classTLYR) const {
         IObject* object = nullptr;
-        EXPECT_EQ(factory()->createInstance(&object), statusOk);
+        EXPECT_EQ(factory(classId)->createInstance(&object), statusOk);
         return ObjectRef(Counted<IObject>::adopt(object));
     }
 
@@ -65,21 +65,12 @@ TEST_F(ModuleTest, RefusesWhatItDoesNotHave) {
 }
 
 TEST_F(ModuleTest, DescribesItselfAndRecordsItsInstallation) {
-    const auto make = [this](const Guid& classId) {
-        void* object = nullptr;
-        EXPECT_EQ(getClassObject(&classId, &interfaceClassFactory, &object), statusOk);
-        const auto classFactory =
-            Counted<IClassFactory>::adopt(static_cast<IClassFactory*>(object));
-        IObject* instance = nullptr;
-        EXPECT_EQ(classFactory->createInstance(&instance), statusOk);
-        return ObjectRef(Counted<IObject>::adopt(instance));
-    };
     for (int times = 0; times < 100; ++times) {
-        const ObjectRef descriptor = make(classAddInDescriptor);
+        const ObjectRef descriptor = create(classAddInDescriptor);
         const ObjectRef members = descriptor.property(QStringLiteral("Members")).toObject();
         EXPECT_EQ(members.property(QStringLiteral("Count")).toLong(), 1);
     }
-    const QString version = make(classMemberInfo).call(QStringLiteral("dllVersion")).toText();
+    const QString version = create(classMemberInfo).call(QStringLiteral("dllVersion")).toText();
     QFile registry(qEnvironmentVariable("TALLYROOM_REGISTRY"));
     ASSERT_TRUE(registry.open(QIODevice::ReadOnly));
     const QString record = QString::fromUtf8(registry.readAll());

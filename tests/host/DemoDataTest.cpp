@@ -2,6 +2,7 @@
 #include "ordering/SettingsText.h"
 #include "store/Schema.h"
 #include "tests/host/HostDataFolder.h"
+#include "tests/support/DataFolder.h"
 
 #include <QDir>
 #include <gtest/gtest.h>
@@ -13,15 +14,9 @@ QStringList HostDataFolder::everything() const {
     for (const Schema::File& file : Schema::files()) {
         const auto database = open(QString::fromUtf16(file.name));
         for (const Schema::Table& table : file.tables) {
-            const auto rows = database->openRecordset(
-                QStringLiteral("Select * from [%1];").arg(QString::fromUtf16(table.name)),
-                RecordsetType::Snapshot);
-            for (; !rows->eof(); rows->moveNext()) {
-                QStringList cells{QString::fromUtf16(table.name)};
-                for (int field = 0; field < rows->fieldCount(); ++field)
-                    cells << rows->field(field).textOrEmpty();
-                lines << cells.join(QLatin1Char('|'));
-            }
+            const QString all =
+                QStringLiteral("Select * from [%1];").arg(QString::fromUtf16(table.name));
+            lines += textsOf(*database->openRecordset(all, RecordsetType::Snapshot));
         }
     }
     return lines;

@@ -4,6 +4,18 @@
 
 namespace tallyroom {
 
+QStringList textsOf(Recordset& rows) {
+    QStringList lines;
+    for (; !rows.eof(); rows.moveNext()) {
+        QStringList cells;
+        for (int at = 0; at < rows.fieldCount(); ++at)
+            cells.append(rows.field(at).isNull() ? QStringLiteral("Null")
+                                                 : rows.field(at).toText());
+        lines.append(cells.join(QLatin1Char('|')));
+    }
+    return lines;
+}
+
 DataFolder::DataFolder() {
     Schema::createFiles(m_folder.path());
 }
@@ -21,16 +33,7 @@ void DataFolder::execute(const char16_t* name, QStringView sql) const {
 }
 
 QStringList DataFolder::rows(const char16_t* name, QStringView sql) const {
-    const auto set = open(name)->openRecordset(sql.toString(), RecordsetType::Snapshot);
-    QStringList lines;
-    for (; !set->eof(); set->moveNext()) {
-        QStringList cells;
-        for (int at = 0; at < set->fieldCount(); ++at)
-            cells.append(set->field(at).isNull() ? QStringLiteral("Null")
-                                                 : set->field(at).toText());
-        lines.append(cells.join(QLatin1Char('|')));
-    }
-    return lines;
+    return textsOf(*open(name)->openRecordset(sql.toString(), RecordsetType::Snapshot));
 }
 
 void DataFolder::addHost(int employees) const {

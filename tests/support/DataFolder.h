@@ -12,6 +12,9 @@
 
 namespace tallyroom {
 
+// The rows as texts, cells joined by "|", Null as "Null".
+QStringList textsOf(Recordset& rows);
+
 class DataFolder {
 public:
     // Makes the files with all tables and no rows.
@@ -24,7 +27,7 @@ public:
     std::shared_ptr<Database> open(const char16_t* file) const;
     void execute(const char16_t* file, QStringView sql) const;
 
-    // The rows of a query as texts, cells joined by "|", Null as "Null".
+    // The rows of a query as texts.
     QStringList rows(const char16_t* file, QStringView sql) const;
 
     // One shift, four absent codes, and employees E1 to E`employees` in departments D0 to D2.

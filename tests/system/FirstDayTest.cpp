@@ -113,10 +113,11 @@ TEST_F(FirstDayTest, GoesFromTheWelcomeToTheRecordedAnswers) {
         EXPECT_EQ(cell(board, rowOf(board, codes[2]), u"2.0 Accepted"), QStringLiteral("48:00"))
             << "the count over the time history says the same";
     });
-    EXPECT_EQ(history(), QStringList({codes[0] + QStringLiteral("|3/15/2024|OTACC15|450|||"),
-                                      codes[1] + QStringLiteral("|3/15/2024|OTDEC15|||75|"),
-                                      codes[2] + QStringLiteral("|3/15/2024|OTACC15|75|||"),
-                                      codes[2] + QStringLiteral("|3/15/2024|OTACC20||1440||")}));
+    EXPECT_EQ(history(),
+              QStringList({codes[0] + QStringLiteral("|3/15/2024|OTACC15|450|Null|Null|Null"),
+                           codes[1] + QStringLiteral("|3/15/2024|OTDEC15|Null|Null|75|Null"),
+                           codes[2] + QStringLiteral("|3/15/2024|OTACC15|75|Null|Null|Null"),
+                           codes[2] + QStringLiteral("|3/15/2024|OTACC20|Null|1440|Null|Null")}));
     EXPECT_EQ(
         audit(),
         QStringList({QStringLiteral("master|%1|3/15/2024|0|450|tlyrAccepted").arg(codes[0]),

@@ -3,6 +3,7 @@
 
 #include "host/Host.h"
 #include "tests/host/HostDataFolder.h"
+#include "tests/support/DataFolder.h"
 #include "tests/support/DialogScript.h"
 #include "tests/support/Printing.h"
 
@@ -85,16 +86,8 @@ protected:
     }
 
     QStringList rows(const char16_t* file, QStringView sql) const {
-        const auto set = data.open(QString::fromUtf16(file))
-                             ->openRecordset(sql.toString(), RecordsetType::Snapshot);
-        QStringList lines;
-        for (; !set->eof(); set->moveNext()) {
-            QStringList cells;
-            for (int at = 0; at < set->fieldCount(); ++at)
-                cells.append(set->field(at).textOrEmpty());
-            lines.append(cells.join(u'|'));
-        }
-        return lines;
+        return textsOf(*data.open(QString::fromUtf16(file))
+                            ->openRecordset(sql.toString(), RecordsetType::Snapshot));
     }
     // The answers that stand in the host's time history.
     QStringList history() const {
