@@ -51,18 +51,28 @@ protected:
     }
 
     // Builds with the n-th operation of the disk failing, for every step-th n, and checks after
-    // each.
+    // each; then the same with a trigger, which could tell statements apart, so that they run one
+    // by one.
     void sweep(int step, const std::vector<ErrorAnswer>& answers,
                const std::function<void(int n)>& check) {
-        bool reached = true;
-        for (int n = 1; reached; n += step) {
-            disk.failAt(n);
-            ASSERT_TRUE(build(answers)) << n;
-            reached = disk.operations() >= n;
-            disk.failAt(0);
-            check(n);
-            ASSERT_LT(n, 20000);
+        for (const bool oneByOne : {false, true}) {
+            if (oneByOne)
+                alter("CREATE TRIGGER seen AFTER UPDATE ON tlyrTemp BEGIN SELECT 1; END");
+            bool reached = true;
+            for (int n = 1; reached; n += step) {
+                disk.failAt(n);
+                ASSERT_TRUE(build(answers)) << n;
+                reached = disk.operations() >= n;
+                disk.failAt(0);
+                check(n);
+                ASSERT_LT(n, 20000);
+            }
         }
+    }
+
+    void alter(const char* statement) const {
+        SQLite::Database database(folder.file(mainFile).toStdString(), SQLite::OPEN_READWRITE);
+        database.exec(statement);
     }
 
     QStringList board() const { return folder.rows(mainFile, totalsOf); }
@@ -206,10 +216,6 @@ TEST_F(CanvassTotalsTest, AbortRetryAndIgnoreActOnTheFailingStatement) {
 TEST_F(CanvassTotalsTest, EachUpdateThatFailsIsAskedAboutAlone) {
     folder.addHost(2);
     folder.addHistory(u"E1", u"1/1/2020", 60, 30);
-    const auto alter = [&](const char* statement) {
-        SQLite::Database database(folder.file(mainFile).toStdString(), SQLite::OPEN_READWRITE);
-        database.exec(statement);
-    };
     open();
     alter("ALTER TABLE tlyrTemp DROP COLUMN T15Accepted");
     ASSERT_TRUE(build({ErrorAnswer::Ignore, ErrorAnswer::Retry, ErrorAnswer::Ignore}));
