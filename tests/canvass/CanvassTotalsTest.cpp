@@ -6,7 +6,6 @@
 
 #include <QFile>
 #include <SQLiteCpp/SQLiteCpp.h>
-#include <cmath>
 #include <map>
 #include <random>
 

@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QDialogButtonBox>
-#include <QListWidget>
 #include <QPushButton>
 
 using namespace tallyroom;

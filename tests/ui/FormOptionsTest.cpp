@@ -7,7 +7,6 @@
 #include <QCheckBox>
 #include <QRadioButton>
 #include <QScreen>
-#include <QVBoxLayout>
 #include <random>
 
 using namespace tallyroom;
