@@ -1,9 +1,6 @@
 // The built module, through its entry points only.
 #include "common/Objects.h"
-#include "tests/support/DataFolder.h"
-#include "tests/support/DialogScript.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/Printing.h"
+#include "tests/support/WindowTest.h"
 
 #include <QFile>
 #include <QProcess>
@@ -28,14 +25,14 @@ protected:
         dlclose(module);
     }
 
-    Counted<IClassFactory> factory() const {
+    Counted<IClassFactory> factory(const Guid& classId = classTLYR) const {
         void* object = nullptr;
-        EXPECT_EQ(getClassObject(&classTLYR, &interfaceClassFactory, &object), statusOk);
+        EXPECT_EQ(getClassObject(&classId, &interfaceClassFactory, &object), statusOk);
         return Counted<IClassFactory>::adopt(static_cast<IClassFactory*>(object));
     }
-    ObjectRef create() const {
+    ObjectRef create(const Guid& classId = classTLYR) const {
         IObject* object = nullptr;
-        EXPECT_EQ(factory()->createInstance(&object), statusOk);
+        EXPECT_EQ(factory(classId)->createInstance(&object), statusOk);
         return ObjectRef(Counted<IObject>::adopt(object));
     }
 
@@ -68,21 +65,12 @@ TEST_F(ModuleTest, RefusesWhatItDoesNotHave) {
 }
 
 TEST_F(ModuleTest, DescribesItselfAndRecordsItsInstallation) {
-    const auto make = [this](const Guid& classId) {
-        void* object = nullptr;
-        EXPECT_EQ(getClassObject(&classId, &interfaceClassFactory, &object), statusOk);
-        const auto classFactory =
-            Counted<IClassFactory>::adopt(static_cast<IClassFactory*>(object));
-        IObject* instance = nullptr;
-        EXPECT_EQ(classFactory->createInstance(&instance), statusOk);
-        return ObjectRef(Counted<IObject>::adopt(instance));
-    };
     for (int times = 0; times < 100; ++times) {
-        const ObjectRef descriptor = make(classAddInDescriptor);
+        const ObjectRef descriptor = create(classAddInDescriptor);
         const ObjectRef members = descriptor.property(QStringLiteral("Members")).toObject();
         EXPECT_EQ(members.property(QStringLiteral("Count")).toLong(), 1);
     }
-    const QString version = make(classMemberInfo).call(QStringLiteral("dllVersion")).toText();
+    const QString version = create(classMemberInfo).call(QStringLiteral("dllVersion")).toText();
     QFile registry(qEnvironmentVariable("TALLYROOM_REGISTRY"));
     ASSERT_TRUE(registry.open(QIODevice::ReadOnly));
     const QString record = QString::fromUtf8(registry.readAll());
@@ -110,8 +98,7 @@ TEST_F(ModuleTest, OpensTheBoardForAHost) {
     folder.associateAll();
     FakeHost host;
     DialogScript script;
-    script.expectWindow(QStringLiteral("Tallyroom"),
-                        [](QWidget& board) { clickButton(board, QStringLiteral("Command1")); });
+    script.expectWindow(u"Tallyroom", [](QWidget& board) { clickButton(board, u"Command1"); });
     const HostContext given = host.context(folder.path());
     const ObjectRef entry = create();
     const VariantArray values{{Variant(given.DataPath), Variant(given.BucketForm),

@@ -1,8 +1,5 @@
 #include "addin/TLYR.h"
-#include "tests/support/DataFolder.h"
-#include "tests/support/DialogScript.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/Printing.h"
+#include "tests/support/WindowTest.h"
 
 #include <QApplication>
 
@@ -10,7 +7,7 @@ using namespace tallyroom;
 
 namespace {
 
-class TLYRTest : public testing::Test {
+class TLYRTest : public WindowTest {
 protected:
     TLYRTest() {
         folder.addHost(1);
@@ -25,20 +22,16 @@ protected:
                 1};
     }
     void show(const VariantArray& array) {
-        script.expectWindow(QStringLiteral("Tallyroom"),
-                            [](QWidget& board) { clickButton(board, QStringLiteral("Command1")); });
+        script.expectWindow(u"Tallyroom", [](QWidget& board) { clickButton(board, u"Command1"); });
         entry.call(QStringLiteral("tlyrshow"), {Variant(array)});
     }
     int errorOf(const Variant& argument) {
         return errorNumberOf([&] { entry.call(QStringLiteral("TLYRShow"), {argument}); });
     }
 
-    DataFolder folder;
-    FakeHost host;
     HostContext given;
     HostContext context;
     ObjectRef entry = makeObject<TLYR>(context);
-    DialogScript script;
 };
 
 TEST_F(TLYRTest, ReadsPositionsFromAnyLowerBoundAndReplacesAllSixEachTime) {
@@ -85,10 +78,10 @@ TEST_F(TLYRTest, MalformedArgumentsAreErrorsOfTheCaller) {
 }
 
 TEST_F(TLYRTest, ASecondCallWhileTheBoardIsUpChangesNothingOnScreen) {
-    script.expectWindow(QStringLiteral("Tallyroom"), [&](QWidget& board) {
+    script.expectWindow(u"Tallyroom", [&](QWidget& board) {
         entry.call(QStringLiteral("TLYRShow"), {Variant(values(Variant(u"Bob")))});
         EXPECT_TRUE(board.isVisible());
-        clickButton(board, QStringLiteral("Command1"));
+        clickButton(board, u"Command1");
     });
     entry.call(QStringLiteral("TLYRShow"), {Variant(values(Variant(u"Ann")))});
     EXPECT_EQ(context.CurrentUser, QStringLiteral("Bob"));
@@ -117,15 +110,6 @@ TEST_F(TLYRTest, HostObjectsThatFailAreReportedAndNothingStaysOpen) {
                                     "\tthe bucket leaks\nSource: \t\tBucket\n\n"),
                      QMessageBox::Abort, QMessageBox::Critical);
     show(array);
-}
-
-TEST_F(TLYRTest, TwoObjectsShareOneContext) {
-    const ObjectRef second = makeObject<TLYR>(context);
-    show(values(Variant(u"Ann")));
-    script.expectWindow(QStringLiteral("Tallyroom"),
-                        [](QWidget& board) { clickButton(board, QStringLiteral("Command1")); });
-    second.call(QStringLiteral("TLYRShow"), {Variant(values(Variant(u"Bob")))});
-    EXPECT_EQ(context.CurrentUser, QStringLiteral("Bob"));
 }
 
 } // namespace

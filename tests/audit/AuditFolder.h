@@ -9,8 +9,8 @@ class AuditFolder : public DataFolder {
 public:
     // An answer on 2/3/2020, recorded at noon of the given day of January 2020. The transaction
     // goes into the column as well unless that is empty.
-    void addAnswer(const QString& user, const QString& emp, int action, int minutes,
-                   const QString& column, int recordedDay = 2) const {
+    void addAnswer(QStringView user, QStringView emp, int action, int minutes, QStringView column,
+                   int recordedDay = 2) const {
         execute(addInFile,
                 QStringLiteral("Insert Into [TLYR_Audit] ([Now], [User], [Emp_Code], [Date], "
                                "[Action], [OT], [tHistField]) Values (#1/%1/2020 12:00:00 PM#, "
@@ -20,7 +20,7 @@ public:
                     .arg(action)
                     .arg(minutes)
                     .arg(column.isEmpty() ? QStringLiteral("Null")
-                                          : QLatin1Char('\'') + column + QLatin1Char('\'')));
+                                          : QStringLiteral("'%1'").arg(column)));
         if (!column.isEmpty())
             execute(hostFile, QStringLiteral("Insert Into [TimeHistory] ([thist_emp], "
                                              "[shift_date], [thist_record_type], [%1]) Values "
@@ -29,13 +29,12 @@ public:
                                   .arg(minutes));
     }
     QStringList audit() const {
-        return rows(addInFile, QStringLiteral("Select [User], [Emp_Code], [Action], [OT], "
-                                              "[tHistField] from [TLYR_Audit];"));
+        return rows(addInFile,
+                    u"Select [User], [Emp_Code], [Action], [OT], [tHistField] from [TLYR_Audit];");
     }
     QStringList history() const {
-        return rows(hostFile, QStringLiteral("Select [thist_emp], [tlyrAccepted], "
-                                             "[tlyrAccepted2], [tlyrDeclined] from "
-                                             "[TimeHistory];"));
+        return rows(hostFile, u"Select [thist_emp], [tlyrAccepted], [tlyrAccepted2], "
+                              u"[tlyrDeclined] from [TimeHistory];");
     }
 };
 

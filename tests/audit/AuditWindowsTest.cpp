@@ -1,5 +1,4 @@
 #include "audit/frmTLYRAudit.h"
-#include "audit/frmUndo.h"
 #include "tests/audit/AuditFolder.h"
 #include "tests/support/DialogScript.h"
 #include "tests/support/FakeHost.h"
@@ -22,17 +21,17 @@ protected:
     AuditWindowsTest() { folder.addHost(2); }
 
     void addTwo() const {
-        folder.addAnswer(QStringLiteral("Ann"), QStringLiteral("E1"), 0, 60, acceptedColumn);
-        folder.addAnswer(QStringLiteral("Bob"), QStringLiteral("E2"), 1, 30, declinedColumn);
+        folder.addAnswer(u"Ann", u"E1", 0, 60, acceptedColumn);
+        folder.addAnswer(u"Bob", u"E2", 1, 30, declinedColumn);
     }
     void browse(const DialogScript::Action& use) {
         const HostContext context = host.context(folder.path());
         frmTLYRAudit window(context, [this] { return breakOut; });
         host.selection = {QStringLiteral("E1       Name 1")};
         context.BucketForm.call(QStringLiteral("fillalist"), {window.employees()});
-        script.expectWindow(QStringLiteral("frmTLYRAudit"), [&](QWidget& shown) {
+        script.expectWindow(u"frmTLYRAudit", [&](QWidget& shown) {
             use(shown);
-            clickButton(shown, QStringLiteral("Command1"));
+            clickButton(shown, u"Command1");
         });
         window.showModally();
     }
@@ -44,14 +43,14 @@ protected:
     // Queries and returns how many lines the details window lists.
     int listed(QWidget& browser) {
         int count = -1;
-        script.expectWindow(QStringLiteral("frmTLYRAuditDetails"), [&](QWidget& details) {
-            auto& grid = child<QTableView>(details, QStringLiteral("Grid"));
+        script.expectWindow(u"frmTLYRAuditDetails", [&](QWidget& details) {
+            auto& grid = child<QTableView>(details, u"Grid");
             count = grid.model()->rowCount();
             if (grid.model()->index(0, 1).data().toString().isEmpty())
                 count = 0; // the one empty row
-            EXPECT_EQ(child<QWidget>(details, QStringLiteral("Command2")).isEnabled(), count > 0);
-            EXPECT_FALSE(child<QWidget>(details, QStringLiteral("mnuPop")).isVisible());
-            clickButton(details, QStringLiteral("Command1"));
+            EXPECT_EQ(child<QWidget>(details, u"Command2").isEnabled(), count > 0);
+            EXPECT_FALSE(child<QWidget>(details, u"mnuPop").isVisible());
+            clickButton(details, u"Command1");
         });
         clickButton(browser, query);
         return count;
@@ -68,7 +67,7 @@ TEST_F(AuditWindowsTest, AnEmptyAuditSaysSoAndStillOpens) {
     script.expectBox(QStringLiteral("No audit information available."), QMessageBox::Ok,
                      QMessageBox::Critical);
     browse([&](QWidget& browser) {
-        EXPECT_FALSE(child<QWidget>(browser, QStringLiteral("Command2")).isEnabled());
+        EXPECT_FALSE(child<QWidget>(browser, u"Command2").isEnabled());
         refused(browser,
                 QStringLiteral("You must select at least one employee before continuing."));
     });
@@ -77,13 +76,13 @@ TEST_F(AuditWindowsTest, AnEmptyAuditSaysSoAndStillOpens) {
 TEST_F(AuditWindowsTest, QueryChecksInOrder) {
     addTwo();
     browse([&](QWidget& browser) {
-        EXPECT_EQ(child<QListWidget>(browser, QStringLiteral("List2")).count(), 1);
+        EXPECT_EQ(child<QListWidget>(browser, u"List2").count(), 1);
         const auto box = [&](const QString& name) -> QLineEdit& {
             return child<QLineEdit>(browser, name);
         };
         const QString illegal = QStringLiteral("Illegal date. Use the format mm/dd/yyyy");
         EXPECT_FALSE(box(QStringLiteral("to_date")).isEnabled());
-        clickButton(browser, QStringLiteral("Check1"));
+        clickButton(browser, u"Check1");
         box(QStringLiteral("to_date")).setText(QStringLiteral("13/45/2008"));
         refused(browser, illegal);
         EXPECT_EQ(browser.focusWidget()->objectName(), QStringLiteral("to_date"));
@@ -91,16 +90,16 @@ TEST_F(AuditWindowsTest, QueryChecksInOrder) {
         box(QStringLiteral("to_date")).setText(QStringLiteral("1/1/2020"));
         refused(browser, illegal);
         EXPECT_FALSE(box(QStringLiteral("Text1")).styleSheet().isEmpty());
-        clickButton(browser, QStringLiteral("Check1")); // an unticked range may hold rubbish
+        clickButton(browser, u"Check1"); // an unticked range may hold rubbish
         refused(browser, QStringLiteral("You must choose at least one user on which you wish to "
                                         "view Audit information."));
-        clickButton(browser, QStringLiteral("Command2"));
+        clickButton(browser, u"Command2");
         EXPECT_EQ(listed(browser), 2);
-        clickButton(browser, QStringLiteral("Option3"));
+        clickButton(browser, u"Option3");
         EXPECT_EQ(listed(browser), 1);
         host.filter = QStringLiteral("in ('E1')");
         EXPECT_EQ(listed(browser), 0);
-        clickButton(browser, QStringLiteral("Command3"));
+        clickButton(browser, u"Command3");
         refused(browser, QStringLiteral("You must choose at least one user on which you wish to "
                                         "view Audit information."));
     });
@@ -110,15 +109,15 @@ TEST_F(AuditWindowsTest, TheBrokenOutViewWantsAKind) {
     addTwo();
     breakOut = true;
     browse([&](QWidget& browser) {
-        EXPECT_FALSE(child<QWidget>(browser, QStringLiteral("SSPanel1")).isVisible());
-        clickButton(browser, QStringLiteral("Command2"));
+        EXPECT_FALSE(child<QWidget>(browser, u"SSPanel1").isVisible());
+        clickButton(browser, u"Command2");
         EXPECT_EQ(listed(browser), 2);
         for (const char16_t* box : {u"Check3", u"Check4", u"Check5", u"Check6"})
-            clickButton(browser, QString::fromUtf16(box));
+            clickButton(browser, box);
         refused(browser, QStringLiteral("You haven't selected what you wish to view. Select at "
                                         "least one of the options (Accepted 1.5, 2.0, Declined "
                                         "1.5, 2.0)."));
-        clickButton(browser, QStringLiteral("Check4"));
+        clickButton(browser, u"Check4");
         EXPECT_EQ(listed(browser), 1);
     });
 }
@@ -127,10 +126,10 @@ TEST_F(AuditWindowsTest, TheHostsFilterFillsTheEmployees) {
     addTwo();
     browse([&](QWidget& browser) {
         host.selection = {QStringLiteral("E2       Name 2"), QStringLiteral("E1       Name 1")};
-        clickButton(browser, QStringLiteral("SSCommand5"));
-        EXPECT_EQ(child<QListWidget>(browser, QStringLiteral("List2")).count(), 2);
+        clickButton(browser, u"SSCommand5");
+        EXPECT_EQ(child<QListWidget>(browser, u"List2").count(), 2);
         auto& window = static_cast<frmTLYRAudit&>(browser);
-        child<QListWidget>(browser, QStringLiteral("List2")).clear();
+        child<QListWidget>(browser, u"List2").clear();
         window.EnableQuery();
         EXPECT_FALSE(child<QWidget>(browser, query).isEnabled());
     });
@@ -144,14 +143,14 @@ TEST_F(AuditWindowsTest, TheEntriesArePrintedWithTheChoicesThatFoundThem) {
     const QTemporaryDir printed;
     const QString file = printed.filePath(QStringLiteral("audit.pdf"));
     browse([&](QWidget& browser) {
-        clickButton(browser, QStringLiteral("Command2"));
-        clickButton(browser, QStringLiteral("Check2"));
-        child<QLineEdit>(browser, QStringLiteral("Text2")).setText(QStringLiteral("2/1/2020"));
-        child<QLineEdit>(browser, QStringLiteral("Text3")).setText(QStringLiteral("2/29/2020"));
-        script.expectWindow(QStringLiteral("frmTLYRAuditDetails"), [&](QWidget& details) {
+        clickButton(browser, u"Command2");
+        clickButton(browser, u"Check2");
+        child<QLineEdit>(browser, u"Text2").setText(QStringLiteral("2/1/2020"));
+        child<QLineEdit>(browser, u"Text3").setText(QStringLiteral("2/29/2020"));
+        script.expectWindow(u"frmTLYRAuditDetails", [&](QWidget& details) {
             expectPrinting(script, QStringLiteral("Canvassing Audit"), file);
-            clickButton(details, QStringLiteral("Command2"));
-            clickButton(details, QStringLiteral("Command1"));
+            clickButton(details, u"Command2");
+            clickButton(details, u"Command1");
         });
         clickButton(browser, query);
     });
@@ -170,8 +169,8 @@ TEST_F(AuditWindowsTest, TheEntriesArePrintedWithTheChoicesThatFoundThem) {
 TEST_F(AuditWindowsTest, EachDateBoxHasItsPickerAndKeys) {
     addTwo();
     browse([&](QWidget& browser) {
-        clickButton(browser, QStringLiteral("Check1"));
-        clickButton(browser, QStringLiteral("Check2"));
+        clickButton(browser, u"Check1");
+        clickButton(browser, u"Check2");
         int day = 0;
         for (const auto& [name, button] :
              std::initializer_list<std::pair<const char16_t*, const char16_t*>>{
@@ -180,8 +179,8 @@ TEST_F(AuditWindowsTest, EachDateBoxHasItsPickerAndKeys) {
                  {u"Text2", u"SSCommand3"},
                  {u"Text3", u"SSCommand4"}}) {
             host.pickedDate = *Dates::parse(QStringLiteral("3/%1/2020").arg(++day));
-            clickButton(browser, QString::fromUtf16(button));
-            auto& box = child<QLineEdit>(browser, QString::fromUtf16(name));
+            clickButton(browser, button);
+            auto& box = child<QLineEdit>(browser, name);
             EXPECT_EQ(box.text(), QStringLiteral("03/0%1/2020").arg(day));
             QTest::keyClick(&box, Qt::Key_End);
             EXPECT_EQ(box.text(), QStringLiteral("03/31/2020"));
@@ -193,8 +192,8 @@ TEST_F(AuditWindowsTest, TheBrowserRemembersItsKindsButNoDates) {
     addTwo();
     browse([&](QWidget& browser) {
         for (const char16_t* name : {u"Option2", u"Check1"})
-            clickButton(browser, QString::fromUtf16(name));
-        child<QCheckBox>(browser, QStringLiteral("Check4")).setChecked(false);
+            clickButton(browser, name);
+        child<QCheckBox>(browser, u"Check4").setChecked(false);
     });
     browse([&](QWidget& browser) {
         for (const auto& [name, checked] :
@@ -203,28 +202,9 @@ TEST_F(AuditWindowsTest, TheBrowserRemembersItsKindsButNoDates) {
                                                                      {u"Check1", false},
                                                                      {u"Check3", true},
                                                                      {u"Check4", false}})
-            EXPECT_EQ(child<QAbstractButton>(browser, QString::fromUtf16(name)).isChecked(),
-                      checked)
+            EXPECT_EQ(child<QAbstractButton>(browser, name).isChecked(), checked)
                 << QString::fromUtf16(name).toStdString();
     });
-}
-
-TEST_F(AuditWindowsTest, UndoListsAndTakesBack) {
-    addTwo();
-    const HostContext context = host.context(folder.path());
-    frmUndo window(context, [this] { return breakOut; });
-    script.expectWindow(QStringLiteral("frmUndo"), [&](QWidget& undo) {
-        auto& list = child<QListWidget>(undo, QStringLiteral("List1"));
-        EXPECT_EQ(list.count(), 1);
-        clickButton(undo, QStringLiteral("Command1")); // nothing selected: the list fills again
-        EXPECT_EQ(list.count(), 1);
-        list.setCurrentRow(0);
-        clickButton(undo, QStringLiteral("Command1"));
-        EXPECT_EQ(list.count(), 0);
-        clickButton(undo, QStringLiteral("Command2"));
-    });
-    window.showModally();
-    EXPECT_EQ(folder.audit().size(), 1);
 }
 
 } // namespace

@@ -38,18 +38,16 @@ protected:
     void record() { AnswerRecording::record(state, request); }
 
     QStringList history() const {
-        return folder.rows(hostFile,
-                           QStringLiteral("Select [thist_emp], [rule], [thist_date], [shift_date], "
-                                          "[thist_record_type], [thist_shift], [thist_dept], "
-                                          "[thist_start_time], [thist_stop_time], "
-                                          "[thist_attend_code], [tlyrAccepted], [tlyrAccepted2], "
-                                          "[tlyrDeclined], [tlyrDeclined2], [Notes] from "
-                                          "[TimeHistory];"));
+        return folder.rows(
+            hostFile, u"Select [thist_emp], [rule], [thist_date], [shift_date], "
+                      u"[thist_record_type], [thist_shift], [thist_dept], [thist_start_time], "
+                      u"[thist_stop_time], [thist_attend_code], [tlyrAccepted], [tlyrAccepted2], "
+                      u"[tlyrDeclined], [tlyrDeclined2], [Notes] from [TimeHistory];");
     }
     QStringList audit() const {
-        return folder.rows(addInFile,
-                           QStringLiteral("Select [User], [Emp_Code], [Date], [Action], [OT], "
-                                          "[tHistField] from [TLYR_Audit];"));
+        return folder.rows(
+            addInFile,
+            u"Select [User], [Emp_Code], [Date], [Action], [OT], [tHistField] from [TLYR_Audit];");
     }
     QString board(const QString& emp) const {
         return folder
@@ -89,19 +87,19 @@ TEST_F(AnswerRecordingTest, EachAnswerGoesToItsColumns) {
         {false, true, {QStringLiteral("1|90|tlyrDeclined"), QStringLiteral("1|30|tlyrDeclined2")}},
     };
     for (const auto& c : cases) {
-        folder.execute(addInFile, QStringLiteral("Delete * from [TLYR_Audit];"));
+        folder.execute(addInFile, u"Delete * from [TLYR_Audit];");
         request.accept = c.accept;
         request.decline = !c.accept;
         request.breakOut = c.breakOut;
         record();
-        EXPECT_EQ(folder.rows(addInFile, QStringLiteral("Select [Action], [OT], [tHistField] from "
-                                                        "[TLYR_Audit];")),
+        EXPECT_EQ(folder.rows(addInFile, u"Select [Action], [OT], [tHistField] from [TLYR_Audit];"),
                   c.lines);
     }
     EXPECT_EQ(board(QStringLiteral("E2")), QStringLiteral("180|30|180|30|420"));
-    EXPECT_EQ(folder.rows(hostFile, QStringLiteral("Select [thist_attend_code] from [TimeHistory] "
-                                                   "where [tlyrDeclined2] = 30;")),
-              QStringList(QStringLiteral("OTD2")));
+    EXPECT_EQ(
+        folder.rows(hostFile,
+                    u"Select [thist_attend_code] from [TimeHistory] where [tlyrDeclined2] = 30;"),
+        QStringList(QStringLiteral("OTD2")));
 }
 
 TEST_F(AnswerRecordingTest, AnUnusableSecondAmountIsLeftOut) {
@@ -121,9 +119,9 @@ TEST_F(AnswerRecordingTest, AnUnusableSecondAmountIsLeftOut) {
 TEST_F(AnswerRecordingTest, AWholeDayIsRecordedAsOne) {
     request.amount = QStringLiteral("24:00");
     record();
-    EXPECT_EQ(folder.rows(hostFile, QStringLiteral("Select [tlyrAccepted], [thist_start_time] from "
-                                                   "[TimeHistory];")),
-              QStringList(QStringLiteral("1440|12/31/1899")));
+    EXPECT_EQ(
+        folder.rows(hostFile, u"Select [tlyrAccepted], [thist_start_time] from [TimeHistory];"),
+        QStringList(QStringLiteral("1440|12/31/1899")));
 }
 
 TEST_F(AnswerRecordingTest, AnswersOutsideThePeriodLeaveTheBoardAlone) {
@@ -143,19 +141,19 @@ TEST_F(AnswerRecordingTest, AnswersOutsideThePeriodLeaveTheBoardAlone) {
 }
 
 TEST_F(AnswerRecordingTest, PassesOverWhoCannotBeRecorded) {
-    folder.execute(hostFile, QStringLiteral("Delete * from [Shift];"));
+    folder.execute(hostFile, u"Delete * from [Shift];");
     record();
     EXPECT_TRUE(history().isEmpty()) << "shift unknown";
-    folder.execute(hostFile, QStringLiteral("Insert Into [Shift] ([Shift_Code], [Shift_Rule_Num]) "
-                                            "Values ('S1', '7');"));
+    folder.execute(hostFile,
+                   u"Insert Into [Shift] ([Shift_Code], [Shift_Rule_Num]) Values ('S1', '7');");
     request.employees = {QStringLiteral("Code"), QStringLiteral("E9")};
     record();
     EXPECT_TRUE(history().isEmpty()) << "not on the board";
     request.employees = {QStringLiteral("E1")};
-    folder.execute(addInFile, QStringLiteral("Update [tlyr_assoc] Set [Accepted] = Null;"));
+    folder.execute(addInFile, u"Update [tlyr_assoc] Set [Accepted] = Null;");
     record();
     EXPECT_TRUE(history().isEmpty()) << "no code for accepted";
-    folder.execute(addInFile, QStringLiteral("Delete * from [tlyr_assoc];"));
+    folder.execute(addInFile, u"Delete * from [tlyr_assoc];");
     request.accept = false;
     request.decline = true;
     record();
@@ -164,10 +162,10 @@ TEST_F(AnswerRecordingTest, PassesOverWhoCannotBeRecorded) {
 }
 
 TEST_F(AnswerRecordingTest, TheEmployeesOwnRuleComesFirst) {
-    folder.execute(mainFile, QStringLiteral("Update [tlyrTemp] Set [defaulttimecalc] = '12' Where "
-                                            "[emp_code] = 'E2';"));
+    folder.execute(mainFile,
+                   u"Update [tlyrTemp] Set [defaulttimecalc] = '12' Where [emp_code] = 'E2';");
     record();
-    EXPECT_EQ(folder.rows(hostFile, QStringLiteral("Select [rule] from [TimeHistory];")),
+    EXPECT_EQ(folder.rows(hostFile, u"Select [rule] from [TimeHistory];"),
               QStringList(QStringLiteral("12")));
 }
 

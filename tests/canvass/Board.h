@@ -3,16 +3,13 @@
 
 #include "canvass/Tallyroom.h"
 #include "common/ui/Grid.h"
-#include "tests/support/DataFolder.h"
-#include "tests/support/DialogScript.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/Printing.h"
+#include "tests/support/WindowTest.h"
 
 #include <QLineEdit>
 
 namespace tallyroom {
 
-class BoardTest : public testing::Test {
+class BoardTest : public WindowTest {
 protected:
     BoardTest() {
         folder.addHost(3);
@@ -24,17 +21,17 @@ protected:
               const QString& user = QStringLiteral("Ann")) {
         const HostContext context = host.context(folder.path(), user);
         Tallyroom window(context);
-        script.expectWindow(QStringLiteral("Tallyroom"), [use](QWidget& board) {
+        script.expectWindow(u"Tallyroom", [use](QWidget& board) {
             if (use)
                 use(board);
             if (board.isVisible())
-                clickButton(board, QStringLiteral("Command1"));
+                clickButton(board, u"Command1");
         });
         window.showModally();
         EXPECT_FALSE(window.isVisible());
     }
 
-    static Grid& grid(QWidget& board) { return child<Grid>(board, QStringLiteral("Grid")); }
+    static Grid& grid(QWidget& board) { return child<Grid>(board, u"Grid"); }
 
     // The grid's rows with their heading, cells joined by "|".
     static QStringList lines(QWidget& board) {
@@ -49,21 +46,17 @@ protected:
         return result;
     }
 
-    static void type(QWidget& board, const QString& box, const QString& text) {
+    static void type(QWidget& board, QStringView box, QStringView text) {
         auto& edit = child<QLineEdit>(board, box);
-        EXPECT_TRUE(edit.isVisible()) << box.toStdString();
+        EXPECT_TRUE(edit.isVisible()) << edit.objectName().toStdString();
         edit.clear();
-        edit.insert(text);
+        edit.insert(text.toString());
     }
 
     // Selects grid rows, counted with the heading, from one end to the other.
     static void select(QWidget& board, int from, int to);
     // Opens the grid's pop-up menu with the right mouse button and chooses an entry of it.
-    static void answer(QWidget& board, const QString& entry);
-
-    DataFolder folder;
-    FakeHost host;
-    DialogScript script;
+    static void answer(QWidget& board, QStringView entry);
 };
 
 inline void BoardTest::select(QWidget& board, int from, int to) {

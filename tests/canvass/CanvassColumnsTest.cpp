@@ -1,38 +1,9 @@
 #include "canvass/CanvassColumns.h"
 #include "tests/support/Printing.h"
 
-#include <QStringList>
-
 using namespace tallyroom;
 
 namespace {
-
-QStringList headers(const CanvassOptions& options) {
-    QStringList texts;
-    for (const CanvassColumn& column : canvassColumns(options))
-        texts.append(column.header);
-    return texts;
-}
-
-TEST(CanvassColumns, OptionsChooseColumnsAndFields) {
-    CanvassOptions o;
-    EXPECT_EQ(headers(o).join(u'|'),
-              QStringLiteral("Code|Name|Phone|OT Worked|OT Accepted|OT Declined|Total"));
-    o.department = o.position = o.seniorityDate = o.seniorityNumber = o.breakOut =
-        o.alternatePhone = o.cellPhone = o.pager = true;
-    EXPECT_EQ(headers(o).join(u'|'),
-              QStringLiteral("Code|Name|Dept|Position|Phone|Alt. Phone|Cell Phone|Pager|Sen. Date|"
-                             "Sen. #|1.5|2.0|1.5 Accepted|2.0 Accepted|1.5 Declined|2.0 Declined|"
-                             "Total"));
-    EXPECT_EQ(canvassColumns(o)[10].field, QStringLiteral("t15hours"));
-    o.multiply = true;
-    o.totalWithAccepted = false;
-    EXPECT_EQ(canvassColumns(o)[10].field, QStringLiteral("t15hours_mult"));
-    EXPECT_EQ(canvassColumns(o)[13].field, QStringLiteral("t20accepted"));
-    EXPECT_EQ(canvassColumns(o).back().field, QStringLiteral("totalot2"));
-    o.breakOut = false;
-    EXPECT_EQ(canvassColumns(o)[10].field, QStringLiteral("workedot"));
-}
 
 TEST(CanvassColumns, CellsShowBlanksWhereTheyShould) {
     const CanvassColumn time{QString(), QString(), CellKind::Time};

@@ -6,7 +6,6 @@
 
 #include <QFile>
 #include <SQLiteCpp/SQLiteCpp.h>
-#include <cmath>
 #include <map>
 #include <random>
 
@@ -41,7 +40,43 @@ protected:
                                     });
     }
 
+    // Three hundred employees, every step-th with history: a board of many pages, so that there is
+    // something to lose.
+    void addMany(int step) {
+        folder.addHost(300);
+        for (int n = 1; n <= 300; n += step)
+            folder.addHistory(QStringLiteral("E%1").arg(n), u"1/1/2020", 60, n);
+        open();
+    }
+
+    // Builds with the n-th operation of the disk failing, for every step-th n, and checks after
+    // each; then the same with a trigger, which could tell statements apart, so that they run one
+    // by one.
+    void sweep(int step, const std::vector<ErrorAnswer>& answers,
+               const std::function<void(int n)>& check) {
+        for (const bool oneByOne : {false, true}) {
+            if (oneByOne)
+                alter("CREATE TRIGGER seen AFTER UPDATE ON tlyrTemp BEGIN SELECT 1; END");
+            bool reached = true;
+            for (int n = 1; reached; n += step) {
+                disk.failAt(n);
+                ASSERT_TRUE(build(answers)) << n;
+                reached = disk.operations() >= n;
+                disk.failAt(0);
+                check(n);
+                ASSERT_LT(n, 20000);
+            }
+        }
+    }
+
+    void alter(const char* statement) const {
+        SQLite::Database database(folder.file(mainFile).toStdString(), SQLite::OPEN_READWRITE);
+        database.exec(statement);
+    }
+
     QStringList board() const { return folder.rows(mainFile, totalsOf); }
+
+    FaultyFiles disk; // first, so that every file is opened through it
 
     DataFolder folder;
     FakeHost host;
@@ -52,17 +87,15 @@ protected:
 
 TEST_F(CanvassTotalsTest, CopiesEmployeesAndTheirDefaultQualification) {
     folder.addHost(2);
-    folder.execute(hostFile, QStringLiteral("Update [Employee] Set [Seniority] = Null Where "
-                                            "[emp_code] = 'E2';"));
+    folder.execute(hostFile, u"Update [Employee] Set [Seniority] = Null Where [emp_code] = 'E2';");
     for (const char* row : {"'E1', 'FORK', True", "'E1', 'WELD', False", "'E2', 'WELD', False"})
         folder.execute(hostFile, QStringLiteral("Insert Into [Emp_Qualifications] ([Emp_Code], "
                                                 "[Qual_Code], [Default]) Values (%1);")
                                      .arg(QString::fromLatin1(row)));
     open();
     ASSERT_TRUE(build());
-    EXPECT_EQ(folder.rows(mainFile, QStringLiteral("Select [emp_code], [emp_name], [emp_dept], "
-                                                   "[Seniority], [qual_code], [altphone], "
-                                                   "[emp_shift] from [tlyrTemp];")),
+    EXPECT_EQ(folder.rows(mainFile, u"Select [emp_code], [emp_name], [emp_dept], [Seniority], "
+                                    u"[qual_code], [altphone], [emp_shift] from [tlyrTemp];"),
               QStringList({QStringLiteral("E1|Name 1|D1|99|FORK|Null|S1"),
                            QStringLiteral("E2|Name 2|D2|0|Null|Null|S1")}));
 }
@@ -70,30 +103,28 @@ TEST_F(CanvassTotalsTest, CopiesEmployeesAndTheirDefaultQualification) {
 TEST_F(CanvassTotalsTest, CountsWholeMinutesAndKeepsNulls) {
     folder.addHost(3);
     for (int third = 0; third < 3; ++third)
-        folder.addHistory(QStringLiteral("E1"), QStringLiteral("1/1/2020"), 480.0 / 3, 0);
-    folder.addHistory(QStringLiteral("E2"), QStringLiteral("1/1/2020"), 45, 20,
-                      QStringLiteral("HR"));
-    folder.addHistory(QStringLiteral("E2"), QStringLiteral("1/1/2020"), 500, 500,
-                      QStringLiteral("XX"));
+        folder.addHistory(u"E1", u"1/1/2020", 480.0 / 3, 0);
+    folder.addHistory(u"E2", u"1/1/2020", 45, 20, u"HR");
+    folder.addHistory(u"E2", u"1/1/2020", 500, 500, u"XX");
     open();
     ASSERT_TRUE(build());
     EXPECT_EQ(board(), QStringList({QStringLiteral("E1|480|0|0|0|480|0|0|480|480"),
                                     QStringLiteral("E2|45|20|0|0|65|0|0|65|65"),
                                     QStringLiteral("E3|Null|Null|Null|Null|Null|0|0|0|0")}));
     // Half a minute of 45 × 1.5 goes to the even side.
-    EXPECT_EQ(folder.rows(mainFile, QStringLiteral("Select [T15Hours_Mult], [T20Hours_Mult] from "
-                                                   "[tlyrTemp] order by [emp_code];")),
+    EXPECT_EQ(folder.rows(
+                  mainFile,
+                  u"Select [T15Hours_Mult], [T20Hours_Mult] from [tlyrTemp] order by [emp_code];"),
               QStringList(
                   {QStringLiteral("720|0"), QStringLiteral("68|40"), QStringLiteral("Null|Null")}));
 }
 
 TEST_F(CanvassTotalsTest, MultiplierWeighsAnswersAndWorkedTime) {
     folder.addHost(1);
-    folder.addHistory(QStringLiteral("E1"), QStringLiteral("1/1/2020"), 100, 30);
-    folder.execute(hostFile,
-                   QStringLiteral("Insert Into [TimeHistory] ([thist_emp], [shift_date], "
-                                  "[thist_record_type], [tlyrAccepted], [tlyrAccepted2], "
-                                  "[tlyrDeclined2]) Values ('E1', #1/1/2020#, 'AR', 10, 60, 7);"));
+    folder.addHistory(u"E1", u"1/1/2020", 100, 30);
+    folder.execute(hostFile, u"Insert Into [TimeHistory] ([thist_emp], [shift_date], "
+                             u"[thist_record_type], [tlyrAccepted], [tlyrAccepted2], "
+                             u"[tlyrDeclined2]) Values ('E1', #1/1/2020#, 'AR', 10, 60, 7);");
     open();
     ASSERT_TRUE(build({}, true));
     EXPECT_EQ(board(), QStringList(QStringLiteral("E1|100|30|10|7|210|135|14|359|224")));
@@ -104,7 +135,7 @@ TEST_F(CanvassTotalsTest, MultiplierWeighsAnswersAndWorkedTime) {
 TEST_F(CanvassTotalsTest, StopsAtTotalsWithoutAnEmployee) {
     folder.addHost(3);
     for (const char* emp : {"E1", "E1B", "E2", "E3"})
-        folder.addHistory(QString::fromLatin1(emp), QStringLiteral("1/1/2020"), 60, 0);
+        folder.addHistory(QString::fromLatin1(emp), u"1/1/2020", 60, 0);
     host.filter = QStringLiteral("in ('E1', 'E1B', 'e2', 'E3')");
     open();
     ASSERT_TRUE(build());
@@ -115,7 +146,7 @@ TEST_F(CanvassTotalsTest, StopsAtTotalsWithoutAnEmployee) {
 
 TEST_F(CanvassTotalsTest, ComparesCodesExactlyThoughTheDatabaseDoesNot) {
     folder.addHost(2);
-    folder.addHistory(QStringLiteral("e1"), QStringLiteral("1/1/2020"), 60, 0);
+    folder.addHistory(u"e1", u"1/1/2020", 60, 0);
     open();
     ASSERT_TRUE(build());
     EXPECT_EQ(board()[0].left(7), QStringLiteral("E1|Null"));
@@ -159,7 +190,7 @@ TEST_F(CanvassTotalsTest, AgreesWithAnObviousCount) {
 
 TEST_F(CanvassTotalsTest, AbortRetryAndIgnoreActOnTheFailingStatement) {
     folder.addHost(1);
-    folder.addHistory(QStringLiteral("E1"), QStringLiteral("1/1/2020"), 60, 0);
+    folder.addHistory(u"E1", u"1/1/2020", 60, 0);
     open();
     int reads = 0;
     host.onFilterRead = [&] {
@@ -175,7 +206,7 @@ TEST_F(CanvassTotalsTest, AbortRetryAndIgnoreActOnTheFailingStatement) {
     EXPECT_TRUE(board().isEmpty()) << "the insert was skipped, the delete was not";
 
     host.onFilterRead = {};
-    folder.execute(mainFile, QStringLiteral("Drop Table [tlyrTemp];"));
+    folder.execute(mainFile, u"Drop Table [tlyrTemp];");
     EXPECT_FALSE(build({ErrorAnswer::Retry, ErrorAnswer::Abort}));
     EXPECT_EQ(errors, QStringList({QStringLiteral("3078"), QStringLiteral("3078")}));
 }
@@ -183,19 +214,16 @@ TEST_F(CanvassTotalsTest, AbortRetryAndIgnoreActOnTheFailingStatement) {
 // A table that lacks columns: each statement that names one fails by itself, in its turn.
 TEST_F(CanvassTotalsTest, EachUpdateThatFailsIsAskedAboutAlone) {
     folder.addHost(2);
-    folder.addHistory(QStringLiteral("E1"), QStringLiteral("1/1/2020"), 60, 30);
-    const auto alter = [&](const char* statement) {
-        SQLite::Database database(folder.file(mainFile).toStdString(), SQLite::OPEN_READWRITE);
-        database.exec(statement);
-    };
+    folder.addHistory(u"E1", u"1/1/2020", 60, 30);
     open();
     alter("ALTER TABLE tlyrTemp DROP COLUMN T15Accepted");
     ASSERT_TRUE(build({ErrorAnswer::Ignore, ErrorAnswer::Retry, ErrorAnswer::Ignore}));
     EXPECT_EQ(errors,
               QStringList({QStringLiteral("3061"), QStringLiteral("3061"), QStringLiteral("3061")}))
         << "the zero, and twice the derived columns";
-    EXPECT_EQ(folder.rows(mainFile, QStringLiteral("Select [T15Hours_Mult], [T20Hours_Mult] from "
-                                                   "[tlyrTemp] order by [emp_code];")),
+    EXPECT_EQ(folder.rows(
+                  mainFile,
+                  u"Select [T15Hours_Mult], [T20Hours_Mult] from [tlyrTemp] order by [emp_code];"),
               QStringList({QStringLiteral("90|60"), QStringLiteral("Null|Null")}));
     EXPECT_FALSE(state.derived);
 
@@ -203,9 +231,8 @@ TEST_F(CanvassTotalsTest, EachUpdateThatFailsIsAskedAboutAlone) {
     alter("ALTER TABLE tlyrTemp DROP COLUMN T15Hours_Mult");
     alter("ALTER TABLE tlyrTemp ADD COLUMN T15Hours_Mult INTEGER CHECK (T15Hours_Mult < 80)");
     ASSERT_TRUE(build());
-    EXPECT_EQ(folder.rows(mainFile, QStringLiteral("Select [T15Hours_Mult], [T20Hours_Mult], "
-                                                   "[WorkedOT] from [tlyrTemp] order by "
-                                                   "[emp_code];")),
+    EXPECT_EQ(folder.rows(mainFile, u"Select [T15Hours_Mult], [T20Hours_Mult], [WorkedOT] from "
+                                    u"[tlyrTemp] order by [emp_code];"),
               QStringList({QStringLiteral("Null|60|90"), QStringLiteral("Null|Null|Null")}))
         << "a value that the table refuses is passed over alone";
 }
@@ -216,13 +243,12 @@ TEST_F(CanvassTotalsTest, DerivedColumnsAreComputedAnewAfterEachChange) {
     ASSERT_TRUE(build());
     const auto accepted = [&](bool multiply) {
         CanvassTotals::applyMultipliers(state, multiply);
-        return folder.rows(mainFile, QStringLiteral("Select [T15Accepted], [TotalOT1] from "
-                                                    "[tlyrTemp] order by [emp_code];"));
+        return folder.rows(
+            mainFile, u"Select [T15Accepted], [TotalOT1] from [tlyrTemp] order by [emp_code];");
     };
     const auto nobody = QStringLiteral("Null|0");
     EXPECT_EQ(accepted(false), QStringList({nobody, nobody}));
-    folder.execute(mainFile, QStringLiteral("Update [tlyrTemp] Set [xT15Accepted] = 10 Where "
-                                            "[emp_code] = 'E1';"));
+    folder.execute(mainFile, u"Update [tlyrTemp] Set [xT15Accepted] = 10 Where [emp_code] = 'E1';");
     EXPECT_EQ(accepted(false), QStringList({QStringLiteral("10|10"), nobody})) << "by others";
     EXPECT_EQ(accepted(true), QStringList({QStringLiteral("15|15"), nobody})) << "weighed";
     state.rows().database()->execute(
@@ -236,59 +262,38 @@ TEST_F(CanvassTotalsTest, DerivedColumnsAreComputedAnewAfterEachChange) {
 }
 
 // The build's statements share a write, which the engine itself undoes when the disk fails in it:
-// one that is undone must not pass for done, and a retry must not go on with what is left. The
-// board takes many pages, so that there is something to lose.
+// one that is undone must not pass for done, and a retry must not go on with what is left.
 TEST_F(CanvassTotalsTest, ADiskThatFailsAmidALargeMergeLosesNoTotals) {
-    FaultyFiles disk;
-    folder.addHost(300);
-    for (int n = 1; n <= 300; n += 2)
-        folder.addHistory(QStringLiteral("E%1").arg(n), QStringLiteral("1/1/2020"), 60, n);
-    open();
+    addMany(2);
     ASSERT_TRUE(build());
     const QString all = QStringLiteral("Select * from [tlyrTemp] order by [emp_code];");
     const QStringList expected = folder.rows(mainFile, all);
-    bool reached = true;
-    for (int n = 1; reached; n += 2) {
-        disk.failAt(n);
-        ASSERT_TRUE(build({ErrorAnswer::Retry})) << n;
-        reached = disk.operations() >= n;
-        disk.failAt(0);
+    sweep(2, {ErrorAnswer::Retry}, [&](int n) {
         CanvassTotals::applyMultipliers(state, false);
-        ASSERT_EQ(folder.rows(mainFile, all), expected) << n;
-        ASSERT_LT(n, 20000);
-    }
+        EXPECT_EQ(folder.rows(mainFile, all), expected) << n;
+    });
 }
 
 // After Ignore each statement writes for itself: only what fails is left out.
 TEST_F(CanvassTotalsTest, ADiskThatFailsAmidTheMergeAndIsIgnoredLosesNoTotals) {
-    FaultyFiles disk;
-    folder.addHost(300);
-    for (int n = 1; n <= 300; n += 30)
-        folder.addHistory(QStringLiteral("E%1").arg(n), QStringLiteral("1/1/2020"), 60, n);
-    open();
+    addMany(30);
     const QString counted = QStringLiteral(
         "Select Count(*) from [tlyrTemp] where [T15Hours] = 60 and [WorkedOT] = [T15Hours] + "
         "[T20Hours];");
     int whole = 0;
-    bool reached = true;
-    for (int n = 1; reached; n += 3) {
-        folder.execute(mainFile, QStringLiteral("Delete * from [tlyrTemp];"));
-        disk.failAt(n);
-        ASSERT_TRUE(build(std::vector(30, ErrorAnswer::Ignore))) << n;
-        reached = disk.operations() >= n;
-        disk.failAt(0);
+    sweep(3, std::vector(30, ErrorAnswer::Ignore), [&](int n) {
         const QString count = folder.rows(mainFile, counted).value(0);
         whole += count == QStringLiteral("10") ? 1 : 0;
         EXPECT_TRUE(count == QStringLiteral("10") || count == QStringLiteral("0"))
             << count.toStdString() << " at " << n;
-        ASSERT_LT(n, 2000);
-    }
+        folder.execute(mainFile, u"Delete * from [tlyrTemp];");
+    });
     EXPECT_GT(whole, 10);
 }
 
 TEST_F(CanvassTotalsTest, AnIgnoredLockCostsOnlyTheStatementsThatMetIt) {
     folder.addHost(1);
-    folder.addHistory(QStringLiteral("E1"), QStringLiteral("1/1/2020"), 60, 0);
+    folder.addHistory(u"E1", u"1/1/2020", 60, 0);
     open();
     const auto other = folder.open(mainFile);
     int reads = 0;

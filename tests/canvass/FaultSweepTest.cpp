@@ -35,16 +35,17 @@ protected:
     FaultSweepTest() {
         folder.addHost(3);
         folder.associateAll();
-        folder.addHistory(QStringLiteral("E2"), QStringLiteral("1/1/2020"), 60, 0);
+        folder.addHistory(u"E2", u"1/1/2020", 60, 0);
     }
 
     QStringList history() const {
-        return folder.rows(hostFile, QStringLiteral("Select [thist_emp], [tlyrAccepted] from "
-                                                    "[TimeHistory] order by [thist_emp];"));
+        return folder.rows(
+            hostFile,
+            u"Select [thist_emp], [tlyrAccepted] from [TimeHistory] order by [thist_emp];");
     }
     QStringList audit() const {
-        return folder.rows(addInFile, QStringLiteral("Select [Emp_Code], [OT] from [TLYR_Audit] "
-                                                     "order by [Emp_Code];"));
+        return folder.rows(addInFile,
+                           u"Select [Emp_Code], [OT] from [TLYR_Audit] order by [Emp_Code];");
     }
 
     DataFolder folder;
@@ -65,9 +66,9 @@ void sweep(QMainWindow& board, FaultyFiles& disk, const std::function<void()>& c
         disk.failAt(0);
         EXPECT_LE(boxes.count, 1) << "operation " << n;
         check(boxes.count > 0);
-        trigger(board, QStringLiteral("mnuRefresh"));
+        trigger(board, u"mnuRefresh");
         EXPECT_EQ(boxes.count > 1, false) << "the board works again after " << n;
-        EXPECT_EQ(child<Grid>(board, QStringLiteral("Grid")).rows(), 4) << n;
+        EXPECT_EQ(child<Grid>(board, u"Grid").rows(), 4) << n;
         if (!reached)
             return;
         ASSERT_LT(n, 5000);
@@ -85,7 +86,7 @@ TEST_F(FaultSweepTest, LoadingReportsOnceAndLeavesNoHalfBuiltWindow) {
             if (QApplication::activeModalWidget() != &window)
                 return;
             shown = true;
-            child<QPushButton>(window, QStringLiteral("Command1")).click();
+            child<QPushButton>(window, u"Command1").click();
         });
         leave.start(0);
         disk.failAt(n);
@@ -95,7 +96,7 @@ TEST_F(FaultSweepTest, LoadingReportsOnceAndLeavesNoHalfBuiltWindow) {
         EXPECT_LE(boxes.count, 1) << "operation " << n;
         EXPECT_TRUE(shown || boxes.count == 1) << "operation " << n;
         EXPECT_FALSE(window.isVisible());
-        EXPECT_EQ(folder.rows(addInFile, QStringLiteral("Select * from [tlyr_assoc];")).size(), 1);
+        EXPECT_EQ(folder.rows(addInFile, u"Select * from [tlyr_assoc];").size(), 1);
         if (!reached)
             break;
         ASSERT_LT(n, 5000);
@@ -107,16 +108,16 @@ TEST_F(FaultSweepTest, RebuildingAndRecordingSurviveEveryFailure) {
     Tallyroom window(context);
     QTimer::singleShot(0, &window, [&] {
         sweep(
-            window, disk, [&] { trigger(window, QStringLiteral("mnuRefresh")); }, [](bool) {});
+            window, disk, [&] { trigger(window, u"mnuRefresh"); }, [](bool) {});
         QStringList historyBefore = history();
         QStringList auditBefore = audit();
         const auto recordTwo = [&] {
-            child<QLineEdit>(window, QStringLiteral("Text1")).setText(QStringLiteral("1:00"));
-            auto& grid = child<Grid>(window, QStringLiteral("Grid"));
+            child<QLineEdit>(window, u"Text1").setText(QStringLiteral("1:00"));
+            auto& grid = child<Grid>(window, u"Grid");
             grid.selectionModel()->select(
                 QItemSelection(grid.model()->index(0, 0), grid.model()->index(1, 0)),
                 QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-            child<QAction>(window, QStringLiteral("mnuAccept")).trigger();
+            child<QAction>(window, u"mnuAccept").trigger();
         };
         sweep(window, disk, recordTwo, [&](bool failed) {
             const auto newHistory = history().size() - historyBefore.size();
@@ -127,7 +128,7 @@ TEST_F(FaultSweepTest, RebuildingAndRecordingSurviveEveryFailure) {
             historyBefore = history();
             auditBefore = audit();
         });
-        child<QPushButton>(window, QStringLiteral("Command1")).click();
+        child<QPushButton>(window, u"Command1").click();
     });
     window.showModally();
 }

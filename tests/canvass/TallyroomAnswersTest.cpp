@@ -7,13 +7,13 @@
 
 using namespace tallyroom;
 
-void BoardTest::answer(QWidget& board, const QString& entry) {
+void BoardTest::answer(QWidget& board, QStringView entry) {
     Grid& shown = grid(board);
-    auto& popup = child<QMenu>(board, QStringLiteral("mnuPopup"));
+    auto& popup = child<QMenu>(board, u"mnuPopup");
     QTest::mouseClick(shown.viewport(), Qt::RightButton, {}, QPoint(20, 20));
     EXPECT_TRUE(popup.isVisible());
     auto& action = child<QAction>(board, entry);
-    EXPECT_TRUE(action.isEnabled()) << entry.toStdString();
+    EXPECT_TRUE(action.isEnabled()) << action.objectName().toStdString();
     QTest::mouseClick(&popup, Qt::LeftButton, {}, popup.actionGeometry(&action).center());
 }
 
@@ -22,8 +22,8 @@ namespace {
 class TallyroomAnswersTest : public BoardTest {
 protected:
     QStringList audit() const {
-        return folder.rows(addInFile, QStringLiteral("Select [Emp_Code], [Action], [OT], "
-                                                     "[tHistField] from [TLYR_Audit];"));
+        return folder.rows(addInFile,
+                           u"Select [Emp_Code], [Action], [OT], [tHistField] from [TLYR_Audit];");
     }
 };
 
@@ -33,7 +33,7 @@ TEST_F(TallyroomAnswersTest, TheHeadingOpensThePopupToo) {
         QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(5, 5),
                                 heading->mapToGlobal(QPoint(5, 5)));
         QCoreApplication::sendEvent(heading, &event);
-        auto& popup = child<QMenu>(board, QStringLiteral("mnuPopup"));
+        auto& popup = child<QMenu>(board, u"mnuPopup");
         EXPECT_TRUE(popup.isVisible());
         popup.close();
     });
@@ -41,48 +41,41 @@ TEST_F(TallyroomAnswersTest, TheHeadingOpensThePopupToo) {
 
 TEST_F(TallyroomAnswersTest, SelectedRowsAreRecordedWhicheverWayTheyWereSelected) {
     show([&](QWidget& board) {
-        type(board, QStringLiteral("Text1"), QStringLiteral("2:15"));
+        type(board, u"Text1", u"2:15");
+        answer(board, u"mnuAccept");
+        EXPECT_TRUE(audit().isEmpty()) << "nothing is selected";
         select(board, 3, 2);
-        answer(board, QStringLiteral("mnuAccept"));
+        answer(board, u"mnuAccept");
         EXPECT_EQ(audit(), QStringList({QStringLiteral("E2|0|135|tlyrAccepted"),
                                         QStringLiteral("E3|0|135|tlyrAccepted")}));
         EXPECT_TRUE(lines(board).value(2).endsWith(QStringLiteral("02:15|00:00|02:15")));
         select(board, 1, 1);
-        answer(board, QStringLiteral("mnuDecline"));
+        answer(board, u"mnuDecline");
         EXPECT_EQ(audit().value(2), QStringLiteral("E1|1|135|tlyrDeclined"));
     });
-    EXPECT_EQ(
-        folder.rows(hostFile, QStringLiteral("Select [thist_dept] from [TimeHistory];")).value(0),
-        QStringLiteral("Dept"))
+    EXPECT_EQ(folder.rows(hostFile, u"Select [thist_dept] from [TimeHistory];").value(0),
+              QStringLiteral("Dept"))
         << "the heading's text";
-}
-
-TEST_F(TallyroomAnswersTest, WithNothingSelectedNothingIsRecorded) {
-    show([&](QWidget& board) {
-        type(board, QStringLiteral("Text1"), QStringLiteral("2:15"));
-        answer(board, QStringLiteral("mnuAccept"));
-    });
-    EXPECT_TRUE(audit().isEmpty());
 }
 
 TEST_F(TallyroomAnswersTest, ThePopupIsEnabledByAmountsAndDate) {
     show([&](QWidget& board) {
         const auto enabled = [&](const QString& one, const QString& two, const QString& date) {
-            child<QLineEdit>(board, QStringLiteral("Text1")).setText(one);
-            child<QLineEdit>(board, QStringLiteral("Text2")).setText(two);
-            child<QLineEdit>(board, QStringLiteral("to_date")).setText(date);
+            child<QLineEdit>(board, u"Text1").setText(one);
+            child<QLineEdit>(board, u"Text2").setText(two);
+            child<QLineEdit>(board, u"to_date").setText(date);
             QTest::mouseClick(grid(board).viewport(), Qt::RightButton, {}, QPoint(20, 20));
-            child<QMenu>(board, QStringLiteral("mnuPopup")).close();
-            EXPECT_EQ(child<QAction>(board, QStringLiteral("mnuAccept")).isEnabled(),
-                      child<QAction>(board, QStringLiteral("mnuDecline")).isEnabled());
-            return child<QAction>(board, QStringLiteral("mnuAccept")).isEnabled();
+            child<QMenu>(board, u"mnuPopup").close();
+            EXPECT_EQ(child<QAction>(board, u"mnuAccept").isEnabled(),
+                      child<QAction>(board, u"mnuDecline").isEnabled());
+            return child<QAction>(board, u"mnuAccept").isEnabled();
         };
         const QString time = QStringLiteral("1:00");
         const QString date = QStringLiteral("01/02/2020");
         EXPECT_TRUE(enabled(time, QString(), date));
         EXPECT_FALSE(enabled(QStringLiteral("1"), QString(), date));
         EXPECT_FALSE(enabled(time, QString(), QStringLiteral("13/45/2008")));
-        trigger(board, QStringLiteral("mnuBreakOut"));
+        trigger(board, u"mnuBreakOut");
         EXPECT_FALSE(enabled(time, QString(), date));
         EXPECT_TRUE(enabled(time, time, date));
     });
@@ -101,10 +94,10 @@ TEST_F(TallyroomAnswersTest, ABadAmountIsRefusedAndGetsTheFocus) {
             {u"%1", QStringLiteral("'%1' is not a valid time.")},
         };
         for (const auto& c : cases) {
-            type(board, QStringLiteral("Text1"), QString::fromUtf16(c.amount));
+            type(board, u"Text1", c.amount);
             script.expectBox(c.message, QMessageBox::Ok, QMessageBox::Information);
-            child<QAction>(board, QStringLiteral("mnuAccept")).setEnabled(true);
-            trigger(board, QStringLiteral("mnuAccept"));
+            child<QAction>(board, u"mnuAccept").setEnabled(true);
+            trigger(board, u"mnuAccept");
             EXPECT_EQ(board.focusWidget()->objectName(), QStringLiteral("Text1"));
         }
     });
@@ -113,14 +106,13 @@ TEST_F(TallyroomAnswersTest, ABadAmountIsRefusedAndGetsTheFocus) {
 
 TEST_F(TallyroomAnswersTest, TheOrderFollowsTheNewFigures) {
     folder.execute(addInFile,
-                   QStringLiteral("Insert Into [tlyr_order] ([descr], [details]) Values ('Least', "
-                                  "'Index0=Total Overtime|Total Overtime_State=True|Total "
-                                  "Overtime_Direction=0');"));
+                   u"Insert Into [tlyr_order] ([descr], [details]) Values ('Least', 'Index0=Total "
+                   u"Overtime|Total Overtime_State=True|Total Overtime_Direction=0');");
     show([&](QWidget& board) {
-        trigger(board, QStringLiteral("MnuOrder_2"));
-        type(board, QStringLiteral("Text1"), QStringLiteral("7.5"));
+        trigger(board, u"MnuOrder_2");
+        type(board, u"Text1", u"7.5");
         select(board, 1, 1);
-        answer(board, QStringLiteral("mnuAccept"));
+        answer(board, u"mnuAccept");
         EXPECT_TRUE(lines(board).last().startsWith(QStringLiteral("E1|")));
         EXPECT_TRUE(lines(board).last().endsWith(QStringLiteral("07:30")));
         EXPECT_FALSE(grid(board).selectionModel()->hasSelection());
@@ -130,17 +122,13 @@ TEST_F(TallyroomAnswersTest, TheOrderFollowsTheNewFigures) {
 TEST_F(TallyroomAnswersTest, ThePickerFillsTheCanvassDate) {
     host.pickedDate = *Dates::parse(QStringLiteral("3/4/2020"));
     show([&](QWidget& board) {
-        type(board, QStringLiteral("to_date"), QStringLiteral("2/29/2020"));
-        clickButton(board, QStringLiteral("SSCommand2"));
+        type(board, u"to_date", u"2/29/2020");
+        clickButton(board, u"SSCommand2");
         EXPECT_EQ(Dates::toText(host.shownDate), QStringLiteral("2/29/2020"));
-        auto& box = child<QLineEdit>(board, QStringLiteral("to_date"));
+        auto& box = child<QLineEdit>(board, u"to_date");
         EXPECT_EQ(box.text(), QStringLiteral("03/04/2020"));
         QTest::keyClick(&box, Qt::Key_End);
         EXPECT_EQ(box.text(), QStringLiteral("03/31/2020"));
-        box.setText(QStringLiteral("rubbish"));
-        QTest::keyClick(&box, Qt::Key_Up);
-        EXPECT_EQ(box.text(), QStringLiteral("rubbish"));
-        EXPECT_TRUE(box.styleSheet().contains(QStringLiteral("#ff0000")));
     });
 }
 

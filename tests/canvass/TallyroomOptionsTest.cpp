@@ -43,52 +43,52 @@ protected:
 
 TEST_F(TallyroomOptionsTest, EachUserFindsTheBoardAsHeLeftIt) {
     expectOptions(u"Bob", u"mnuDept mnuSenDate mnuTot_0");
-    folder.execute(hostFile, QStringLiteral("Delete * from [FormOptions];"));
-    show([](QWidget& board) { trigger(board, QStringLiteral("mnuPager")); },
-         QStringLiteral("Master"));
+    folder.execute(hostFile, u"Delete * from [FormOptions];");
+    show([](QWidget& board) { trigger(board, u"mnuPager"); }, QStringLiteral("Master"));
     show(
         [](QWidget& board) {
             for (const char16_t* entry :
                  {u"mnuDept", u"mnuBreakOut", u"mnuTot_1", u"mnuSigLine", u"MnuOrder_2"})
-                trigger(board, QString::fromUtf16(entry));
-            type(board, QStringLiteral("to_date"), QStringLiteral("1/1/2001"));
-            type(board, QStringLiteral("Text1"), QStringLiteral("1:00"));
+                trigger(board, entry);
+            type(board, u"to_date", u"1/1/2001");
+            type(board, u"Text1", u"1:00");
             board.resize(1100, 740);
         },
         QStringLiteral("O'Hara"));
-    folder.execute(addInFile, QStringLiteral("Insert Into [tlyr_order] ([descr]) Values ('A');"));
+    folder.execute(addInFile, u"Insert Into [tlyr_order] ([descr]) Values ('A');");
     show(
         [&](QWidget& board) {
             EXPECT_EQ(checked(board), QStringLiteral("MnuOrder_3 mnuBreakOut mnuPager mnuSenDate "
                                                      "mnuSigLine mnuTot_1"))
                 << "the ordering is known by its description";
             EXPECT_TRUE(lines(board).value(1).startsWith(QStringLiteral("E3|")));
-            EXPECT_TRUE(child<QWidget>(board, QStringLiteral("Text2")).isVisible());
+            EXPECT_TRUE(child<QWidget>(board, u"Text2").isVisible());
             EXPECT_EQ(board.size(), QSize(1100, 740).boundedTo(board.screen()->availableSize()));
-            EXPECT_EQ(child<QLineEdit>(board, QStringLiteral("Text1")).text(), QString());
-            EXPECT_EQ(*Dates::parse(child<QLineEdit>(board, QStringLiteral("to_date")).text()),
-                      Dates::today());
+            EXPECT_EQ(child<QLineEdit>(board, u"Text1").text(), QString());
+            EXPECT_EQ(*Dates::parse(child<QLineEdit>(board, u"to_date").text()), Dates::today());
         },
         QStringLiteral("O'HARA"));
     expectOptions(u"Ann", u"mnuDept mnuPager mnuSenDate mnuTot_0");
-    folder.execute(addInFile, QStringLiteral("Delete * from [tlyr_order] where [descr] = 'Down';"));
+    EXPECT_EQ(folder.rows(hostFile, u"Select [formname] from [FormOptions];").size(), 3)
+        << "one row a user";
+    folder.execute(addInFile, u"Delete * from [tlyr_order] where [descr] = 'Down';");
     expectOptions(u"O'Hara", u"mnuBreakOut mnuPager mnuSenDate mnuSigLine mnuTot_1");
 }
 
 TEST_F(TallyroomOptionsTest, WithoutTheirTableTheBoardStillOpensAndCloses) {
-    folder.execute(hostFile, QStringLiteral("Drop Table [FormOptions];"));
+    folder.execute(hostFile, u"Drop Table [FormOptions];");
     expectOptions(u"Ann", u"mnuDept mnuSenDate mnuTot_0");
 }
 
 TEST_F(TallyroomOptionsTest, ThePrintedReportIsTheGridWithItsLines) {
-    folder.addHistory(QStringLiteral("E2"), QStringLiteral("1/5/2020"), 90, 30);
-    folder.setPeriod(QStringLiteral("1/1/2020"), QStringLiteral("1/14/2020"));
+    folder.addHistory(u"E2", u"1/5/2020", 90, 30);
+    folder.setPeriod(u"1/1/2020", u"1/14/2020");
     show([&](QWidget& board) {
         for (const char16_t* entry : {u"mnuBlank0", u"mnuTot_1", u"MnuOrder_2", u"mnuDateLine"})
-            trigger(board, QString::fromUtf16(entry));
+            trigger(board, entry);
         const QString file = printed.filePath(QStringLiteral("board.pdf"));
         expectPrinting(script, title, file);
-        clickButton(board, QStringLiteral("Command2"));
+        clickButton(board, u"Command2");
         const auto pages = readPages(file);
         ASSERT_EQ(pages.size(), 1U);
         const QString text = pages[0].text();
@@ -111,10 +111,10 @@ TEST_F(TallyroomOptionsTest, ABoardWithoutAnyColumnIsPrintedAsItsTitle) {
         show([&](QWidget& board) {
             EXPECT_EQ(grid(board).columns(), 0);
             if (signing)
-                trigger(board, QStringLiteral("mnuSigLine"));
+                trigger(board, u"mnuSigLine");
             const QString file = printed.filePath(QStringLiteral("%1.pdf").arg(signing));
             expectPrinting(script, title, file);
-            clickButton(board, QStringLiteral("Command2"));
+            clickButton(board, u"Command2");
             const auto pages = readPages(file);
             ASSERT_EQ(pages.size(), 1U);
             EXPECT_TRUE(pages[0].text().startsWith(title));

@@ -2,10 +2,8 @@
 
 #include "common/ui/Twips.h"
 
-#include <QComboBox>
 #include <QFile>
 #include <QLabel>
-#include <QMenu>
 #include <QPushButton>
 #include <QTest>
 
@@ -13,16 +11,10 @@ using namespace tallyroom;
 
 namespace {
 
-const QString welcome = QStringLiteral(
-    "Welcome to the Tallyroom!\n\nThis add-in for Brightclock requires some setup to occur prior "
-    "to starting. After clicking [Ok] below, you will be taken to a new window which will ask you "
-    "to associate two absent codes; one to identify ACCEPTED overtime, and another to identify "
-    "DECLINED overtime.");
-
 using TallyroomTest = BoardTest;
 
 TEST_F(TallyroomTest, ShowsTheSelectedEmployeesAndClosesByExitOnly) {
-    folder.addHistory(QStringLiteral("E2"), QStringLiteral("1/1/2020"), 90, 30);
+    folder.addHistory(u"E2", u"1/1/2020", 90, 30);
     show([&](QWidget& board) {
         EXPECT_EQ(lines(board),
                   QStringList(
@@ -40,7 +32,7 @@ TEST_F(TallyroomTest, ShowsTheSelectedEmployeesAndClosesByExitOnly) {
         EXPECT_FALSE(board.windowFlags() & Qt::WindowCloseButtonHint);
         EXPECT_TRUE(grid(board).currentIndex().isValid());
         EXPECT_FALSE(grid(board).selectionModel()->hasSelection());
-        auto& exitButton = child<QPushButton>(board, QStringLiteral("Command1"));
+        auto& exitButton = child<QPushButton>(board, u"Command1");
         exitButton.setFocus();
         QTest::keyClick(&exitButton, Qt::Key_Enter);
         EXPECT_FALSE(board.isVisible());
@@ -53,24 +45,10 @@ TEST_F(TallyroomTest, OnlyTheMasterSeesHisEntries) {
         show(
             [expected = visible](QWidget& board) {
                 for (const char16_t* name : {u"mnuDefinePeriod", u"mnuValidate"})
-                    EXPECT_EQ(child<QAction>(board, QString::fromUtf16(name)).isVisible(),
-                              expected);
+                    EXPECT_EQ(child<QAction>(board, name).isVisible(), expected);
             },
             QString::fromUtf16(user));
     }
-}
-
-TEST_F(TallyroomTest, FirstRunWelcomesAndAssociates) {
-    folder.execute(addInFile, QStringLiteral("Delete * from [tlyr_assoc];"));
-    script.expectBox(welcome, QMessageBox::Ok, QMessageBox::Information);
-    script.expectWindow(QStringLiteral("frmTLYRAssoc"), [](QWidget& window) {
-        child<QComboBox>(window, QStringLiteral("Combo1")).setCurrentIndex(0);
-        child<QComboBox>(window, QStringLiteral("Combo2")).setCurrentIndex(2);
-        clickButton(window, QStringLiteral("Command2"));
-    });
-    show();
-    EXPECT_EQ(folder.rows(addInFile, QStringLiteral("Select * from [tlyr_assoc];")),
-              QStringList(QStringLiteral("OTA|OTD|Null|Null")));
 }
 
 TEST_F(TallyroomTest, AMissingFileIsReportedAndNoWindowAppears) {
@@ -91,7 +69,7 @@ TEST_F(TallyroomTest, AMissingFileIsReportedAndNoWindowAppears) {
 TEST_F(TallyroomTest, AFailingBuildAsksAndAbortLeavesTheOldGrid) {
     show([&](QWidget& board) {
         const QStringList before = lines(board);
-        folder.execute(mainFile, QStringLiteral("Drop Table [tlyrTemp];"));
+        folder.execute(mainFile, u"Drop Table [tlyrTemp];");
         const QString question =
             QStringLiteral("An error has occured.\n\nNumber: \t\t3078\nDescription: \tThe "
                            "Microsoft Jet database engine cannot find the input table or query "
@@ -99,30 +77,40 @@ TEST_F(TallyroomTest, AFailingBuildAsksAndAbortLeavesTheOldGrid) {
                            "correctly.\nSource: \t\tDAO.Database\n\n");
         script.expectBox(question, QMessageBox::Retry, QMessageBox::Critical);
         script.expectBox(question, QMessageBox::Abort, QMessageBox::Critical);
-        trigger(board, QStringLiteral("mnuRefresh"));
+        trigger(board, u"mnuRefresh");
         EXPECT_EQ(lines(board), before);
         EXPECT_FALSE(QGuiApplication::overrideCursor());
     });
 }
 
 TEST_F(TallyroomTest, OptionsChangeTheColumns) {
-    folder.addHistory(QStringLiteral("E1"), QStringLiteral("1/1/2020"), 60, 30);
+    folder.addHistory(u"E1", u"1/1/2020", 60, 30);
+    folder.execute(hostFile, u"Update [TimeHistory] Set [tlyrAccepted2] = 10;");
     show([&](QWidget& board) {
-        trigger(board, QStringLiteral("mnuBreakOut"));
-        EXPECT_EQ(child<QLabel>(board, QStringLiteral("Label3")).text(), QStringLiteral("1.5"));
-        EXPECT_TRUE(child<QWidget>(board, QStringLiteral("Text2")).isVisible());
-        trigger(board, QStringLiteral("mnuMult"));
-        trigger(board, QStringLiteral("mnuBlank0"));
-        trigger(board, QStringLiteral("mnuSenNum"));
-        trigger(board, QStringLiteral("mnuDept"));
-        trigger(board, QStringLiteral("mnuTot_1"));
-        EXPECT_EQ(lines(board).value(1),
-                  QStringLiteral("E1|Name 1|(555) 123-4567|01/01/2001|99|01:30|01:00|||||02:30"));
-        EXPECT_FALSE(child<QAction>(board, QStringLiteral("mnuTot_0")).isChecked());
-        trigger(board, QStringLiteral("mnuBreakOut"));
-        EXPECT_EQ(child<QLabel>(board, QStringLiteral("Label3")).text(),
-                  QStringLiteral("Overtime"));
-        EXPECT_FALSE(child<QWidget>(board, QStringLiteral("Text2")).isVisible());
+        const char16_t* const added[] = {u"mnuPos", u"mnuAltPhone", u"mnuCellPhone", u"mnuPager"};
+        for (const char16_t* name : added)
+            trigger(board, name);
+        trigger(board, u"mnuSenNum");
+        trigger(board, u"mnuBreakOut");
+        EXPECT_EQ(lines(board).value(0),
+                  QStringLiteral("Code|Name|Dept|Position|Phone|Alt. Phone|Cell Phone|Pager|Sen. "
+                                 "Date|Sen. #|1.5|2.0|1.5 Accepted|2.0 Accepted|1.5 Declined|2.0 "
+                                 "Declined|Total"));
+        for (const char16_t* name : added)
+            trigger(board, name);
+        EXPECT_EQ(child<QLabel>(board, u"Label3").text(), QStringLiteral("1.5"));
+        EXPECT_TRUE(child<QWidget>(board, u"Text2").isVisible());
+        trigger(board, u"mnuMult");
+        trigger(board, u"mnuBlank0");
+        trigger(board, u"mnuDept");
+        trigger(board, u"mnuTot_1");
+        EXPECT_EQ(
+            lines(board).value(1),
+            QStringLiteral("E1|Name 1|(555) 123-4567|01/01/2001|99|01:30|01:00||00:20|||02:30"));
+        EXPECT_FALSE(child<QAction>(board, u"mnuTot_0").isChecked());
+        trigger(board, u"mnuBreakOut");
+        EXPECT_EQ(child<QLabel>(board, u"Label3").text(), QStringLiteral("Overtime"));
+        EXPECT_FALSE(child<QWidget>(board, u"Text2").isVisible());
     });
 }
 
@@ -134,17 +122,16 @@ TEST_F(TallyroomTest, OrderingsSortAndADamagedOneStopsTheFill) {
                                                  "Values (%1);")
                                       .arg(QString::fromLatin1(row)));
     show([&](QWidget& board) {
-        EXPECT_EQ(child<QAction>(board, QStringLiteral("MnuOrder_3")).text(),
-                  QStringLiteral("Down"));
-        trigger(board, QStringLiteral("MnuOrder_3"));
+        EXPECT_EQ(child<QAction>(board, u"MnuOrder_3").text(), QStringLiteral("Down"));
+        trigger(board, u"MnuOrder_3");
         EXPECT_EQ(lines(board).value(1).left(2), QStringLiteral("E3"));
-        trigger(board, QStringLiteral("MnuOrder_3"));
-        EXPECT_TRUE(child<QAction>(board, QStringLiteral("MnuOrder_3")).isChecked());
+        trigger(board, u"MnuOrder_3");
+        EXPECT_TRUE(child<QAction>(board, u"MnuOrder_3").isChecked());
         script.expectBox(QStringLiteral("Error"));
-        trigger(board, QStringLiteral("MnuOrder_4"));
-        EXPECT_FALSE(child<QAction>(board, QStringLiteral("MnuOrder_3")).isChecked());
+        trigger(board, u"MnuOrder_4");
+        EXPECT_FALSE(child<QAction>(board, u"MnuOrder_3").isChecked());
         EXPECT_EQ(lines(board).size(), 2) << "the heading and one empty row";
-        trigger(board, QStringLiteral("MnuOrder_2"));
+        trigger(board, u"MnuOrder_2");
         EXPECT_EQ(lines(board).value(1).left(2), QStringLiteral("E1"));
     });
 }
@@ -154,7 +141,7 @@ TEST_F(TallyroomTest, AnEmptySelectionKeepsTheHeading) {
         const QString heading = lines(board).value(0);
         host.selection = {QStringLiteral("nobody")};
         host.onShowBucket = [&] { host.filter = QStringLiteral("in ('')"); };
-        trigger(board, QStringLiteral("mnuBuckets"));
+        trigger(board, u"mnuBuckets");
         EXPECT_EQ(lines(board), QStringList({heading, QStringLiteral("||||||||")}));
     });
     EXPECT_EQ(host.calls, QStringList({QStringLiteral("FillSpot"), QStringLiteral("Show bucket")}));
@@ -201,7 +188,7 @@ TEST_F(TallyroomTest, ABuildShowsTheHourglassOnAWindowThatIsPaintedAgainAndAgain
             ASSERT_TRUE(QGuiApplication::overrideCursor());
             EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
         };
-        trigger(board, QStringLiteral("mnuRefresh"));
+        trigger(board, u"mnuRefresh");
         ASSERT_EQ(atReading.size(), 2U);
         EXPECT_GT(atReading[0], 0);
         EXPECT_GT(atReading[1], atReading[0]) << "nothing was painted during the first query";
@@ -211,43 +198,6 @@ TEST_F(TallyroomTest, ABuildShowsTheHourglassOnAWindowThatIsPaintedAgainAndAgain
     });
 }
 
-TEST_F(TallyroomTest, ShortcutsCallTheHostByName) {
-    show([&](QWidget& board) {
-        for (const char16_t* name :
-             {u"mnuETA", u"mnuDSched", u"mnuWSched", u"mnuMSched", u"mnuOTAnalysis"})
-            trigger(board, QString::fromUtf16(name));
-    });
-    EXPECT_EQ(host.calls.join(u' '),
-              QStringLiteral("ttedit_click mnupms_click mnuchangesched_click mnuemployeesch_click "
-                             "mnu_ot_anal_click"));
-}
-
-TEST_F(TallyroomTest, ThePeriodIsDefinedAndUsed) {
-    folder.addHistory(QStringLiteral("E1"), QStringLiteral("1/5/2020"), 60, 0);
-    folder.addHistory(QStringLiteral("E1"), QStringLiteral("2/5/2020"), 30, 0);
-    show(
-        [&](QWidget& board) {
-            EXPECT_TRUE(lines(board).value(1).endsWith(QStringLiteral("01:30")));
-            script.expectWindow(QStringLiteral("frmTLYRPeriod"), [](QWidget& window) {
-                child<QAbstractButton>(window, QStringLiteral("SSCheck1")).click();
-                child<QLineEdit>(window, QStringLiteral("Text1"))
-                    .setText(QStringLiteral("1/1/2020"));
-                child<QLineEdit>(window, QStringLiteral("Text2"))
-                    .setText(QStringLiteral("1/31/2020"));
-                clickButton(window, QStringLiteral("Command1"));
-            });
-            trigger(board, QStringLiteral("mnuDefinePeriod"));
-            EXPECT_TRUE(lines(board).value(1).endsWith(QStringLiteral("01:00")));
-            script.expectWindow(QStringLiteral("frmTLYRPeriod"), [](QWidget& window) {
-                child<QAbstractButton>(window, QStringLiteral("SSCheck1")).click();
-                clickButton(window, QStringLiteral("Command1"));
-            });
-            trigger(board, QStringLiteral("mnuDefinePeriod"));
-            EXPECT_TRUE(lines(board).value(1).endsWith(QStringLiteral("01:30")));
-        },
-        QStringLiteral("master"));
-}
-
 TEST_F(TallyroomTest, CommandsWithoutTheirWindowReportAndTheBoardLivesOn) {
     show(
         [&](QWidget& board) {
@@ -255,9 +205,9 @@ TEST_F(TallyroomTest, CommandsWithoutTheirWindowReportAndTheBoardLivesOn) {
                  {u"mnuValidate", u"mnuAcceptWithComment", u"mnuDeclineWithComment"}) {
                 script.expectBox(QStringLiteral("Run-time error '424':\n\nObject required"),
                                  QMessageBox::Ok, QMessageBox::Critical);
-                child<QAction>(board, QString::fromUtf16(name)).trigger();
+                child<QAction>(board, name).trigger();
             }
-            trigger(board, QStringLiteral("mnuRefresh"));
+            trigger(board, u"mnuRefresh");
             EXPECT_EQ(lines(board).size(), 4);
         },
         QStringLiteral("master"));
@@ -268,12 +218,12 @@ TEST_F(TallyroomTest, ControlsKeepTheirPlacesWhenTheWindowGrows) {
         for (const QSize size : {QSize(1000, 700), QSize(1400, 900)}) {
             board.resize(size);
             QCoreApplication::processEvents();
-            const QSize inner = child<QWidget>(board, QStringLiteral("centralwidget")).size();
+            const QSize inner = child<QWidget>(board, u"centralwidget").size();
             EXPECT_EQ(grid(board).width(), inner.width() - pixels(345));
             EXPECT_EQ(grid(board).height(), inner.height() - pixels(2145));
-            const auto& exit = child<QPushButton>(board, QStringLiteral("Command1"));
+            const auto& exit = child<QPushButton>(board, u"Command1");
             EXPECT_EQ(exit.pos(), QPoint(inner.width() - 96, inner.height() - 80));
-            EXPECT_EQ(child<QWidget>(board, QStringLiteral("SSCommand2")).y(), inner.height() - 84);
+            EXPECT_EQ(child<QWidget>(board, u"SSCommand2").y(), inner.height() - 84);
         }
     });
 }

@@ -16,12 +16,4 @@ TEST(CoreFunctions, AnEntryLinesUpAndGivesItsCodeBack) {
     EXPECT_EQ(CoreFunctions::listEntry(QString(), QStringLiteral("None")).indexOf(u'N'), 9);
 }
 
-TEST(CoreFunctions, FindsTheFirstEntryThatStartsWithACode) {
-    const QStringList entries = {QStringLiteral("A        one"), QStringLiteral("AB       two")};
-    EXPECT_EQ(CoreFunctions::FindInBox(entries, QStringLiteral("ab")), 1);
-    EXPECT_EQ(CoreFunctions::FindInBox(entries, QStringLiteral("A")), 0);
-    EXPECT_EQ(CoreFunctions::FindInBox(entries, QStringLiteral("C")), -1);
-    EXPECT_EQ(CoreFunctions::FindInBox({}, QStringLiteral("A")), -1);
-}
-
 } // namespace

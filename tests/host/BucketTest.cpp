@@ -1,12 +1,10 @@
 #include "host/frmBucket.h"
+#include "tests/support/DialogScript.h"
 
-#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QTableView>
-#include <QTimer>
 #include <gtest/gtest.h>
 
 namespace tallyroom::host {
@@ -55,29 +53,23 @@ protected:
     ObjectRef bucket() { return makeObject<BucketObject>(m_selection, m_data); }
 
     // Opens the form, acts on it, and ends it.
-    void show(const ObjectRef& bucket, QDialog::DialogCode end,
-              const std::function<void(QDialog&)>& act) {
-        QTimer::singleShot(0, [end, act] {
-            auto* form = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            ASSERT_NE(form, nullptr);
-            act(*form);
-            form->done(end);
+    void show(const ObjectRef& bucket, QDialog::DialogCode end, const DialogScript::Action& act) {
+        m_script.expectWindow(u"frmBucket", [end, act](QWidget& form) {
+            act(form);
+            qobject_cast<QDialog*>(&form)->done(end);
         });
         bucket.call(QStringLiteral("Show"), {Variant(1)});
     }
 
+    DialogScript m_script;
     HostData m_data = threeEmployees();
     BucketSelection m_selection{m_data.employees};
     QStringList m_entries;
     ObjectRef m_list = makeObject<FakeList>(m_entries);
 };
 
-void clearAll(QDialog& form) {
-    form.findChild<QPushButton*>(QStringLiteral("ClearShown"))->click();
-}
-
-QString countText(QDialog& form) {
-    return form.findChild<QLabel*>(QStringLiteral("Count"))->text();
+void clearAll(QWidget& form) {
+    clickButton(form, u"ClearShown");
 }
 
 TEST_F(BucketTest, TheFilterCompletesAConditionOnTheCode) {
@@ -105,9 +97,7 @@ TEST_F(BucketTest, ARememberedListIsFilledOnceMoreByOk) {
     show(object, QDialog::Accepted, clearAll);
     EXPECT_EQ(m_entries, QStringList());
 
-    show(object, QDialog::Accepted, [](QDialog& form) {
-        form.findChild<QPushButton*>(QStringLiteral("SelectShown"))->click();
-    });
+    show(object, QDialog::Accepted, [](QWidget& form) { clickButton(form, u"SelectShown"); });
     EXPECT_EQ(m_entries, QStringList()) << "the list was forgotten after the window before";
     object.call(QStringLiteral("fillalist"), {Variant(m_list)});
     EXPECT_EQ(m_entries.size(), 3);
@@ -129,14 +119,12 @@ TEST_F(BucketTest, SelectsWhatTheCriteriaShow) {
         {"Department", 2, "ann", "in ('')"},
     };
     for (const auto& wanted : cases) {
-        show(bucket(), QDialog::Accepted, [&wanted](QDialog& form) {
+        show(bucket(), QDialog::Accepted, [&wanted](QWidget& form) {
             clearAll(form);
-            EXPECT_EQ(countText(form), QStringLiteral("0 of 3 selected"));
-            form.findChild<QComboBox*>(QString::fromLatin1(wanted.box))
-                ->setCurrentIndex(wanted.choice);
-            form.findChild<QLineEdit*>(QStringLiteral("Search"))
-                ->setText(QString::fromLatin1(wanted.search));
-            form.findChild<QPushButton*>(QStringLiteral("SelectShown"))->click();
+            EXPECT_EQ(child<QLabel>(form, u"Count").text(), QStringLiteral("0 of 3 selected"));
+            child<QComboBox>(form, QString::fromLatin1(wanted.box)).setCurrentIndex(wanted.choice);
+            child<QLineEdit>(form, u"Search").setText(QString::fromLatin1(wanted.search));
+            clickButton(form, u"SelectShown");
         });
         EXPECT_EQ(m_selection.employeeFilter(), QString::fromLatin1(wanted.expected))
             << wanted.box << wanted.choice << wanted.search;
@@ -148,9 +136,8 @@ TEST_F(BucketTest, AllowSortDecidesWhetherAHeadingCanBeClicked) {
     for (const bool allowed : {false, true}) {
         object.setProperty(QStringLiteral("AllowSort"), Variant(allowed));
         EXPECT_EQ(object.property(QStringLiteral("allowsort")).toBoolean(), allowed);
-        show(object, QDialog::Rejected, [allowed](QDialog& form) {
-            EXPECT_EQ(form.findChild<QTableView*>(QStringLiteral("Employees"))->isSortingEnabled(),
-                      allowed);
+        show(object, QDialog::Rejected, [allowed](QWidget& form) {
+            EXPECT_EQ(child<QTableView>(form, u"Employees").isSortingEnabled(), allowed);
         });
     }
 }

@@ -1,6 +1,8 @@
 #include "common/RunError.h"
+#include "ordering/SettingsText.h"
 #include "store/Schema.h"
 #include "tests/host/HostDataFolder.h"
+#include "tests/support/DataFolder.h"
 
 #include <QDir>
 #include <gtest/gtest.h>
@@ -12,15 +14,9 @@ QStringList HostDataFolder::everything() const {
     for (const Schema::File& file : Schema::files()) {
         const auto database = open(QString::fromUtf16(file.name));
         for (const Schema::Table& table : file.tables) {
-            const auto rows = database->openRecordset(
-                QStringLiteral("Select * from [%1];").arg(QString::fromUtf16(table.name)),
-                RecordsetType::Snapshot);
-            for (; !rows->eof(); rows->moveNext()) {
-                QStringList cells{QString::fromUtf16(table.name)};
-                for (int field = 0; field < rows->fieldCount(); ++field)
-                    cells << rows->field(field).textOrEmpty();
-                lines << cells.join(QLatin1Char('|'));
-            }
+            const QString all =
+                QStringLiteral("Select * from [%1];").arg(QString::fromUtf16(table.name));
+            lines += textsOf(*database->openRecordset(all, RecordsetType::Snapshot));
         }
     }
     return lines;
@@ -30,15 +26,6 @@ namespace {
 
 void create(const DemoSettings& settings) {
     createDemoData(settings, [](int, int) {});
-}
-
-// What a text of key=value items says of a key; the first item that starts with the key decides.
-QString tagValue(const QString& details, const QString& key) {
-    for (const QString& item : details.split(QLatin1Char('|'))) {
-        if (item.startsWith(key, Qt::CaseInsensitive))
-            return item.mid(item.indexOf(QLatin1Char('=')) + 1);
-    }
-    return {};
 }
 
 TEST(DemoData, DependsOnTheSettingsOnly) {
@@ -73,21 +60,6 @@ TEST(DemoData, TakesAnEmptyFolderAndMakesMissingParents) {
     settings.folder = place.filePath(QStringLiteral("a/b"));
     create(settings);
     EXPECT_TRUE(QFile::exists(place.filePath(QStringLiteral("a/b/bcx.mdb"))));
-}
-
-TEST(DemoData, BareMeansTablesWithoutRows) {
-    const HostDataFolder folder([](DemoSettings& settings) { settings.bare = true; });
-    EXPECT_EQ(folder.everything(), QStringList());
-}
-
-TEST(DemoData, FirstRunLeavesOutWhatUsersOfTheAddInMake) {
-    const HostDataFolder folder([](DemoSettings& settings) { settings.firstRun = true; });
-    for (const char* table : {"[tlyr_assoc]", "[tlyr_period]", "[tlyr_order]", "[TLYR_Audit]"})
-        EXPECT_EQ(folder.addInCount(QString::fromLatin1(table)), 0) << table;
-    EXPECT_EQ(folder.hostCount(QStringLiteral("[TimeHistory] where not IsNull([tlyrAccepted])")),
-              0);
-    EXPECT_EQ(folder.hostCount(QStringLiteral("[Employee]")), 40);
-    EXPECT_GE(folder.hostCount(QStringLiteral("[Absentee] where [absent_code] like 'OT*'")), 4);
 }
 
 TEST(DemoData, CodesReferToWhatExists) {
@@ -176,9 +148,10 @@ TEST(DemoData, OrderingsNameAllElementsInRankOrder) {
         EXPECT_EQ(details.split(QLatin1Char('|')).size(), 16 * 4);
         EXPECT_TRUE(details.startsWith(QStringLiteral("Employee Code_State=")));
         for (int rank = 0; rank < 16; ++rank) {
-            const QString element = tagValue(details, QStringLiteral("Index%1=").arg(rank));
-            EXPECT_EQ(tagValue(details, element + QStringLiteral("_Order")), QString::number(rank));
-            EXPECT_EQ(tagValue(details, element + QStringLiteral("_State")),
+            const QString element = GetTagValue(details, QStringLiteral("Index%1=").arg(rank));
+            EXPECT_EQ(GetTagValue(details, element + QStringLiteral("_Order")),
+                      QString::number(rank));
+            EXPECT_EQ(GetTagValue(details, element + QStringLiteral("_State")),
                       rank < 2 ? QStringLiteral("True") : QStringLiteral("False"));
         }
     }

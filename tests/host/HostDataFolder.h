@@ -50,7 +50,7 @@ public:
             .toLong();
     }
 
-    // All rows of all tables, one a line.
+    // All rows of all tables as texts.
     QStringList everything() const;
 
 private:

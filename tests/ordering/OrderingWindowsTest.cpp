@@ -1,11 +1,7 @@
 #include "ordering/Orderings.h"
 #include "ordering/SettingsText.h"
-#include "ordering/frmTLYROrderList.h"
 #include "ordering/frmTLYROrders.h"
-#include "tests/support/DataFolder.h"
-#include "tests/support/DialogScript.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/Printing.h"
+#include "tests/support/WindowTest.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -17,47 +13,34 @@ using namespace tallyroom;
 
 namespace {
 
-class OrderingWindowsTest : public testing::Test {
+class OrderingWindowsTest : public WindowTest {
 protected:
     void edit(const DialogScript::Action& use, const QString& descr = {}) {
         const HostContext context = host.context(folder.path());
         frmTLYROrders window(context);
         if (!descr.isNull())
             window.Load(descr);
-        script.expectWindow(QStringLiteral("frmTLYROrders"), use);
-        window.showModally();
-    }
-    void list(const DialogScript::Action& use) {
-        const HostContext context = host.context(folder.path());
-        frmTLYROrderList window(context);
-        script.expectWindow(QStringLiteral("frmTLYROrderList"), use);
+        script.expectWindow(u"frmTLYROrders", use);
         window.showModally();
     }
     void store(const QString& descr, const QString& details) const {
         Orderings::add(folder.path(), {descr, details});
     }
-    static QListWidget& elements(QWidget& window) {
-        return child<QListWidget>(window, QStringLiteral("List1"));
-    }
+    static QListWidget& elements(QWidget& window) { return child<QListWidget>(window, u"List1"); }
     static QStringList texts(QWidget& window) {
         QStringList result;
         for (int row = 0; row < elements(window).count(); ++row)
             result.append(elements(window).item(row)->text());
         return result;
     }
-    static QString summary(QWidget& window) {
-        return child<QLabel>(window, QStringLiteral("Label1")).text();
-    }
+    static QString summary(QWidget& window) { return child<QLabel>(window, u"Label1").text(); }
     static void describe(QWidget& window, const QString& text) {
-        child<QLineEdit>(window, QStringLiteral("Text2")).setText(text);
+        child<QLineEdit>(window, u"Text2").setText(text);
     }
 
     const QString up = QStringLiteral("SSCommand1");
     const QString down = QStringLiteral("SSCommand2");
     const QString save = QStringLiteral("Command1");
-    DataFolder folder;
-    FakeHost host;
-    DialogScript script;
 };
 
 TEST_F(OrderingWindowsTest, ANewOrderingIsStoredInExactlyItsForm) {
@@ -66,22 +49,12 @@ TEST_F(OrderingWindowsTest, ANewOrderingIsStoredInExactlyItsForm) {
         elements(window).item(0)->setCheckState(Qt::Checked);
         clickButton(window, save);
     });
-    const QStringList names = {QStringLiteral("Employee Code"),
-                               QStringLiteral("Employee Name"),
-                               QStringLiteral("Home Department"),
-                               QStringLiteral("Position"),
-                               QStringLiteral("Seniority Date"),
-                               QStringLiteral("Seniority Number"),
-                               QStringLiteral("1.5"),
-                               QStringLiteral("2.0"),
-                               QStringLiteral("Worked Overtime"),
-                               QStringLiteral("Accepted 1.5"),
-                               QStringLiteral("Accepted 2.0"),
-                               QStringLiteral("Declined 1.5"),
-                               QStringLiteral("Declined 2.0"),
-                               QStringLiteral("Accepted Overtime"),
-                               QStringLiteral("Declined Overtime"),
-                               QStringLiteral("Total Overtime")};
+    const QStringList names =
+        QStringLiteral("Employee Code|Employee Name|Home Department|Position|Seniority Date|"
+                       "Seniority Number|1.5|2.0|Worked Overtime|Accepted 1.5|Accepted 2.0|"
+                       "Declined 1.5|Declined 2.0|Accepted Overtime|Declined Overtime|"
+                       "Total Overtime")
+            .split(u'|');
     QStringList pairs;
     QStringList positions;
     for (int n = 0; n < names.size(); ++n) {
@@ -104,7 +77,7 @@ TEST_F(OrderingWindowsTest, MovingAndChoosingByKeyboardAloneRoundTrips) {
         shown.setCurrentRow(4);
         QTest::keyClick(&shown, Qt::Key_Space);
         EXPECT_EQ(summary(window), QStringLiteral("Seniority Date (Asc)"));
-        auto& direction = child<QComboBox>(window, QStringLiteral("Combo1"));
+        auto& direction = child<QComboBox>(window, u"Combo1");
         QTest::keyClick(&direction, Qt::Key_Down);
         shown.setCurrentRow(15);
         EXPECT_EQ(direction.currentIndex(), 0) << "the direction belongs to the element";
@@ -123,7 +96,7 @@ TEST_F(OrderingWindowsTest, MovingAndChoosingByKeyboardAloneRoundTrips) {
     });
     edit(
         [&](QWidget& window) {
-            EXPECT_FALSE(child<QLineEdit>(window, QStringLiteral("Text2")).isEnabled());
+            EXPECT_FALSE(child<QLineEdit>(window, u"Text2").isEnabled());
             EXPECT_EQ(texts(window).mid(0, 2), QStringList({QStringLiteral("Total Overtime"),
                                                             QStringLiteral("Employee Code")}));
             EXPECT_EQ(summary(window),
@@ -147,7 +120,7 @@ TEST_F(OrderingWindowsTest, SavingIsRefusedWithItsReason) {
         describe(window, QStringLiteral("   "));
         refused(QStringLiteral("A description is required for this user-defined ordering."));
         EXPECT_EQ(window.focusWidget()->objectName(), QStringLiteral("Text2"));
-        EXPECT_FALSE(child<QLineEdit>(window, QStringLiteral("Text2")).styleSheet().isEmpty());
+        EXPECT_FALSE(child<QLineEdit>(window, u"Text2").styleSheet().isEmpty());
         describe(window, QStringLiteral(" taken "));
         refused(QStringLiteral("You have not selected any elements."));
         elements(window).item(3)->setCheckState(Qt::Checked);
@@ -158,7 +131,7 @@ TEST_F(OrderingWindowsTest, SavingIsRefusedWithItsReason) {
                                         "in expression."),
                          QMessageBox::Ok, QMessageBox::Critical);
         clickButton(window, save);
-        clickButton(window, QStringLiteral("Command2"));
+        clickButton(window, u"Command2");
     });
     EXPECT_EQ(Orderings::readAll(folder.path()).size(), 1U);
 }
@@ -171,12 +144,11 @@ TEST_F(OrderingWindowsTest, AnOrderingThatWentAwayMeanwhileIsNotSaved) {
             script.expectBox(QStringLiteral("Error trying to locate record for update."),
                              QMessageBox::Ok, QMessageBox::Critical);
             clickButton(window, save);
-            clickButton(window, QStringLiteral("Command2"));
+            clickButton(window, u"Command2");
         },
         QStringLiteral("Short"));
     script.expectBox(QStringLiteral("Could not load user-defined ordering [Short]"));
-    edit([&](QWidget& window) { clickButton(window, QStringLiteral("Command2")); },
-         QStringLiteral("Short"));
+    edit([&](QWidget& window) { clickButton(window, u"Command2"); }, QStringLiteral("Short"));
 }
 
 TEST_F(OrderingWindowsTest, DamagedTextsLoadWhatCanBeRead) {
@@ -190,41 +162,9 @@ TEST_F(OrderingWindowsTest, DamagedTextsLoadWhatCanBeRead) {
                       QStringList({QStringLiteral("Position"), QStringLiteral("Shoe Size")}));
             elements(window).setCurrentRow(15);
             EXPECT_EQ(summary(window), QStringLiteral("Shoe Size (Asc)"));
-            clickButton(window, QStringLiteral("Command2"));
+            clickButton(window, u"Command2");
         },
         QStringLiteral("Partly"));
-}
-
-TEST_F(OrderingWindowsTest, TheListAddsEditsAndDeletes) {
-    list([&](QWidget& window) {
-        for (const char16_t* command : {u"Command2", u"Command3"})
-            clickButton(window, QString::fromUtf16(command)); // nothing selected: nothing happens
-        script.expectWindow(QStringLiteral("frmTLYROrders"), [&](QWidget& editor) {
-            describe(editor, QStringLiteral("New"));
-            elements(editor).item(2)->setCheckState(Qt::Checked);
-            clickButton(editor, save);
-        });
-        clickButton(window, QStringLiteral("Command1"));
-        EXPECT_EQ(texts(window), QStringList(QStringLiteral("New")));
-        elements(window).setCurrentRow(0);
-        script.expectWindow(QStringLiteral("frmTLYROrders"), [&](QWidget& editor) {
-            EXPECT_EQ(summary(editor), QStringLiteral("Home Department (Asc)"));
-            clickButton(editor, QStringLiteral("Command2"));
-        });
-        QWidget* viewport = elements(window).viewport();
-        const QPoint first = elements(window).visualItemRect(elements(window).item(0)).center();
-        QTest::mouseClick(viewport, Qt::LeftButton, {}, first);
-        QTest::mouseDClick(viewport, Qt::LeftButton, {}, first);
-        const QString question =
-            QStringLiteral("Do you really want to delete this user-defined ordering?");
-        for (const auto press : {QMessageBox::No, QMessageBox::Yes}) {
-            script.expectBox(question, press);
-            clickButton(window, QStringLiteral("Command3"));
-            EXPECT_EQ(texts(window).size(), press == QMessageBox::No ? 1 : 0);
-        }
-        clickButton(window, QStringLiteral("Command4"));
-    });
-    EXPECT_TRUE(Orderings::readAll(folder.path()).empty());
 }
 
 } // namespace

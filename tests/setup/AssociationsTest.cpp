@@ -1,9 +1,6 @@
 #include "setup/frmTLYRAssoc.h"
 #include "setup/frmTLYRAssoc2.h"
-#include "tests/support/DataFolder.h"
-#include "tests/support/DialogScript.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/Printing.h"
+#include "tests/support/WindowTest.h"
 
 #include <QComboBox>
 
@@ -14,32 +11,19 @@ namespace {
 const QString mustChoose =
     QStringLiteral("You need to choose an absent code to associate with the ");
 
-class AssociationsTest : public testing::Test {
+class AssociationsTest : public WindowTest {
 protected:
-    QStringList stored() const {
-        return folder.rows(addInFile, QStringLiteral("Select * from [tlyr_assoc];"));
-    }
+    QStringList stored() const { return folder.rows(addInFile, u"Select * from [tlyr_assoc];"); }
     void store(const QString& values) const {
-        folder.execute(addInFile, QStringLiteral("Delete * from [tlyr_assoc];"));
+        folder.execute(addInFile, u"Delete * from [tlyr_assoc];");
         folder.execute(addInFile, QStringLiteral("Insert Into [tlyr_assoc] ([Accepted], "
                                                  "[Declined], [Accepted2], [Declined2]) Values "
                                                  "(%1);")
                                       .arg(values));
     }
-    template<class Window>
-    void show(const DialogScript::Action& use) {
-        const HostContext context = host.context(folder.path());
-        Window window(context);
-        script.expectWindow(window.objectName(), use);
-        window.showModally();
-    }
     static QComboBox& combo(QWidget& window, int n) {
         return child<QComboBox>(window, QStringLiteral("Combo%1").arg(n));
     }
-
-    DataFolder folder;
-    FakeHost host;
-    DialogScript script;
 };
 
 TEST_F(AssociationsTest, TwoCodesReplaceWhateverWasStored) {
@@ -51,10 +35,10 @@ TEST_F(AssociationsTest, TwoCodesReplaceWhateverWasStored) {
         EXPECT_EQ(combo(window, 2).count(), 4);
         script.expectBox(mustChoose + QStringLiteral("declining of overtime."), QMessageBox::Ok,
                          QMessageBox::Critical);
-        clickButton(window, QStringLiteral("Command2"));
+        clickButton(window, u"Command2");
         EXPECT_EQ(stored(), QStringList(QStringLiteral("ota|OT|OTA2|OTD2")));
         combo(window, 2).setCurrentIndex(combo(window, 1).currentIndex());
-        clickButton(window, QStringLiteral("Command2"));
+        clickButton(window, u"Command2");
     });
     EXPECT_EQ(stored(), QStringList(QStringLiteral("OTA|OTA|Null|Null")));
 }
@@ -68,16 +52,16 @@ TEST_F(AssociationsTest, FourCodesAreCheckedInOrder) {
                                    QStringLiteral("declining of Double Time.")};
         for (int n = 1; n <= 4; ++n) {
             script.expectBox(mustChoose + endings[n - 1], QMessageBox::Ok, QMessageBox::Critical);
-            clickButton(window, QStringLiteral("Command2"));
+            clickButton(window, u"Command2");
             combo(window, n).setCurrentIndex(n - 1);
         }
-        clickButton(window, QStringLiteral("Command2"));
+        clickButton(window, u"Command2");
     });
     EXPECT_EQ(stored(), QStringList(QStringLiteral("OTA|OTA2|OTD|OTD2")));
     show<frmTLYRAssoc2>([&](QWidget& window) {
         EXPECT_EQ(combo(window, 4).currentText(), QStringLiteral("OTD2     Overtime OTD2"));
         combo(window, 4).setCurrentIndex(0);
-        clickButton(window, QStringLiteral("Command1"));
+        clickButton(window, u"Command1");
     });
     EXPECT_EQ(stored(), QStringList(QStringLiteral("OTA|OTA2|OTD|OTD2"))) << "left by Exit";
 }
@@ -95,11 +79,11 @@ TEST_F(AssociationsTest, WithoutAbsentCodesOneWindowClosesAndTheOtherStays) {
     }
     frmTLYRAssoc2 window(context);
     script.expectBox(noCodes, QMessageBox::Ok, QMessageBox::Warning);
-    script.expectWindow(QStringLiteral("frmTLYRAssoc2"), [&](QWidget& shown) {
+    script.expectWindow(u"frmTLYRAssoc2", [&](QWidget& shown) {
         script.expectBox(mustChoose + QStringLiteral("acceptance of Time and a Half."),
                          QMessageBox::Ok, QMessageBox::Critical);
-        clickButton(shown, QStringLiteral("Command2"));
-        clickButton(shown, QStringLiteral("Command1"));
+        clickButton(shown, u"Command2");
+        clickButton(shown, u"Command1");
     });
     window.showModally();
 }

@@ -1,9 +1,6 @@
 #include "setup/TotallingPeriod.h"
 #include "setup/frmTLYRPeriod.h"
-#include "tests/support/DataFolder.h"
-#include "tests/support/DialogScript.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/Printing.h"
+#include "tests/support/WindowTest.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
@@ -13,17 +10,9 @@ using namespace tallyroom;
 
 namespace {
 
-class TotallingPeriodTest : public testing::Test {
+class TotallingPeriodTest : public WindowTest {
 protected:
-    void show(const DialogScript::Action& use) {
-        const HostContext context = host.context(folder.path());
-        frmTLYRPeriod window(context);
-        script.expectWindow(QStringLiteral("frmTLYRPeriod"), use);
-        window.showModally();
-    }
-    QStringList stored() const {
-        return folder.rows(addInFile, QStringLiteral("Select * from [tlyr_period];"));
-    }
+    QStringList stored() const { return folder.rows(addInFile, u"Select * from [tlyr_period];"); }
     static QLineEdit& box(QWidget& window, const QString& name) {
         return child<QLineEdit>(window, name);
     }
@@ -31,20 +20,16 @@ protected:
     const QString from = QStringLiteral("Text1");
     const QString to = QStringLiteral("Text2");
     const QString save = QStringLiteral("Command1");
-    DataFolder folder;
-    FakeHost host;
-    DialogScript script;
 };
 
 TEST_F(TotallingPeriodTest, OpensIndefiniteWithoutBothDatesAndSavesBothNull) {
-    folder.execute(addInFile,
-                   QStringLiteral("Insert Into [tlyr_period] ([from_date]) Values (#1/2/2020#);"));
+    folder.execute(addInFile, u"Insert Into [tlyr_period] ([from_date]) Values (#1/2/2020#);");
     EXPECT_FALSE(TotallingPeriod::read(folder.path()));
-    show([&](QWidget& window) {
-        EXPECT_TRUE(child<QCheckBox>(window, QStringLiteral("SSCheck1")).isChecked());
+    show<frmTLYRPeriod>([&](QWidget& window) {
+        EXPECT_TRUE(child<QCheckBox>(window, u"SSCheck1").isChecked());
         for (const char16_t* name :
              {u"Label1", u"Label3", u"Text1", u"Text2", u"SSCommand1", u"SSCommand2"})
-            EXPECT_FALSE(child<QWidget>(window, QString::fromUtf16(name)).isEnabled());
+            EXPECT_FALSE(child<QWidget>(window, name).isEnabled());
         box(window, from).setText(QStringLiteral("rubbish"));
         clickButton(window, save);
     });
@@ -53,7 +38,7 @@ TEST_F(TotallingPeriodTest, OpensIndefiniteWithoutBothDatesAndSavesBothNull) {
 
 TEST_F(TotallingPeriodTest, EnterPressesTheButtonThatHasTheFocus) {
     const QString exitButton = QStringLiteral("Command2");
-    show([&](QWidget& window) {
+    show<frmTLYRPeriod>([&](QWidget& window) {
         QTest::keyClick(&window, Qt::Key_Escape);
         EXPECT_TRUE(window.isVisible()) << "only its buttons close it";
         child<QWidget>(window, exitButton).setFocus();
@@ -61,17 +46,17 @@ TEST_F(TotallingPeriodTest, EnterPressesTheButtonThatHasTheFocus) {
         EXPECT_FALSE(window.isVisible());
     });
     EXPECT_TRUE(stored().isEmpty()) << "Exit saves nothing";
-    show([&](QWidget& window) {
-        child<QCheckBox>(window, QStringLiteral("SSCheck1")).setFocus();
-        QTest::keyClick(&child<QWidget>(window, QStringLiteral("SSCheck1")), Qt::Key_Return);
+    show<frmTLYRPeriod>([&](QWidget& window) {
+        child<QCheckBox>(window, u"SSCheck1").setFocus();
+        QTest::keyClick(&child<QWidget>(window, u"SSCheck1"), Qt::Key_Return);
     });
     EXPECT_EQ(stored().size(), 1) << "Save is the default button";
 }
 
 TEST_F(TotallingPeriodTest, ChecksBothDatesAndKeepsOneRow) {
     const QString illegal = QStringLiteral("Illegal date. Use the format MM/DD/YYYY");
-    show([&](QWidget& window) {
-        child<QCheckBox>(window, QStringLiteral("SSCheck1")).click();
+    show<frmTLYRPeriod>([&](QWidget& window) {
+        child<QCheckBox>(window, u"SSCheck1").click();
         box(window, from).setText(QStringLiteral("13/45/2008"));
         script.expectBox(illegal);
         clickButton(window, save);
@@ -86,7 +71,7 @@ TEST_F(TotallingPeriodTest, ChecksBothDatesAndKeepsOneRow) {
         clickButton(window, save);
     });
     EXPECT_EQ(stored(), QStringList(QStringLiteral("3/1/2020|2/1/2020"))) << "as it was typed";
-    show([&](QWidget& window) {
+    show<frmTLYRPeriod>([&](QWidget& window) {
         EXPECT_EQ(box(window, from).text(), QStringLiteral("03/01/2020"));
         EXPECT_EQ(box(window, to).text(), QStringLiteral("02/01/2020"));
         clickButton(window, save);
@@ -95,16 +80,16 @@ TEST_F(TotallingPeriodTest, ChecksBothDatesAndKeepsOneRow) {
 }
 
 TEST_F(TotallingPeriodTest, EachPickerFillsItsBox) {
-    folder.setPeriod(QStringLiteral("1/1/2020"), QStringLiteral("1/31/2020"));
-    show([&](QWidget& window) {
+    folder.setPeriod(u"1/1/2020", u"1/31/2020");
+    show<frmTLYRPeriod>([&](QWidget& window) {
         host.pickedDate = *Dates::parse(QStringLiteral("5/6/2021"));
-        clickButton(window, QStringLiteral("SSCommand1"));
+        clickButton(window, u"SSCommand1");
         EXPECT_EQ(Dates::toText(host.shownDate), QStringLiteral("1/31/2020"));
         EXPECT_EQ(box(window, to).text(), QStringLiteral("05/06/2021"));
         host.pickedDate = Variant();
-        clickButton(window, QStringLiteral("SSCommand2"));
+        clickButton(window, u"SSCommand2");
         EXPECT_EQ(box(window, from).text(), QStringLiteral("01/01/2020")) << "nothing was picked";
-        clickButton(window, QStringLiteral("Command2"));
+        clickButton(window, u"Command2");
     });
     EXPECT_EQ(stored(), QStringList(QStringLiteral("1/1/2020|1/31/2020")));
 }

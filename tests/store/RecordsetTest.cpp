@@ -21,7 +21,7 @@ protected:
         return m_database->openRecordset(QString::fromUtf16(sql), type);
     }
     void executeElsewhere(const char16_t* sql) const {
-        m_folder.open(QStringLiteral("vrlxdb01.mdb"))->execute(QString::fromUtf16(sql));
+        m_folder.open(mainFile)->execute(QString::fromUtf16(sql));
     }
     static QString code(const Recordset& rows) {
         return rows.field(QStringLiteral("EMP_CODE")).toText();
@@ -30,7 +30,7 @@ protected:
     const QString m_code = QStringLiteral("emp_code");
     const QString m_hours = QStringLiteral("T15Hours");
     DataFolder m_folder;
-    std::shared_ptr<Database> m_database = m_folder.open(QStringLiteral("vrlxdb01.mdb"));
+    std::shared_ptr<Database> m_database = m_folder.open(mainFile);
 };
 
 TEST_F(RecordsetTest, MovesFromEndToEndAndFailsBeyond) {
@@ -40,20 +40,20 @@ TEST_F(RecordsetTest, MovesFromEndToEndAndFailsBeyond) {
         EXPECT_EQ(code(*rows), QStringLiteral("a"));
         rows->movePrevious();
         EXPECT_TRUE(rows->bof());
-        EXPECT_EQ(errorOf([&] { rows->movePrevious(); }), 3021);
-        EXPECT_EQ(errorOf([&] { rows->field(0); }), 3021);
+        EXPECT_EQ(errorNumberOf([&] { rows->movePrevious(); }), 3021);
+        EXPECT_EQ(errorNumberOf([&] { rows->field(0); }), 3021);
         rows->moveLast();
         EXPECT_EQ(code(*rows), QStringLiteral("C"));
         rows->moveNext();
         EXPECT_TRUE(rows->eof());
-        EXPECT_EQ(errorOf([&] { rows->moveNext(); }), 3021);
+        EXPECT_EQ(errorNumberOf([&] { rows->moveNext(); }), 3021);
         rows->moveFirst();
         EXPECT_EQ(code(*rows), QStringLiteral("a"));
     }
     const auto none = open(u"Select * From tlyrTemp Where emp_code = 'x'");
     EXPECT_TRUE(none->bof() && none->eof());
-    EXPECT_EQ(errorOf([&] { none->moveFirst(); }), 3021);
-    EXPECT_EQ(errorOf([&] { none->edit(); }), 3021);
+    EXPECT_EQ(errorNumberOf([&] { none->moveFirst(); }), 3021);
+    EXPECT_EQ(errorNumberOf([&] { none->edit(); }), 3021);
 }
 
 TEST_F(RecordsetTest, FixesTheRowsOfADynasetButReadsTheirValuesAnew) {
@@ -67,8 +67,8 @@ TEST_F(RecordsetTest, FixesTheRowsOfADynasetButReadsTheirValuesAnew) {
     rows->moveFirst();
     EXPECT_EQ(rows->field(m_hours).toLong(), 99);
     rows->moveNext();
-    EXPECT_EQ(errorOf([&] { rows->field(m_hours); }), 3167);
-    EXPECT_EQ(errorOf([&] { rows->remove(); }), 3167);
+    EXPECT_EQ(errorNumberOf([&] { rows->field(m_hours); }), 3167);
+    EXPECT_EQ(errorNumberOf([&] { rows->remove(); }), 3167);
     rows->moveNext();
     EXPECT_EQ(code(*rows), QStringLiteral("B"));
     rows->requery();
@@ -83,9 +83,9 @@ TEST_F(RecordsetTest, FixesTheRowsOfADynasetButReadsTheirValuesAnew) {
 TEST_F(RecordsetTest, EditsTheCurrentRowOnUpdateOnly) {
     const auto rows =
         open(u"Select emp_code, T15Hours, T15Hours * 2 As Twice From tlyrTemp Order By emp_code");
-    EXPECT_EQ(errorOf([&] { rows->setField(m_hours, Variant(1)); }), 3020);
-    EXPECT_EQ(errorOf([&] { rows->update(); }), 3020);
-    EXPECT_EQ(errorOf([&] { rows->cancelUpdate(); }), 3020);
+    EXPECT_EQ(errorNumberOf([&] { rows->setField(m_hours, Variant(1)); }), 3020);
+    EXPECT_EQ(errorNumberOf([&] { rows->update(); }), 3020);
+    EXPECT_EQ(errorNumberOf([&] { rows->cancelUpdate(); }), 3020);
     rows->edit();
     rows->setField(m_hours, Variant(479.99999));
     EXPECT_EQ(rows->field(1).toLong(), 480);
@@ -98,11 +98,12 @@ TEST_F(RecordsetTest, EditsTheCurrentRowOnUpdateOnly) {
     EXPECT_EQ(rows->field(2).toLong(), 136);
     rows->edit();
     std::optional<RunError> error;
-    EXPECT_EQ(errorOf([&] { rows->setField(m_hours, Variant(u"many")); }, &error), 3421);
+    EXPECT_EQ(errorNumberOf([&] { rows->setField(m_hours, Variant(u"many")); }, &error), 3421);
     EXPECT_EQ(error->source(), QStringLiteral("DAO.Field"));
-    EXPECT_EQ(errorOf([&] { rows->setField(m_code, Variant(u"1234567890")); }), 3163);
-    EXPECT_EQ(errorOf([&] { rows->setField(2, Variant(1)); }), 3164);
-    EXPECT_EQ(errorOf([&] { rows->setField(QStringLiteral("none"), Variant(1)); }, &error), 3265);
+    EXPECT_EQ(errorNumberOf([&] { rows->setField(m_code, Variant(u"1234567890")); }), 3163);
+    EXPECT_EQ(errorNumberOf([&] { rows->setField(2, Variant(1)); }), 3164);
+    EXPECT_EQ(errorNumberOf([&] { rows->setField(QStringLiteral("none"), Variant(1)); }, &error),
+              3265);
     EXPECT_EQ(error->source(), QStringLiteral("DAO.Fields"));
     rows->cancelUpdate();
     EXPECT_EQ(rowsOf(*open(u"Select emp_code, T15Hours From tlyrTemp")),
@@ -134,8 +135,8 @@ TEST_F(RecordsetTest, RemovesTheCurrentRowAndGoesOnBehindIt) {
     rows->moveNext();
     rows->remove();
     EXPECT_EQ(rows->rowCount(), 2);
-    EXPECT_EQ(errorOf([&] { rows->field(0); }), 3167);
-    EXPECT_EQ(errorOf([&] { rows->remove(); }), 3167);
+    EXPECT_EQ(errorNumberOf([&] { rows->field(0); }), 3167);
+    EXPECT_EQ(errorNumberOf([&] { rows->remove(); }), 3167);
     rows->moveNext();
     EXPECT_EQ(code(*rows), QStringLiteral("C"));
     rows->movePrevious();
@@ -147,13 +148,13 @@ TEST_F(RecordsetTest, RemovesTheCurrentRowAndGoesOnBehindIt) {
 }
 
 TEST_F(RecordsetTest, ReportsRowsThatCannotBeKept) {
-    const auto host = m_folder.open(QStringLiteral("bcx.mdb"));
+    const auto host = m_folder.open(hostFile);
     host->execute(QStringLiteral("Insert Into Employee (emp_code) Values ('1')"));
     const auto rows = host->openRecordset(QStringLiteral("Employee"), RecordsetType::Dynaset);
     rows->addNew();
     rows->setField(m_code, Variant(u"1"));
     std::optional<RunError> error;
-    EXPECT_EQ(errorOf([&] { rows->update(); }, &error), 3022);
+    EXPECT_EQ(errorNumberOf([&] { rows->update(); }, &error), 3022);
     EXPECT_EQ(error->source(), QStringLiteral("DAO.Recordset"));
     rows->setField(m_code, Variant(u"2"));
     rows->update();
@@ -175,9 +176,10 @@ TEST_F(RecordsetTest, FindsTheFirstMatchInTheOrderOfTheSet) {
         rows->findFirst(QStringLiteral("emp_code = 'C'")); // in the table, not in the set
         EXPECT_TRUE(rows->noMatch());
         EXPECT_FALSE(rows->eof());
-        EXPECT_EQ(errorOf([&] { rows->field(0); }), 3021);
-        EXPECT_EQ(errorOf([&] { rows->findFirst(QStringLiteral("emp_code = 'O'Brien'")); }), 3077);
-        EXPECT_EQ(errorOf([&] { rows->findFirst(QStringLiteral("phone = 'p'")); }), 3070);
+        EXPECT_EQ(errorNumberOf([&] { rows->field(0); }), 3021);
+        EXPECT_EQ(errorNumberOf([&] { rows->findFirst(QStringLiteral("emp_code = 'O'Brien'")); }),
+                  3077);
+        EXPECT_EQ(errorNumberOf([&] { rows->findFirst(QStringLiteral("phone = 'p'")); }), 3070);
         rows->findFirst(QStringLiteral("[emp_code] = 'b'"));
         EXPECT_FALSE(rows->noMatch());
     }
@@ -204,7 +206,7 @@ TEST_F(RecordsetTest, SortsOnlyWhatIsOpenedFromIt) {
         EXPECT_EQ(sorted->field(0).toText(), QStringLiteral("B"));
         for (const char16_t* bad : {u"nobody", u"who,", u"who Up", u"who; x"}) {
             rows->setSort(QString::fromUtf16(bad));
-            EXPECT_NE(errorOf([&] { rows->openRecordset(); }), 0)
+            EXPECT_NE(errorNumberOf([&] { rows->openRecordset(); }), 0)
                 << QString::fromUtf16(bad).toStdString();
         }
     }
@@ -214,17 +216,17 @@ TEST_F(RecordsetTest, RefusesChangesToCopiesAndAnyUseOnceClosed) {
     for (const char16_t* statement :
          {u"Select Count(*) From tlyrTemp", u"Select Distinct phone From tlyrTemp"}) {
         const auto rows = open(statement);
-        EXPECT_EQ(errorOf([&] { rows->edit(); }), 3027);
-        EXPECT_EQ(errorOf([&] { rows->addNew(); }), 3027);
-        EXPECT_EQ(errorOf([&] { rows->remove(); }), 3027);
+        EXPECT_EQ(errorNumberOf([&] { rows->edit(); }), 3027);
+        EXPECT_EQ(errorNumberOf([&] { rows->addNew(); }), 3027);
+        EXPECT_EQ(errorNumberOf([&] { rows->remove(); }), 3027);
     }
     for (const RecordsetType type : {RecordsetType::Dynaset, RecordsetType::Snapshot}) {
         const auto rows = open(u"tlyrTemp", type);
         rows->close();
-        EXPECT_EQ(errorOf([&] { rows->eof(); }), 3420);
-        EXPECT_EQ(errorOf([&] { rows->field(0); }), 3420);
-        EXPECT_EQ(errorOf([&] { rows->edit(); }), 3420);
-        EXPECT_EQ(errorOf([&] { rows->close(); }), 3420);
+        EXPECT_EQ(errorNumberOf([&] { rows->eof(); }), 3420);
+        EXPECT_EQ(errorNumberOf([&] { rows->field(0); }), 3420);
+        EXPECT_EQ(errorNumberOf([&] { rows->edit(); }), 3420);
+        EXPECT_EQ(errorNumberOf([&] { rows->close(); }), 3420);
     }
 }
 
@@ -235,13 +237,12 @@ TEST_F(RecordsetTest, HoldsNoLockWhileItIsOpen) {
     rows->findFirst(QStringLiteral("emp_code = 'B'"));
     copy->findFirst(QStringLiteral("emp_code = 'B'"));
     rows->edit();
-    SQLite::Database other(m_folder.path(QStringLiteral("vrlxdb01.mdb")).toStdString(),
-                           SQLite::OPEN_READWRITE);
+    SQLite::Database other(m_folder.file(mainFile).toStdString(), SQLite::OPEN_READWRITE);
     other.exec("BEGIN EXCLUSIVE");
     other.exec("DROP TABLE tlyrTemp");
     other.exec("COMMIT");
-    EXPECT_EQ(errorOf([&] { rows->requery(); }), 3078);
-    EXPECT_EQ(errorOf([&] {
+    EXPECT_EQ(errorNumberOf([&] { rows->requery(); }), 3078);
+    EXPECT_EQ(errorNumberOf([&] {
                   rows->moveFirst();
                   rows->field(0);
               }),

@@ -10,8 +10,6 @@ namespace tallyroom {
 
 namespace {
 
-const QString mainName = QStringLiteral("vrlxdb01.mdb");
-
 class SharedWorkTest : public testing::Test {
 protected:
     SharedWorkTest() { remake(QString()); }
@@ -27,7 +25,7 @@ protected:
     }
 
     void native(const QString& sql) const {
-        SQLite::Database database(m_folder.path(mainName).toStdString(), SQLite::OPEN_READWRITE);
+        SQLite::Database database(m_folder.file(mainFile).toStdString(), SQLite::OPEN_READWRITE);
         database.exec(sql.toStdString());
     }
 
@@ -42,7 +40,7 @@ protected:
     }
 
     DataFolder m_folder;
-    std::shared_ptr<Database> m_database = m_folder.open(mainName);
+    std::shared_ptr<Database> m_database = m_folder.open(mainFile);
 };
 
 // The random statements of a chain, in which later ones read what earlier ones set.
@@ -152,7 +150,7 @@ TEST_F(SharedWorkTest, AFailingUpdateLeavesTheOnesBeforeItDone) {
     const QStringList chain{assignment("a", "1"), assignment("b", "[a] + 1"),
                             assignment("missing", "2"), assignment("c", "4")};
     qsizetype done = 0;
-    EXPECT_EQ(errorOf([&] { m_database->executeAll(chain, done); }), 3061);
+    EXPECT_EQ(errorNumberOf([&] { m_database->executeAll(chain, done); }), 3061);
     EXPECT_EQ(done, 2);
     EXPECT_TRUE(rows().first().startsWith(QStringLiteral("1 | 1 | 2 | 3")));
     done = 3;
@@ -175,12 +173,12 @@ TEST_F(SharedWorkTest, WhatTriggersRulesOrTextsCouldTellRunsOneByOne) {
     native(QStringLiteral("CREATE TRIGGER seen AFTER UPDATE ON w BEGIN SELECT 1; END"));
     EXPECT_FALSE(m_database->executeAsOne(chain));
     m_database->close();
-    EXPECT_EQ(errorOf([&] { m_database->executeAsOne(chain); }), 3420);
+    EXPECT_EQ(errorNumberOf([&] { m_database->executeAsOne(chain); }), 3420);
 }
 
 TEST_F(SharedWorkTest, OnlyRowsThatChangeAreWritten) {
     const QStringList chain{assignment("a", "iif(isnull([b]),0,[b])"), assignment("c", "[a] * 2")};
-    const auto other = m_folder.open(mainName);
+    const auto other = m_folder.open(mainFile);
     EXPECT_TRUE(m_database->executeAsOne(chain));
     const ChangeMark before = other->changeMark();
     EXPECT_TRUE(m_database->executeAsOne(chain));
@@ -188,7 +186,7 @@ TEST_F(SharedWorkTest, OnlyRowsThatChangeAreWritten) {
 }
 
 TEST_F(SharedWorkTest, TheMarkTellsEveryChangeAndNothingElse) {
-    const auto other = m_folder.open(mainName);
+    const auto other = m_folder.open(mainFile);
     ChangeMark last = m_database->changeMark();
     const auto changedBy = [&](const std::function<void()>& action) {
         action();
@@ -212,7 +210,7 @@ TEST_F(SharedWorkTest, TheMarkTellsEveryChangeAndNothingElse) {
 }
 
 TEST_F(SharedWorkTest, ReadingHoldsOneStateAndLetsGoOfIt) {
-    SQLite::Database other(m_folder.path(mainName).toStdString(), SQLite::OPEN_READWRITE);
+    SQLite::Database other(m_folder.file(mainFile).toStdString(), SQLite::OPEN_READWRITE);
     const auto set = m_database->openRecordset(QStringLiteral("w"), RecordsetType::Dynaset);
     {
         const Reading reading(m_database);

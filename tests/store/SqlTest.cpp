@@ -23,11 +23,11 @@ QString codeList(int count) {
 class SqlTest : public testing::Test {
 protected:
     int errorOfSelect(const QString& sql) const {
-        return errorOf([&] { m_database->openRecordset(sql, RecordsetType::Snapshot); });
+        return errorNumberOf([&] { m_database->openRecordset(sql, RecordsetType::Snapshot); });
     }
 
     DataFolder m_folder;
-    std::shared_ptr<Database> m_database = m_folder.open(QStringLiteral("bcx.mdb"));
+    std::shared_ptr<Database> m_database = m_folder.open(hostFile);
 };
 
 TEST_F(SqlTest, TakesLongListsAndLongChains) {
@@ -70,27 +70,19 @@ TEST_F(SqlTest, RefusesWhatNestsTooDeeply) {
 
 // Whatever a statement is made of, it runs or raises a RunError, and no table is harmed.
 TEST_F(SqlTest, SurvivesMangledStatements) {
-    const QString pieces[] = {
-        QStringLiteral("Select"),   QStringLiteral("Distinct"),   QStringLiteral("*"),
-        QStringLiteral("From"),     QStringLiteral("Employee"),   QStringLiteral("[emp_code]"),
-        QStringLiteral("Where"),    QStringLiteral("("),          QStringLiteral(")"),
-        QStringLiteral("="),        QStringLiteral("'x'"),        QStringLiteral("'"),
-        QStringLiteral("#"),        QStringLiteral("#1/5/2008#"), QStringLiteral("["),
-        QStringLiteral("]"),        QStringLiteral("Sum"),        QStringLiteral(","),
-        QStringLiteral("As"),       QStringLiteral("a"),          QStringLiteral("Between"),
-        QStringLiteral("And"),      QStringLiteral("Null"),       QStringLiteral("1.5"),
-        QStringLiteral("Order By"), QStringLiteral("Group By"),   QStringLiteral("."),
-        QStringLiteral(";"),        QStringLiteral("In"),         QStringLiteral("Seniority"),
-        QStringLiteral("Not"),      QStringLiteral("\""),         QStringLiteral("--"),
-        QStringLiteral("?"),        QStringLiteral(":x"),         QString(QChar(0)),
-        QStringLiteral("é😀"),       QStringLiteral("IIf("),       QStringLiteral("Count(*)"),
-        QStringLiteral("-"),        QStringLiteral("Is"),         QStringLiteral("Having")};
+    QStringList pieces =
+        QStringLiteral("Select|Distinct|*|From|Employee|[emp_code]|Where|(|)|=|'x'|'|#|#1/5/"
+                       "2008#|[|]|Sum|,|As|a|Between|And|Null|1.5|Order By|Group "
+                       "By|.|;|In|Seniority|Not|\"|--|?|:x|é😀|IIf(|Count(*)|-|Is|Having")
+            .split(u'|');
+    pieces.append(QString(QChar(0)));
     std::mt19937 random(20080105);
     int accepted = 0;
     for (int i = 0; i < 20000; ++i) {
         QString sql = QStringLiteral("Select ");
         for (auto length = random() % 12; length > 0; --length)
-            sql += pieces[random() % std::size(pieces)] + u' ';
+            sql += pieces[static_cast<qsizetype>(random() % static_cast<unsigned>(pieces.size()))] +
+                   u' ';
         if (random() % 2)
             sql += QStringLiteral("From Employee");
         const int error = errorOfSelect(sql);

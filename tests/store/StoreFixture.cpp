@@ -1,20 +1,9 @@
 #include "tests/store/StoreFixture.h"
 
-#include "store/Schema.h"
-#include "store/Workspace.h"
-
 namespace tallyroom {
 
-DataFolder::DataFolder() {
-    Schema::createFiles(m_folder.path());
-}
-
-QString DataFolder::hostPath() const {
-    return path().replace(u'/', u'\\');
-}
-
-std::shared_ptr<Database> DataFolder::open(const QString& name) const {
-    return Workspace::openDatabase(hostPath() + u'\\' + name);
+QString hostPath(const DataFolder& folder) {
+    return folder.path().replace(u'/', u'\\');
 }
 
 QString shown(const Variant& value) {

@@ -25,34 +25,33 @@ QByteArray readFile(const QString& path) {
 TEST(Workspace, FindsFilesWithoutRegardToCaseAndSeparators) {
     const DataFolder folder;
     ASSERT_TRUE(QDir(folder.path()).mkpath(QStringLiteral("Site One/Data")));
-    Schema::createFiles(folder.path(QStringLiteral("Site One/Data")));
-    const QString expected = folder.path(QStringLiteral("Site One/Data/aidb01.mdb"));
+    Schema::createFiles(folder.file(u"Site One/Data"));
+    const QString expected = folder.file(u"Site One/Data/aidb01.mdb");
     const QString written[] = {QStringLiteral("\\Site One\\Data\\aidb01.mdb"),
                                QStringLiteral("\\SITE ONE\\data\\AIDB01.MDB"),
                                QStringLiteral("/Site One//Data\\aidb01.MDB"),
                                QStringLiteral("\\site one\\..\\site one\\data/aidb01.mdb")};
     for (const QString& path : written)
-        EXPECT_EQ(QDir::cleanPath(Workspace::resolveFile(folder.hostPath() + path)), expected)
+        EXPECT_EQ(QDir::cleanPath(Workspace::resolveFile(hostPath(folder) + path)), expected)
             << path.toStdString();
-    EXPECT_EQ(Workspace::resolveFolder(folder.hostPath() + QStringLiteral("\\SITE ONE\\")),
-              folder.path(QStringLiteral("Site One")));
+    EXPECT_EQ(Workspace::resolveFolder(hostPath(folder) + QStringLiteral("\\SITE ONE\\")),
+              folder.file(u"Site One"));
 }
 
 TEST(Workspace, TakesTheExactSpellingWhereSeveralDifferInCase) {
     const DataFolder folder;
-    writeFile(folder.path(QStringLiteral("AIDB01.mdb")), "other");
-    EXPECT_EQ(Workspace::resolveFile(folder.path(QStringLiteral("aidb01.mdb"))),
-              folder.path(QStringLiteral("aidb01.mdb")));
+    writeFile(folder.file(u"AIDB01.mdb"), "other");
+    EXPECT_EQ(Workspace::resolveFile(folder.file(addInFile)), folder.file(addInFile));
 }
 
 TEST(Workspace, ReportsWhatCannotBeOpenedAndCreatesNothing) {
     const DataFolder folder;
-    writeFile(folder.path(QStringLiteral("empty.mdb")), {});
-    writeFile(folder.path(QStringLiteral("short.mdb")), "Hi");
-    writeFile(folder.path(QStringLiteral("text.mdb")), QByteArray(9000, 'x'));
-    QByteArray damaged = readFile(folder.path(QStringLiteral("bcx.mdb")));
+    writeFile(folder.file(u"empty.mdb"), {});
+    writeFile(folder.file(u"short.mdb"), "Hi");
+    writeFile(folder.file(u"text.mdb"), QByteArray(9000, 'x'));
+    QByteArray damaged = readFile(folder.file(hostFile));
     damaged.replace(100, 900, QByteArray(900, '\x7f'));
-    writeFile(folder.path(QStringLiteral("damaged.mdb")), damaged);
+    writeFile(folder.file(u"damaged.mdb"), damaged);
     const QStringList before = QDir(folder.path()).entryList();
     const struct {
         const char16_t* path;
@@ -62,8 +61,8 @@ TEST(Workspace, ReportsWhatCannotBeOpenedAndCreatesNothing) {
                  {u"\\text.mdb", 3343}, {u"\\damaged.mdb", 3049}};
     for (const auto& entry : cases) {
         std::optional<RunError> error;
-        const QString path = folder.hostPath() + QString::fromUtf16(entry.path);
-        EXPECT_EQ(errorOf([&] { Workspace::openDatabase(path); }, &error), entry.number)
+        const QString path = hostPath(folder) + QString::fromUtf16(entry.path);
+        EXPECT_EQ(errorNumberOf([&] { Workspace::openDatabase(path); }, &error), entry.number)
             << path.toStdString();
         EXPECT_EQ(error ? error->source() : QString(), QStringLiteral("DAO.Workspace"));
     }
@@ -72,20 +71,20 @@ TEST(Workspace, ReportsWhatCannotBeOpenedAndCreatesNothing) {
 
 TEST(Workspace, ReportsALockedFileByName) {
     const DataFolder folder;
-    const auto open = folder.open(QStringLiteral("aidb01.mdb"));
-    SQLite::Database other(folder.path(QStringLiteral("aidb01.mdb")).toStdString(),
-                           SQLite::OPEN_READWRITE);
+    const auto open = folder.open(addInFile);
+    SQLite::Database other(folder.file(addInFile).toStdString(), SQLite::OPEN_READWRITE);
     other.exec("BEGIN EXCLUSIVE");
     std::optional<RunError> error;
-    EXPECT_EQ(errorOf([&] { open->execute(QStringLiteral("Delete * From tlyr_assoc")); }, &error),
-              3196);
+    EXPECT_EQ(
+        errorNumberOf([&] { open->execute(QStringLiteral("Delete * From tlyr_assoc")); }, &error),
+        3196);
     EXPECT_TRUE(error && error->description().contains(QLatin1String("aidb01.mdb")));
 }
 
 TEST(Schema, LeavesAFolderAloneThatHasOneOfTheFiles) {
     QTemporaryDir folder;
     writeFile(folder.filePath(QStringLiteral("BCX.mdb")), "kept");
-    EXPECT_EQ(errorOf([&] { Schema::createFiles(folder.path()); }), 3204);
+    EXPECT_EQ(errorNumberOf([&] { Schema::createFiles(folder.path()); }), 3204);
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{QStringLiteral("BCX.mdb")});
     EXPECT_EQ(readFile(folder.filePath(QStringLiteral("BCX.mdb"))), "kept");
 }
@@ -93,7 +92,7 @@ TEST(Schema, LeavesAFolderAloneThatHasOneOfTheFiles) {
 class DatabaseTest : public testing::Test {
 protected:
     int assocRows() const {
-        const auto other = m_folder.open(QStringLiteral("aidb01.mdb"));
+        const auto other = m_folder.open(addInFile);
         return other->openRecordset(QStringLiteral("tlyr_assoc"), RecordsetType::Snapshot)
             ->rowCount();
     }
@@ -102,11 +101,11 @@ protected:
     }
 
     DataFolder m_folder;
-    std::shared_ptr<Database> m_database = m_folder.open(QStringLiteral("aidb01.mdb"));
+    std::shared_ptr<Database> m_database = m_folder.open(addInFile);
 };
 
 TEST_F(DatabaseTest, KeepsWhatABatchHasDoneBeforeAFailure) {
-    EXPECT_EQ(errorOf([&] {
+    EXPECT_EQ(errorNumberOf([&] {
                   const Batch batch(m_database);
                   const Batch inner(m_database);
                   insertAssoc(*m_database);
@@ -119,13 +118,13 @@ TEST_F(DatabaseTest, KeepsWhatABatchHasDoneBeforeAFailure) {
 }
 
 TEST_F(DatabaseTest, ReportsABatchThatCannotBeWritten) {
-    const auto other = m_folder.open(QStringLiteral("aidb01.mdb"));
-    SQLite::Database reader(m_folder.path(QStringLiteral("aidb01.mdb")).toStdString());
+    const auto other = m_folder.open(addInFile);
+    SQLite::Database reader(m_folder.file(addInFile).toStdString());
     Batch batch(m_database);
     insertAssoc(*m_database);
     SQLite::Statement reading(reader, "SELECT * FROM sqlite_master");
     ASSERT_TRUE(reading.executeStep());
-    EXPECT_EQ(errorOf([&] { batch.commit(); }), 3196);
+    EXPECT_EQ(errorNumberOf([&] { batch.commit(); }), 3196);
     reading.reset();
     EXPECT_FALSE(m_database->inBatch());
     EXPECT_EQ(assocRows(), 0);
@@ -135,18 +134,18 @@ TEST_F(DatabaseTest, ReportsABatchThatCannotBeWritten) {
 
 TEST_F(DatabaseTest, InsertsIntoAnotherFileInsideABatchAndLetsGoOfItOnFailure) {
     const QString into = QStringLiteral("Insert Into tlyrTemp In '%1\\vrlxdb01.mdb' Select ")
-                             .arg(m_folder.hostPath());
+                             .arg(hostPath(m_folder));
     const Batch batch(m_database);
     insertAssoc(*m_database);
     for (int attempt = 0; attempt < 2; ++attempt) {
-        EXPECT_EQ(errorOf([&] {
+        EXPECT_EQ(errorNumberOf([&] {
                       m_database->execute(into + QStringLiteral("Accepted As x From tlyr_assoc"));
                   }),
                   3127);
         m_database->execute(into + QStringLiteral("Accepted As emp_code From tlyr_assoc"));
         EXPECT_TRUE(m_database->inBatch());
     }
-    const auto main = m_folder.open(QStringLiteral("vrlxdb01.mdb"));
+    const auto main = m_folder.open(mainFile);
     EXPECT_EQ(main->openRecordset(QStringLiteral("tlyrTemp"), RecordsetType::Dynaset)->rowCount(),
               2);
     main->execute(QStringLiteral("Drop Table tlyrTemp"));
@@ -156,9 +155,9 @@ TEST_F(DatabaseTest, RefusesAllUseOnceClosed) {
     const auto rows =
         m_database->openRecordset(QStringLiteral("tlyr_assoc"), RecordsetType::Dynaset);
     m_database->close();
-    EXPECT_EQ(errorOf([&] { insertAssoc(*m_database); }), 3420);
-    EXPECT_EQ(errorOf([&] { m_database->close(); }), 3420);
-    EXPECT_EQ(errorOf([&] { rows->requery(); }), 3420);
+    EXPECT_EQ(errorNumberOf([&] { insertAssoc(*m_database); }), 3420);
+    EXPECT_EQ(errorNumberOf([&] { m_database->close(); }), 3420);
+    EXPECT_EQ(errorNumberOf([&] { rows->requery(); }), 3420);
 }
 
 } // namespace

@@ -4,6 +4,18 @@
 
 namespace tallyroom {
 
+QStringList textsOf(Recordset& rows) {
+    QStringList lines;
+    for (; !rows.eof(); rows.moveNext()) {
+        QStringList cells;
+        for (int at = 0; at < rows.fieldCount(); ++at)
+            cells.append(rows.field(at).isNull() ? QStringLiteral("Null")
+                                                 : rows.field(at).toText());
+        lines.append(cells.join(QLatin1Char('|')));
+    }
+    return lines;
+}
+
 DataFolder::DataFolder() {
     Schema::createFiles(m_folder.path());
 }
@@ -16,21 +28,12 @@ std::shared_ptr<Database> DataFolder::open(const char16_t* name) const {
     return Workspace::openDatabase(path() + QLatin1Char('\\') + QString::fromUtf16(name));
 }
 
-void DataFolder::execute(const char16_t* name, const QString& sql) const {
-    open(name)->execute(sql);
+void DataFolder::execute(const char16_t* name, QStringView sql) const {
+    open(name)->execute(sql.toString());
 }
 
-QStringList DataFolder::rows(const char16_t* name, const QString& sql) const {
-    const auto set = open(name)->openRecordset(sql, RecordsetType::Snapshot);
-    QStringList lines;
-    for (; !set->eof(); set->moveNext()) {
-        QStringList cells;
-        for (int at = 0; at < set->fieldCount(); ++at)
-            cells.append(set->field(at).isNull() ? QStringLiteral("Null")
-                                                 : set->field(at).toText());
-        lines.append(cells.join(QLatin1Char('|')));
-    }
-    return lines;
+QStringList DataFolder::rows(const char16_t* name, QStringView sql) const {
+    return textsOf(*open(name)->openRecordset(sql.toString(), RecordsetType::Snapshot));
 }
 
 void DataFolder::addHost(int employees) const {
@@ -52,14 +55,14 @@ void DataFolder::addHost(int employees) const {
                           .arg((n - 1) % 31 + 1));
 }
 
-void DataFolder::addHistory(const QString& emp, const QString& shiftDate, double t15Minutes,
-                            double t20Minutes, const QString& recordType) const {
+void DataFolder::addHistory(QStringView emp, QStringView shiftDate, double t15Minutes,
+                            double t20Minutes, QStringView recordType) const {
     const auto rows = open(hostFile)->openRecordset(QStringLiteral("Select * from [TimeHistory];"),
                                                     RecordsetType::Dynaset);
     rows->addNew();
-    rows->setField(QStringLiteral("thist_emp"), emp);
-    rows->setField(QStringLiteral("shift_date"), Variant(shiftDate).toDate());
-    rows->setField(QStringLiteral("thist_record_type"), recordType);
+    rows->setField(QStringLiteral("thist_emp"), emp.toString());
+    rows->setField(QStringLiteral("shift_date"), Variant(shiftDate.toString()).toDate());
+    rows->setField(QStringLiteral("thist_record_type"), recordType.toString());
     rows->setField(QStringLiteral("t15"), t15Minutes / 1440);
     rows->setField(QStringLiteral("t20"), t20Minutes / 1440);
     rows->update();
@@ -71,7 +74,7 @@ void DataFolder::associateAll() const {
                                       "'OTD2');"));
 }
 
-void DataFolder::setPeriod(const QString& from, const QString& to) const {
+void DataFolder::setPeriod(QStringView from, QStringView to) const {
     execute(
         addInFile,
         QStringLiteral("Insert Into [tlyr_period] ([from_date], [to_date]) Values (#%1#, #%2#);")

@@ -12,6 +12,9 @@
 
 namespace tallyroom {
 
+// The rows as texts, cells joined by "|", Null as "Null".
+QStringList textsOf(Recordset& rows);
+
 class DataFolder {
 public:
     // Makes the files with all tables and no rows.
@@ -22,17 +25,17 @@ public:
     QString file(const char16_t* name) const;
 
     std::shared_ptr<Database> open(const char16_t* file) const;
-    void execute(const char16_t* file, const QString& sql) const;
+    void execute(const char16_t* file, QStringView sql) const;
 
-    // The rows of a query as texts, cells joined by "|", Null as "Null".
-    QStringList rows(const char16_t* file, const QString& sql) const;
+    // The rows of a query as texts.
+    QStringList rows(const char16_t* file, QStringView sql) const;
 
     // One shift, four absent codes, and employees E1 to E`employees` in departments D0 to D2.
     void addHost(int employees = 3) const;
-    void addHistory(const QString& emp, const QString& shiftDate, double t15Minutes,
-                    double t20Minutes, const QString& recordType = QStringLiteral("TR")) const;
+    void addHistory(QStringView emp, QStringView shiftDate, double t15Minutes, double t20Minutes,
+                    QStringView recordType = u"TR") const;
     void associateAll() const;
-    void setPeriod(const QString& from, const QString& to) const;
+    void setPeriod(QStringView from, QStringView to) const;
 
 private:
     QTemporaryDir m_folder;

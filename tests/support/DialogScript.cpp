@@ -48,8 +48,8 @@ void DialogScript::expectBox(const QString& text, QMessageBox::StandardButton pr
                        }});
 }
 
-void DialogScript::expectWindow(const QString& name, Action action) {
-    m_steps.push_back({name, std::move(action)});
+void DialogScript::expectWindow(QStringView name, Action action) {
+    m_steps.push_back({name.toString(), std::move(action)});
 }
 
 void DialogScript::finish() {
@@ -104,17 +104,17 @@ void DialogScript::closeStuck(QWidget& window) {
         QTimer::singleShot(0, exit, &QPushButton::click);
 }
 
-void clickButton(QWidget& window, const QString& name) {
+void clickButton(QWidget& window, QStringView name) {
     auto& button = child<QAbstractButton>(window, name);
-    EXPECT_TRUE(button.isVisible()) << name.toStdString();
-    EXPECT_TRUE(button.isEnabled()) << name.toStdString();
+    EXPECT_TRUE(button.isVisible()) << button.objectName().toStdString();
+    EXPECT_TRUE(button.isEnabled()) << button.objectName().toStdString();
     button.click();
 }
 
-void trigger(QWidget& window, const QString& action) {
+void trigger(QWidget& window, QStringView action) {
     auto& entry = child<QAction>(window, action);
-    EXPECT_TRUE(entry.isVisible()) << action.toStdString();
-    EXPECT_TRUE(entry.isEnabled()) << action.toStdString();
+    EXPECT_TRUE(entry.isVisible()) << entry.objectName().toStdString();
+    EXPECT_TRUE(entry.isEnabled()) << entry.objectName().toStdString();
     entry.trigger();
 }
 

@@ -30,7 +30,7 @@ public:
                    QMessageBox::Icon icon = QMessageBox::NoIcon,
                    const QString& title = QStringLiteral("Tallyroom"));
     // A window by its object name. The action has to close it in the end.
-    void expectWindow(const QString& name, Action action);
+    void expectWindow(QStringView name, Action action);
 
     void finish();
 
@@ -51,18 +51,18 @@ private:
 
 // Finds a child by object name; fails the test when there is none.
 template<class Type>
-Type& child(QWidget& window, const QString& name);
+Type& child(QWidget& window, QStringView name);
 
 // Clicks a button of a window as a user does; the button must be visible and enabled.
-void clickButton(QWidget& window, const QString& name);
+void clickButton(QWidget& window, QStringView name);
 // Chooses a menu entry; it must be visible and enabled.
-void trigger(QWidget& window, const QString& action);
+void trigger(QWidget& window, QStringView action);
 
 template<class Type>
-Type& child(QWidget& window, const QString& name) {
-    auto* found = window.findChild<Type*>(name);
+Type& child(QWidget& window, QStringView name) {
+    auto* found = window.findChild<Type*>(name.toString());
     if (!found)
-        qFatal("no %s in %s", qPrintable(name), qPrintable(window.objectName()));
+        qFatal("no %s in %s", qPrintable(name.toString()), qPrintable(window.objectName()));
     return *found;
 }
 

@@ -6,6 +6,7 @@
 
 #include <QString>
 #include <gtest/gtest.h>
+#include <optional>
 #include <ostream>
 
 QT_BEGIN_NAMESPACE
@@ -20,14 +21,16 @@ inline void PrintTo(Date date, std::ostream* out) {
     *out << Dates::toIso(date).toStdString();
 }
 
-// The number of the RunError that a command raises; 0 when it raises none.
+// The number of the RunError that a command raises, 0 when it raises none; `error` receives it.
 template<class Command>
-int errorNumberOf(const Command& command) {
+int errorNumberOf(const Command& command, std::optional<RunError>* error = nullptr) {
     try {
         command();
         return 0;
-    } catch (const RunError& error) {
-        return error.number();
+    } catch (const RunError& raised) {
+        if (error)
+            error->emplace(raised);
+        return raised.number();
     }
 }
 

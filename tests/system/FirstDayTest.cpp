@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QDialogButtonBox>
-#include <QListWidget>
 #include <QPushButton>
 
 using namespace tallyroom;
@@ -16,37 +15,33 @@ protected:
     FirstDayTest() : SystemTest(true) {}
 
     static void pressOk(QWidget& window) {
-        child<QDialogButtonBox>(window, QStringLiteral("Buttons"))
-            .button(QDialogButtonBox::Ok)
-            ->click();
+        child<QDialogButtonBox>(window, u"Buttons").button(QDialogButtonBox::Ok)->click();
     }
 
     void definePeriod(QWidget& board) {
-        script.expectWindow(QStringLiteral("frmTLYRPeriod"), [this](QWidget& window) {
-            clickButton(window, QStringLiteral("SSCheck1"));
-            script.expectWindow(QStringLiteral("frmDatePicker"), [](QWidget& picker) {
-                child<QCalendarWidget>(picker, QStringLiteral("MonthView1"))
-                    .setSelectedDate(QDate(2024, 3, 1));
+        script.expectWindow(u"frmTLYRPeriod", [this](QWidget& window) {
+            clickButton(window, u"SSCheck1");
+            script.expectWindow(u"frmDatePicker", [](QWidget& picker) {
+                child<QCalendarWidget>(picker, u"MonthView1").setSelectedDate(QDate(2024, 3, 1));
                 pressOk(picker);
             });
-            clickButton(window, QStringLiteral("SSCommand2"));
-            EXPECT_EQ(child<QLineEdit>(window, QStringLiteral("Text1")).text(),
-                      QStringLiteral("03/01/2024"));
-            type(window, QStringLiteral("Text2"), QStringLiteral("3/31/2024"));
-            clickButton(window, QStringLiteral("Command1"));
+            clickButton(window, u"SSCommand2");
+            EXPECT_EQ(child<QLineEdit>(window, u"Text1").text(), QStringLiteral("03/01/2024"));
+            type(window, u"Text2", u"3/31/2024");
+            clickButton(window, u"Command1");
         });
-        trigger(board, QStringLiteral("mnuDefinePeriod"));
+        trigger(board, u"mnuDefinePeriod");
     }
 
     // Takes everybody off the board but those whom a search finds.
     void selectBySearch(QWidget& board, const QString& text) {
-        script.expectWindow(QStringLiteral("frmBucket"), [text](QWidget& bucket) {
-            clickButton(bucket, QStringLiteral("ClearShown"));
-            type(bucket, QStringLiteral("Search"), text);
-            clickButton(bucket, QStringLiteral("SelectShown"));
+        script.expectWindow(u"frmBucket", [text](QWidget& bucket) {
+            clickButton(bucket, u"ClearShown");
+            type(bucket, u"Search", text);
+            clickButton(bucket, u"SelectShown");
             pressOk(bucket);
         });
-        trigger(board, QStringLiteral("mnuBuckets"));
+        trigger(board, u"mnuBuckets");
     }
 
     // The worked minutes of an employee in the period, by an obvious count.
@@ -68,7 +63,7 @@ protected:
 
 TEST_F(FirstDayTest, GoesFromTheWelcomeToTheRecordedAnswers) {
     const QStringList codes =
-        rows(u"bcx.mdb", QStringLiteral("Select [emp_code] from [Employee] order by [emp_code];"));
+        rows(u"bcx.mdb", u"Select [emp_code] from [Employee] order by [emp_code];");
     script.expectBox(
         QStringLiteral("Welcome to the Tallyroom!\n\nThis add-in for Brightclock requires some "
                        "setup to occur prior to starting. After clicking [Ok] below, you will be "
@@ -76,16 +71,16 @@ TEST_F(FirstDayTest, GoesFromTheWelcomeToTheRecordedAnswers) {
                        "one to identify ACCEPTED overtime, and another to identify DECLINED "
                        "overtime."),
         QMessageBox::Ok, QMessageBox::Information);
-    script.expectWindow(QStringLiteral("frmTLYRAssoc"), [](QWidget& window) {
-        choose(window, QStringLiteral("Combo1"), QStringLiteral("OTACC15"));
-        choose(window, QStringLiteral("Combo2"), QStringLiteral("OTDEC15"));
-        clickButton(window, QStringLiteral("Command2"));
+    script.expectWindow(u"frmTLYRAssoc", [](QWidget& window) {
+        choose(window, u"Combo1", u"OTACC15");
+        choose(window, u"Combo2", u"OTDEC15");
+        clickButton(window, u"Command2");
     });
     openBoard(QStringLiteral("master"), [&](QWidget& board) {
         EXPECT_EQ(grid(board).model()->rowCount(), 12);
         definePeriod(board);
         for (const QString& code : codes)
-            EXPECT_EQ(cell(board, rowOf(board, code), QStringLiteral("OT Worked")),
+            EXPECT_EQ(cell(board, rowOf(board, code), u"OT Worked"),
                       QStringLiteral("%1:%2")
                           .arg(workedMinutes(code) / 60, 2, 10, QLatin1Char('0'))
                           .arg(workedMinutes(code) % 60, 2, 10, QLatin1Char('0')));
@@ -94,37 +89,34 @@ TEST_F(FirstDayTest, GoesFromTheWelcomeToTheRecordedAnswers) {
         selectBySearch(board, QString());
         EXPECT_EQ(grid(board).model()->rowCount(), 12);
 
-        type(board, QStringLiteral("to_date"), QStringLiteral("3/15/2024"));
-        type(board, QStringLiteral("Text1"), QStringLiteral("7.5"));
-        answer(board, codes[0], QStringLiteral("mnuAccept"));
-        EXPECT_EQ(cell(board, rowOf(board, codes[0]), QStringLiteral("OT Accepted")),
-                  QStringLiteral("07:30"));
-        type(board, QStringLiteral("Text1"), QStringLiteral("1:15"));
-        answer(board, codes[1], QStringLiteral("mnuDecline"));
-        EXPECT_EQ(cell(board, rowOf(board, codes[1]), QStringLiteral("OT Declined")),
-                  QStringLiteral("01:15"));
+        type(board, u"to_date", u"3/15/2024");
+        type(board, u"Text1", u"7.5");
+        answer(board, codes[0], u"mnuAccept");
+        EXPECT_EQ(cell(board, rowOf(board, codes[0]), u"OT Accepted"), QStringLiteral("07:30"));
+        type(board, u"Text1", u"1:15");
+        answer(board, codes[1], u"mnuDecline");
+        EXPECT_EQ(cell(board, rowOf(board, codes[1]), u"OT Declined"), QStringLiteral("01:15"));
 
-        trigger(board, QStringLiteral("mnuBreakOut"));
-        script.expectWindow(QStringLiteral("frmTLYRAssoc2"), [](QWidget& window) {
-            choose(window, QStringLiteral("Combo3"), QStringLiteral("OTACC20"));
-            choose(window, QStringLiteral("Combo4"), QStringLiteral("OTDEC20"));
-            clickButton(window, QStringLiteral("Command2"));
+        trigger(board, u"mnuBreakOut");
+        script.expectWindow(u"frmTLYRAssoc2", [](QWidget& window) {
+            choose(window, u"Combo3", u"OTACC20");
+            choose(window, u"Combo4", u"OTDEC20");
+            clickButton(window, u"Command2");
         });
-        trigger(board, QStringLiteral("mnuAssoc"));
-        type(board, QStringLiteral("Text2"), QStringLiteral("24:00"));
-        answer(board, codes[2], QStringLiteral("mnuAccept"));
-        trigger(board, QStringLiteral("mnuMult"));
-        EXPECT_EQ(cell(board, rowOf(board, codes[2]), QStringLiteral("2.0 Accepted")),
-                  QStringLiteral("48:00"));
-        trigger(board, QStringLiteral("mnuRefresh"));
-        EXPECT_EQ(cell(board, rowOf(board, codes[2]), QStringLiteral("2.0 Accepted")),
-                  QStringLiteral("48:00"))
+        trigger(board, u"mnuAssoc");
+        type(board, u"Text2", u"24:00");
+        answer(board, codes[2], u"mnuAccept");
+        trigger(board, u"mnuMult");
+        EXPECT_EQ(cell(board, rowOf(board, codes[2]), u"2.0 Accepted"), QStringLiteral("48:00"));
+        trigger(board, u"mnuRefresh");
+        EXPECT_EQ(cell(board, rowOf(board, codes[2]), u"2.0 Accepted"), QStringLiteral("48:00"))
             << "the count over the time history says the same";
     });
-    EXPECT_EQ(history(), QStringList({codes[0] + QStringLiteral("|3/15/2024|OTACC15|450|||"),
-                                      codes[1] + QStringLiteral("|3/15/2024|OTDEC15|||75|"),
-                                      codes[2] + QStringLiteral("|3/15/2024|OTACC15|75|||"),
-                                      codes[2] + QStringLiteral("|3/15/2024|OTACC20||1440||")}));
+    EXPECT_EQ(history(),
+              QStringList({codes[0] + QStringLiteral("|3/15/2024|OTACC15|450|Null|Null|Null"),
+                           codes[1] + QStringLiteral("|3/15/2024|OTDEC15|Null|Null|75|Null"),
+                           codes[2] + QStringLiteral("|3/15/2024|OTACC15|75|Null|Null|Null"),
+                           codes[2] + QStringLiteral("|3/15/2024|OTACC20|Null|1440|Null|Null")}));
     EXPECT_EQ(
         audit(),
         QStringList({QStringLiteral("master|%1|3/15/2024|0|450|tlyrAccepted").arg(codes[0]),
@@ -143,16 +135,23 @@ TEST_F(FirstDayTest, ShortcutsOpenTheHostsScreens) {
         ->execute(QStringLiteral("Insert Into [tlyr_assoc] ([Accepted], [Declined]) Values "
                                  "('OTACC15', 'OTDEC15');"));
     openBoard(QString(), [&](QWidget& board) {
-        const std::pair<const char16_t*, const char16_t*> screens[] = {
-            {u"mnuETA", u"frmTransactions"},
-            {u"mnuDSched", u"frmSchedule"},
-            {u"mnuWSched", u"frmSchedule"},
-            {u"mnuMSched", u"frmSchedule"},
-            {u"mnuOTAnalysis", u"frmOvertime"}};
-        for (const auto& [entry, screen] : screens) {
-            script.expectWindow(QString::fromUtf16(screen),
-                                [](QWidget& window) { window.close(); });
-            trigger(board, QString::fromUtf16(entry));
+        const struct {
+            const char16_t* entry;
+            const char16_t* screen;
+            QString title;
+        } screens[] = {
+            {u"mnuETA", u"frmTransactions", QStringLiteral("Time and Attendance Transactions")},
+            {u"mnuDSched", u"frmSchedule", QStringLiteral("Daily Schedule")},
+            {u"mnuWSched", u"frmSchedule", QStringLiteral("Weekly Schedule")},
+            {u"mnuMSched", u"frmSchedule", QStringLiteral("Monthly Schedule")},
+            {u"mnuOTAnalysis", u"frmOvertime", QStringLiteral("Overtime Analysis")}};
+        for (const auto& c : screens) {
+            script.expectWindow(c.screen, [&c](QWidget& window) {
+                EXPECT_EQ(window.windowTitle(), c.title);
+                EXPECT_GT(grid(window).model()->rowCount(), 1);
+                window.close();
+            });
+            trigger(board, c.entry);
         }
     });
 }

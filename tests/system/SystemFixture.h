@@ -3,6 +3,7 @@
 
 #include "host/Host.h"
 #include "tests/host/HostDataFolder.h"
+#include "tests/support/DataFolder.h"
 #include "tests/support/DialogScript.h"
 #include "tests/support/Printing.h"
 
@@ -31,85 +32,75 @@ protected:
         options.user = user;
         options.moduleFile = QStringLiteral(TALLYROOM_MODULE);
         host::Host running(options);
-        script.expectWindow(QStringLiteral("Tallyroom"), [use](QWidget& board) {
+        script.expectWindow(u"Tallyroom", [use](QWidget& board) {
             use(board);
-            clickButton(board, QStringLiteral("Command1"));
+            clickButton(board, u"Command1");
         });
         running.callEntry(QStringLiteral("TLYRShow"));
     }
 
-    static QTableView& grid(QWidget& window) {
-        return child<QTableView>(window, QStringLiteral("Grid"));
-    }
-    static QString cell(QWidget& window, int row, const QString& heading) {
+    static QTableView& grid(QWidget& window) { return child<QTableView>(window, u"Grid"); }
+    static QString cell(QWidget& window, int row, QStringView heading) {
         const QAbstractItemModel* model = grid(window).model();
         for (int column = 0; column < model->columnCount(); ++column) {
             if (model->headerData(column, Qt::Horizontal).toString() == heading)
                 return model->index(row, column).data().toString();
         }
-        ADD_FAILURE() << "no column " << heading.toStdString();
+        ADD_FAILURE() << "no column " << heading.toString().toStdString();
         return {};
     }
     // Row of an employee on the board, counted from 0.
     static int rowOf(QWidget& board, const QString& code) {
         for (int row = 0; row < grid(board).model()->rowCount(); ++row) {
-            if (cell(board, row, QStringLiteral("Code")) == code)
+            if (cell(board, row, u"Code") == code)
                 return row;
         }
         ADD_FAILURE() << code.toStdString() << " is not on the board";
         return 0;
     }
 
-    static void type(QWidget& window, const QString& box, const QString& text) {
+    static void type(QWidget& window, QStringView box, QStringView text) {
         auto& edit = child<QLineEdit>(window, box);
-        EXPECT_TRUE(edit.isEnabled()) << box.toStdString();
+        EXPECT_TRUE(edit.isEnabled()) << edit.objectName().toStdString();
         edit.clear();
-        QTest::keyClicks(&edit, text);
+        QTest::keyClicks(&edit, text.toString());
     }
     // Chooses the entry that starts with the code.
-    static void choose(QWidget& window, const QString& list, const QString& code) {
+    static void choose(QWidget& window, QStringView list, QStringView code) {
         auto& combo = child<QComboBox>(window, list);
-        combo.setCurrentIndex(combo.findText(code, Qt::MatchStartsWith));
+        combo.setCurrentIndex(combo.findText(code.toString(), Qt::MatchStartsWith));
         EXPECT_TRUE(combo.currentText().startsWith(code));
     }
     // Clicks the employee's row and answers with the pop-up menu.
-    static void answer(QWidget& board, const QString& code, const QString& entry) {
+    static void answer(QWidget& board, const QString& code, QStringView entry) {
         QTableView& table = grid(board);
         const QModelIndex row = table.model()->index(rowOf(board, code), 0);
         table.scrollTo(row);
         const QPoint place = table.visualRect(row).center();
         QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, place);
         QTest::mouseClick(table.viewport(), Qt::RightButton, {}, place);
-        auto& popup = child<QMenu>(board, QStringLiteral("mnuPopup"));
+        auto& popup = child<QMenu>(board, u"mnuPopup");
         auto& action = child<QAction>(board, entry);
-        EXPECT_TRUE(popup.isVisible() && action.isEnabled()) << entry.toStdString();
+        EXPECT_TRUE(popup.isVisible() && action.isEnabled()) << action.objectName().toStdString();
         QTest::mouseClick(&popup, Qt::LeftButton, {}, popup.actionGeometry(&action).center());
     }
 
-    QStringList rows(const char16_t* file, const QString& sql) const {
-        const auto set =
-            data.open(QString::fromUtf16(file))->openRecordset(sql, RecordsetType::Snapshot);
-        QStringList lines;
-        for (; !set->eof(); set->moveNext()) {
-            QStringList cells;
-            for (int at = 0; at < set->fieldCount(); ++at)
-                cells.append(set->field(at).textOrEmpty());
-            lines.append(cells.join(u'|'));
-        }
-        return lines;
+    QStringList rows(const char16_t* file, QStringView sql) const {
+        return textsOf(*data.open(QString::fromUtf16(file))
+                            ->openRecordset(sql.toString(), RecordsetType::Snapshot));
     }
     // The answers that stand in the host's time history.
     QStringList history() const {
         return rows(u"bcx.mdb",
-                    QStringLiteral("Select [thist_emp], [shift_date], [thist_attend_code], "
-                                   "[tlyrAccepted], [tlyrAccepted2], [tlyrDeclined], "
-                                   "[tlyrDeclined2] from [TimeHistory] where [tlyrAccepted] <> "
-                                   "NULL or [tlyrAccepted2] <> NULL or [tlyrDeclined] <> NULL or "
-                                   "[tlyrDeclined2] <> NULL;"));
+                    u"Select [thist_emp], [shift_date], [thist_attend_code], [tlyrAccepted], "
+                    u"[tlyrAccepted2], [tlyrDeclined], [tlyrDeclined2] from [TimeHistory] where "
+                    u"[tlyrAccepted] <> NULL or [tlyrAccepted2] <> NULL or [tlyrDeclined] <> NULL "
+                    u"or [tlyrDeclined2] <> NULL;");
     }
     QStringList audit() const {
-        return rows(u"aidb01.mdb", QStringLiteral("Select [User], [Emp_Code], [Date], [Action], "
-                                                  "[OT], [tHistField] from [TLYR_Audit];"));
+        return rows(
+            u"aidb01.mdb",
+            u"Select [User], [Emp_Code], [Date], [Action], [OT], [tHistField] from [TLYR_Audit];");
     }
 
     host::HostDataFolder data;

@@ -7,7 +7,6 @@
 #include <QCheckBox>
 #include <QRadioButton>
 #include <QScreen>
-#include <QVBoxLayout>
 #include <random>
 
 using namespace tallyroom;
@@ -41,21 +40,6 @@ struct Browser {
     QCheckBox checks[4]{QCheckBox(&window), QCheckBox(&window), QCheckBox(&window),
                         QCheckBox(&window)};
 };
-
-TEST(FormOptions, AWindowComesBackAsItWasLeft) {
-    Browser left;
-    left.options[2].setChecked(true);
-    left.checks[1].setChecked(true);
-    left.window.resize(640, 480);
-    const QString text = FormOptions::textOf(left.window);
-    EXPECT_EQ(QString::fromLatin1(QByteArray::fromHex(text.toLatin1()).toHex()), text)
-        << "hexadecimal";
-    EXPECT_FALSE(QByteArray::fromHex(text.toLatin1()).contains("Check"));
-    Browser opened;
-    opened.checks[0].setChecked(true);
-    FormOptions::restore(opened.window, text);
-    EXPECT_EQ(opened.state(), QStringLiteral("640x480 0010100"));
-}
 
 TEST(FormOptions, WhatTheWindowCannotTakeIsPassedOver) {
     Browser left;
@@ -98,40 +82,23 @@ TEST(FormOptions, ADamagedOrForeignTextChangesNothing) {
         FormOptions::restore(opened.window, text);
         EXPECT_EQ(opened.state(), before) << text.toStdString();
     }
+    FormOptions::restore(opened.window, whole);
+    EXPECT_EQ(opened.state(), QStringLiteral("640x480 0100000")) << "the whole text";
 }
 
-TEST(FormOptionsTable, EachUserHasHisOwnAndMasterLeavesTheDefaults) {
+TEST(FormOptionsTable, EachWindowOfAUserHasItsRow) {
     const DataFolder folder;
-    const QString form = QStringLiteral("Tallyroom");
-    const auto read = [&](const char16_t* user) {
-        return FormOptionsTable::read(folder.path(), QString::fromUtf16(user), form);
-    };
-    const auto write = [&](const char16_t* user, const QString& text) {
-        FormOptionsTable::write(folder.path(), QString::fromUtf16(user), form, text);
-    };
-    EXPECT_EQ(read(u"Ann"), QString());
-    write(u"Master", QStringLiteral("defaults"));
-    write(u"O'Hara's", QStringLiteral("first"));
-    write(u"o'hara's", QStringLiteral("second"));
-    EXPECT_EQ(read(u"Ann"), QStringLiteral("defaults"));
-    EXPECT_EQ(read(u"O'HARA'S"), QStringLiteral("second"));
-    EXPECT_EQ(
-        FormOptionsTable::read(folder.path(), QStringLiteral("Ann"), QStringLiteral("frmUndo")),
-        QString());
-    EXPECT_EQ(folder.rows(hostFile, QStringLiteral("Select [formname] from [FormOptions];")),
-              QStringList({form, form}))
-        << "one row a user";
-}
-
-TEST(FormOptionsTable, AFailingDatabaseCountsAsNothingRemembered) {
-    const DataFolder folder;
-    folder.execute(hostFile, QStringLiteral("Drop Table [FormOptions];"));
-    for (const QString& path : {folder.path(), folder.path() + QStringLiteral("/none")}) {
-        FormOptionsTable::write(path, QStringLiteral("Ann"), QStringLiteral("x"),
-                                QStringLiteral("text"));
-        EXPECT_EQ(FormOptionsTable::read(path, QStringLiteral("Ann"), QStringLiteral("x")),
-                  QString());
+    const QString ann = QStringLiteral("Ann");
+    const QString forms[] = {QStringLiteral("Tallyroom"), QStringLiteral("frmUndo")};
+    for (const char16_t* text : {u"first of ", u"last of "}) {
+        for (const QString& form : forms)
+            FormOptionsTable::write(folder.path(), ann, form, QString::fromUtf16(text) + form);
     }
+    for (const QString& form : forms)
+        EXPECT_EQ(FormOptionsTable::read(folder.path(), ann, form),
+                  QStringLiteral("last of ") + form);
+    EXPECT_EQ(folder.rows(hostFile, u"Select [formname] from [FormOptions];"),
+              QStringList({forms[0], forms[1]}));
 }
 
 } // namespace

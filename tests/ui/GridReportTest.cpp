@@ -159,10 +159,10 @@ TEST_F(GridReportTest, FromNoRowToFiveThousand) {
 
 TEST_F(GridReportTest, ThePagesThatWereAskedForAsOftenAsWanted) {
     expectPrintDialog(script, title, [&](QWidget& dialog) {
-        child<QRadioButton>(dialog, QStringLiteral("printRange")).setChecked(true);
-        child<QSpinBox>(dialog, QStringLiteral("to")).setValue(3);
-        child<QSpinBox>(dialog, QStringLiteral("from")).setValue(2);
-        child<QSpinBox>(dialog, QStringLiteral("copies")).setValue(2);
+        child<QRadioButton>(dialog, u"printRange").setChecked(true);
+        child<QSpinBox>(dialog, u"to").setValue(3);
+        child<QSpinBox>(dialog, u"from").setValue(2);
+        child<QSpinBox>(dialog, u"copies").setValue(2);
         printInto(dialog, file());
     });
     printReport(&window, report(400));
@@ -181,7 +181,7 @@ TEST_F(GridReportTest, WhoCancelsLeavesNothingBehind) {
         qobject_cast<QDialog*>(&shown)->reject();
     };
     script.expectBox(question, QMessageBox::Yes, QMessageBox::Question);
-    script.expectWindow(QStringLiteral("ReportPreview"), leave);
+    script.expectWindow(u"ReportPreview", leave);
     printReport(&window, report(1));
     QWidget* preview = nullptr;
     expectPrintDialog(script, title, [&](QWidget& dialog) {

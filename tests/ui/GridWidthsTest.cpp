@@ -2,8 +2,6 @@
 #include "common/ui/Grid.h"
 #include "tests/support/Printing.h"
 
-#include <QApplication>
-#include <QFontDatabase>
 #include <QLabel>
 #include <gtest/gtest.h>
 #include <random>

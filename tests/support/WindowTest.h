@@ -1,0 +1,26 @@
+// A window over a data folder, with a host, and a script of what is done in it.
+#pragma once
+
+#include "tests/support/DataFolder.h"
+#include "tests/support/DialogScript.h"
+#include "tests/support/FakeHost.h"
+#include "tests/support/Printing.h"
+
+namespace tallyroom {
+
+class WindowTest : public testing::Test {
+protected:
+    template<class Window>
+    void show(const DialogScript::Action& use) {
+        const HostContext context = host.context(folder.path());
+        Window window(context);
+        script.expectWindow(window.objectName(), use);
+        window.showModally();
+    }
+
+    DataFolder folder;
+    FakeHost host;
+    DialogScript script;
+};
+
+} // namespace tallyroom
