@@ -41,7 +41,7 @@ std::vector<CanvassColumn> canvassColumns(const CanvassOptions& o) {
         {u"2.0 Declined", u"t20declined", CellKind::Time, apart},
         {u"OT Accepted", u"acceptedot", CellKind::Time, !apart},
         {u"OT Declined", u"declinedot", CellKind::Time, !apart},
-        {u"Total", o.totalWithAccepted ? u"totalot1" : u"totalot2", CellKind::Time, true}};
+        {u"Total", o.totalField(), CellKind::Time, true}};
     std::vector<CanvassColumn> columns;
     for (const ColumnRule& rule : rules) {
         if (rule.shown)

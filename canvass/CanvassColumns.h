@@ -4,6 +4,7 @@
 #include "canvass/CanvassOptions.h"
 #include "common/Variant.h"
 
+#include <QString>
 #include <vector>
 
 namespace tallyroom {

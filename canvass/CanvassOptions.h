@@ -1,8 +1,6 @@
 // What the View menu's check marks say about the board.
 #pragma once
 
-#include <QString>
-
 namespace tallyroom {
 
 struct CanvassOptions {
@@ -19,9 +17,7 @@ struct CanvassOptions {
     bool totalWithAccepted = true; // mnuTot item 0, else item 1
 
     // Column of tlyrTemp that the Total column shows and the total is sorted by.
-    QString totalField() const {
-        return totalWithAccepted ? QStringLiteral("totalot1") : QStringLiteral("totalot2");
-    }
+    const char16_t* totalField() const { return totalWithAccepted ? u"totalot1" : u"totalot2"; }
 };
 
 } // namespace tallyroom

@@ -30,7 +30,7 @@ QString sortKey(const QString& element, const CanvassOptions& options) {
         {QStringLiteral("declined 2.0"), QStringLiteral("[T20Declined]")}};
     const QString suffix = options.multiply ? QStringLiteral("_Mult") : QString();
     if (element == QLatin1String("total overtime"))
-        return inBrackets(options.totalField());
+        return inBrackets(QString::fromUtf16(options.totalField()));
     if (element == QLatin1String("1.5"))
         return inBrackets(QStringLiteral("T15Hours") + suffix);
     if (element == QLatin1String("2.0"))

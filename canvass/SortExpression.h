@@ -3,6 +3,7 @@
 
 #include "canvass/CanvassOptions.h"
 
+#include <QString>
 #include <functional>
 
 namespace tallyroom {
