@@ -87,8 +87,8 @@ void SqliteConnection::setProgress(std::function<void()> callback) {
     sqlite3_progress_handler(handle(), progressSteps, m_progress ? +report : nullptr, &m_progress);
 }
 
-// A journal whose removal is still on its way to the disk when the power fails comes back, and undoes
-// what was committed: EXTRA waits for the removal, too.
+// A journal whose removal is still on its way to the disk when the power fails comes back, and
+// undoes what was committed: EXTRA waits for the removal, too.
 void SqliteConnection::synchronize(const QString& schema) {
     run(QStringLiteral("PRAGMA %1.synchronous = EXTRA").arg(schema));
 }
