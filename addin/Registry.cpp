@@ -4,57 +4,14 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
-#include <QRegularExpression>
 #include <QSaveFile>
-#include <QTextStream>
 
 namespace tallyroom {
 
 namespace {
 
-const QString heading = QStringLiteral("Windows Registry Editor Version 5.00");
 const QString root = QStringLiteral("HKEY_LOCAL_MACHINE\\");
 constexpr int lockTimeout = 500; // milliseconds; a host must not wait for a record of its start
-
-QString escaped(QString text) {
-    return text.replace(QLatin1Char('\\'), QLatin1String("\\\\"))
-        .replace(QLatin1Char('"'), QLatin1String("\\\""))
-        .replace(QLatin1Char('\n'), QLatin1Char(' '));
-}
-
-QString unescaped(QString text) {
-    static const QRegularExpression escape(QStringLiteral("\\\\(.)"));
-    return text.replace(escape, QStringLiteral("\\1"));
-}
-
-QString stored(const QString& text) {
-    return QLatin1Char('"') + escaped(text) + QLatin1Char('"');
-}
-
-// Long binary values go on in the next line.
-bool isContinued(const QString& line) {
-    return line.endsWith(QLatin1Char('\\')) && !line.startsWith(QLatin1Char(';'));
-}
-
-bool isText(const QString& stored) {
-    return stored.size() >= 2 && stored.startsWith(QLatin1Char('"')) &&
-           stored.endsWith(QLatin1Char('"'));
-}
-
-// The stored spelling of a key or name that differs in case only, else the given one.
-template<class Map>
-QString spelling(const Map& map, const QString& name) {
-    for (auto at = map.keyBegin(); at != map.keyEnd(); ++at) {
-        if (at->compare(name, Qt::CaseInsensitive) == 0)
-            return *at;
-    }
-    return name;
-}
-
-bool isBelow(const QString& key, const QString& parent) {
-    return key.compare(parent, Qt::CaseInsensitive) == 0 ||
-           key.startsWith(parent + QLatin1Char('\\'), Qt::CaseInsensitive);
-}
 
 } // namespace
 
@@ -66,100 +23,63 @@ QString Registry::defaultFile() {
 }
 
 bool Registry::createKey(const QString& key) {
-    return change([&](Keys& keys) {
-        keys[spelling(keys, root + key)];
+    return change([&](RegistryText& text) {
+        text.createKey(root + key);
         return true;
     });
 }
 
 bool Registry::isWritable() {
-    return change([](Keys&) { return true; });
+    return change([](RegistryText&) { return true; });
 }
 
 bool Registry::deleteKey(const QString& key) {
-    return change([&](Keys& keys) {
-        return keys.removeIf(
-                   [&](const Keys::iterator& at) { return isBelow(at.key(), root + key); }) > 0;
-    });
+    return change([&](RegistryText& text) { return text.deleteKey(root + key); });
 }
 
-bool Registry::setValue(const QString& key, const QString& name, const QString& text) {
-    return change([&](Keys& keys) {
-        auto& values = keys[spelling(keys, root + key)].values;
-        values[spelling(values, name)] = stored(text);
+bool Registry::setValue(const QString& key, const QString& name, const QString& value) {
+    return change([&](RegistryText& text) {
+        text.setValue(root + key, name, value);
         return true;
     });
 }
 
 std::optional<QString> Registry::value(const QString& key, const QString& name) const {
-    const Keys keys = read().value_or(Keys());
-    const auto values = keys.value(spelling(keys, root + key)).values;
-    const QString found = values.value(spelling(values, name));
-    return isText(found) ? std::optional(unescaped(found.mid(1).chopped(1))) : std::nullopt;
+    const auto text = read();
+    return text ? text->value(root + key, name) : std::nullopt;
 }
 
 bool Registry::hasKey(const QString& key) const {
-    const Keys keys = read().value_or(Keys());
-    return keys.contains(spelling(keys, root + key));
+    const auto text = read();
+    return text && text->hasKey(root + key);
 }
 
-void Registry::readValue(const QString& line, Key& key) {
-    static const QRegularExpression valueLine(
-        QStringLiteral("^(?:@|\"((?:[^\"\\\\]|\\\\.)*)\")=(.*)$"),
-        QRegularExpression::DotMatchesEverythingOption);
-    if (const auto match = valueLine.match(line); match.hasMatch())
-        key.values[unescaped(match.captured(1))] = match.captured(2);
-    else
-        key.comments.append(line);
-}
-
-std::optional<Registry::Keys> Registry::read() const {
+// A text in UTF-16, as some programs export it, counts as one that cannot be read.
+std::optional<RegistryText> Registry::read() const {
     QFile file(m_file);
     if (!file.exists())
-        return Keys();
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return RegistryText(QByteArray());
+    if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
-    Keys keys;
-    QString key;
-    QTextStream lines(&file);
-    for (QString line; lines.readLineInto(&line);) {
-        for (QString more; isContinued(line) && lines.readLineInto(&more);)
-            line += QLatin1Char('\n') + more;
-        if (line.startsWith(QLatin1Char('[')) && line.endsWith(QLatin1Char(']')))
-            keys[key = line.mid(1).chopped(1)];
-        else if (!line.isEmpty() && line != heading)
-            readValue(line, keys[key]);
-    }
-    return keys;
+    const QByteArray text = file.readAll();
+    if (file.error() != QFile::NoError || text.contains('\0'))
+        return std::nullopt;
+    return RegistryText(text);
 }
 
-bool Registry::write(const Keys& keys) const {
+bool Registry::write(const RegistryText& text) const {
     QSaveFile file(m_file);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
-        return false;
-    QTextStream out(&file);
-    out << heading << "\n";
-    for (auto key = keys.cbegin(); key != keys.cend(); ++key) {
-        if (!key.key().isEmpty())
-            out << "\n[" << key.key() << "]\n";
-        for (const QString& comment : key->comments)
-            out << comment << "\n";
-        for (auto value = key->values.cbegin(); value != key->values.cend(); ++value)
-            out << (value.key().isEmpty() ? QStringLiteral("@") : stored(value.key())) << "="
-                << *value << "\n";
-    }
-    out.flush();
-    return file.commit();
+    return file.open(QIODevice::WriteOnly) && file.write(text.text()) >= 0 && file.commit();
 }
 
-bool Registry::change(const std::function<bool(Keys&)>& edit) const {
+bool Registry::change(const std::function<bool(RegistryText&)>& edit) const {
     if (!QDir().mkpath(QFileInfo(m_file).absolutePath()))
         return false;
     QLockFile lock(m_file + QStringLiteral(".lock"));
     if (!lock.tryLock(lockTimeout))
         return false;
-    auto keys = read();
-    return keys && edit(*keys) && write(*keys);
+    auto text = read();
+    return text && edit(*text) && write(*text);
 }
 
 } // namespace tallyroom

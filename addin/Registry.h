@@ -1,9 +1,9 @@
 // The machine-wide registry: keys with named text values and an unnamed default value.
 #pragma once
 
-#include <QMap>
+#include "addin/RegistryText.h"
+
 #include <QString>
-#include <QStringList>
 #include <functional>
 #include <optional>
 
@@ -13,7 +13,7 @@ namespace tallyroom {
 // The file lies in the system's variable-data folder; the environment variable TALLYROOM_REGISTRY
 // names another one. Keys are paths under HKEY_LOCAL_MACHINE, parts separated by "\"; keys and
 // names are compared without regard to case. Every change takes a lock, reads the file, and
-// replaces it as a whole; other roots, values of other kinds and comments in it are kept.
+// replaces it as a whole; what others have written in it stays as it is.
 class Registry {
 public:
     // Opens nothing yet; each operation does.
@@ -26,23 +26,16 @@ public:
     bool deleteKey(const QString& key); // with the keys below it; also false when there is none
     bool isWritable();
     // An empty name is the key's default value. The key is created if need be.
-    bool setValue(const QString& key, const QString& name, const QString& text);
+    bool setValue(const QString& key, const QString& name, const QString& value);
 
     // Nothing for a value of another kind, too.
     std::optional<QString> value(const QString& key, const QString& name) const;
     bool hasKey(const QString& key) const;
 
 private:
-    struct Key {
-        QMap<QString, QString> values; // as they are stored, by name; "" is the default value
-        QStringList comments;          // whole lines
-    };
-    using Keys = QMap<QString, Key>; // by path, with its root
-
-    static void readValue(const QString& line, Key& key);
-    std::optional<Keys> read() const; // nothing when the file is there but cannot be read
-    bool write(const Keys& keys) const;
-    bool change(const std::function<bool(Keys&)>& edit) const;
+    std::optional<RegistryText> read() const; // nothing when the file is there but cannot be read
+    bool write(const RegistryText& text) const;
+    bool change(const std::function<bool(RegistryText&)>& edit) const;
 
     QString m_file;
 };

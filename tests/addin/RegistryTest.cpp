@@ -13,11 +13,12 @@ namespace {
 
 class RegistryTest : public testing::Test {
 protected:
-    QString contents() const {
+    QByteArray bytes() const {
         QFile opened(file);
         EXPECT_TRUE(opened.open(QIODevice::ReadOnly));
-        return QString::fromUtf8(opened.readAll());
+        return opened.readAll();
     }
+    QString contents() const { return QString::fromUtf8(bytes()); }
 
     QTemporaryDir folder;
     QString file = folder.filePath(QStringLiteral("deep/registry.reg"));
@@ -45,17 +46,23 @@ TEST_F(RegistryTest, KeepsWhatOthersHaveWritten) {
     ASSERT_TRUE(QDir().mkpath(QFileInfo(file).path()));
     QFile others(file);
     ASSERT_TRUE(others.open(QIODevice::WriteOnly));
-    const QByteArray foreign = "Windows Registry Editor Version 5.00\n; of the shop\n\n"
-                               "[HKEY_CURRENT_USER\\K]\n@=\"user\"\n\n"
-                               "[HKEY_LOCAL_MACHINE\\K]\n; counted\n\"a=b\"=dword:00000001\n"
-                               "\"bytes\"=hex:01,02,\\\n  03\n";
-    others.write(foreign);
+    const QByteArray before = "REGEDIT4\n; caf\xe9\n\n[HKEY_CURRENT_USER\\K]\n@=\"user\"\n";
+    const QByteArray key = "\n[HKEY_LOCAL_MACHINE\\K]\n; counted\n\"a=b\"=dword:00000001\n"
+                           "\"bytes\"=hex:01,02,\\\n  03\n\"two\"=\"one\n[two]\"\n"
+                           "\"more\"=\"one\" ; \"two\"\n";
+    const QByteArray after = "; of the shop \\\n[HKEY_LOCAL_MACHINE\\Z]\n[-HKEY_LOCAL_MACHINE\\K]\n"
+                             "[HKEY_LOCAL_MACHINE\\Z]\r\n\"z\"=\"1\"\r\n";
+    others.write(before + key + after);
     others.close();
-    EXPECT_FALSE(registry.value(QStringLiteral("K"), QStringLiteral("a=b")));
+    for (const char16_t* name : {u"a=b", u"bytes", u"more", u"none"})
+        EXPECT_FALSE(registry.value(QStringLiteral("K"), QString::fromUtf16(name)));
+    EXPECT_EQ(registry.value(QStringLiteral("k"), QStringLiteral("TWO")),
+              QStringLiteral("one\n[two]"));
+    EXPECT_EQ(registry.value(QStringLiteral("Z"), QStringLiteral("z")), QStringLiteral("1"));
     EXPECT_TRUE(registry.setValue(QStringLiteral("k"), QStringLiteral("text"), QString()));
-    EXPECT_EQ(contents().toUtf8(), foreign + "\"text\"=\"\"\n");
+    EXPECT_EQ(bytes(), before + key + "\"text\"=\"\"\n" + after);
     EXPECT_TRUE(registry.deleteKey(QStringLiteral("K")));
-    EXPECT_EQ(contents().toUtf8(), foreign.left(foreign.indexOf("\n[HKEY_LOCAL")));
+    EXPECT_EQ(bytes(), before + after);
 }
 
 TEST_F(RegistryTest, WhatCannotBeWrittenIsNotAnError) {

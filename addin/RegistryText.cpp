@@ -1,0 +1,166 @@
+#include "addin/RegistryText.h"
+
+#include <QRegularExpression>
+#include <algorithm>
+
+namespace tallyroom {
+
+namespace {
+
+bool isSame(const QString& one, const QString& other) {
+    return one.compare(other, Qt::CaseInsensitive) == 0;
+}
+
+bool isBelow(const QString& key, const QString& parent) {
+    return isSame(key, parent) || key.startsWith(parent + QLatin1Char('\\'), Qt::CaseInsensitive);
+}
+
+QByteArray quoted(QString text) {
+    return text.replace(QLatin1Char('\\'), QLatin1String("\\\\"))
+        .replace(QLatin1Char('"'), QLatin1String("\\\""))
+        .replace(QLatin1Char('\n'), QLatin1Char(' '))
+        .prepend(QLatin1Char('"'))
+        .append(QLatin1Char('"'))
+        .toUtf8();
+}
+
+QString unescaped(QString text) {
+    static const QRegularExpression escape(QStringLiteral("\\\\(.)"),
+                                           QRegularExpression::DotMatchesEverythingOption);
+    return text.replace(escape, QStringLiteral("\\1"));
+}
+
+// What stands in quotation marks, and nothing after it.
+std::optional<QString> textIn(const QByteArray& stored) {
+    static const QRegularExpression whole(QStringLiteral("^\"((?:[^\"\\\\]|\\\\.)*)\"\\s*$"),
+                                          QRegularExpression::DotMatchesEverythingOption);
+    const auto match = whole.match(QString::fromUtf8(stored));
+    return match.hasMatch() ? std::optional(unescaped(match.captured(1))) : std::nullopt;
+}
+
+// Long binary values and texts with line breaks go on in the next line.
+bool isUnfinished(const QByteArray& stored) {
+    static const QRegularExpression openText(QStringLiteral("^\"(?:[^\"\\\\]|\\\\.)*$"),
+                                             QRegularExpression::DotMatchesEverythingOption);
+    if (stored.startsWith("hex"))
+        return stored.trimmed().endsWith('\\');
+    return openText.match(QString::fromUtf8(stored)).hasMatch();
+}
+
+} // namespace
+
+RegistryText::RegistryText(const QByteArray& text) {
+    QByteArrayList lines = text.split('\n');
+    if (lines.back().isEmpty())
+        lines.removeLast();
+    if (lines.isEmpty())
+        lines.append("Windows Registry Editor Version 5.00");
+    for (const QByteArray& line : lines)
+        add(line + '\n');
+}
+
+QByteArray RegistryText::text() const {
+    QByteArray text;
+    for (const Entry& entry : m_entries)
+        text += entry.lines;
+    return text;
+}
+
+void RegistryText::add(const QByteArray& line) {
+    Entry* last = m_entries.empty() ? nullptr : &m_entries.back();
+    if (last && last->kind == Entry::Kind::Value && isUnfinished(last->stored)) {
+        last->stored += line;
+        last->lines += line;
+    } else {
+        m_entries.push_back(read(line));
+    }
+}
+
+RegistryText::Entry RegistryText::read(const QByteArray& line) {
+    static const QRegularExpression value(QStringLiteral("^(?:@|\"((?:[^\"\\\\]|\\\\.)*)\")=(.*)$"),
+                                          QRegularExpression::DotMatchesEverythingOption);
+    const QString text = QString::fromUtf8(line).trimmed();
+    if (text.startsWith(QLatin1Char('[')) && text.endsWith(QLatin1Char(']')))
+        return {Entry::Kind::Key, text.mid(1).chopped(1), {}, line};
+    if (const auto match = value.match(text); match.hasMatch())
+        return {Entry::Kind::Value, unescaped(match.captured(1)), match.captured(2).toUtf8() + '\n',
+                line};
+    return {Entry::Kind::Other, {}, {}, line};
+}
+
+RegistryText::Entry RegistryText::valueEntry(const QString& name, const QString& text) {
+    const QByteArray shown = name.isEmpty() ? QByteArray("@") : quoted(name);
+    const QByteArray stored = quoted(text) + '\n';
+    return {Entry::Kind::Value, name, stored, shown + '=' + stored};
+}
+
+bool RegistryText::isKey(const Entry& entry, const QString& key) {
+    return entry.kind == Entry::Kind::Key && isSame(entry.name, key);
+}
+
+bool RegistryText::hasKey(const QString& key) const {
+    return std::any_of(m_entries.begin(), m_entries.end(),
+                       [&](const Entry& entry) { return isKey(entry, key); });
+}
+
+// The last one counts, as when such a text is imported.
+std::size_t RegistryText::positionOf(const QString& key, const QString& name) const {
+    std::size_t found = m_entries.size();
+    bool inKey = false;
+    for (std::size_t at = 0; at < m_entries.size(); ++at) {
+        const Entry& entry = m_entries[at];
+        if (entry.kind == Entry::Kind::Key)
+            inKey = isSame(entry.name, key);
+        else if (inKey && entry.kind == Entry::Kind::Value && isSame(entry.name, name))
+            found = at;
+    }
+    return found;
+}
+
+std::optional<QString> RegistryText::value(const QString& key, const QString& name) const {
+    const std::size_t at = positionOf(key, name);
+    return at < m_entries.size() ? textIn(m_entries[at].stored) : std::nullopt;
+}
+
+void RegistryText::createKey(const QString& key) {
+    if (hasKey(key))
+        return;
+    m_entries.push_back({Entry::Kind::Other, {}, {}, "\n"});
+    m_entries.push_back({Entry::Kind::Key, key, {}, '[' + key.toUtf8() + "]\n"});
+}
+
+// What stands between the last value of a key and the next key is left where it is.
+RegistryText::Entries::iterator RegistryText::endOf(Entries::iterator key) {
+    const auto isNextKey = [](const Entry& entry) { return entry.kind == Entry::Kind::Key; };
+    auto end = std::find_if(key + 1, m_entries.end(), isNextKey);
+    while ((end - 1)->kind == Entry::Kind::Other)
+        --end;
+    return end;
+}
+
+bool RegistryText::deleteKey(const QString& key) {
+    const std::size_t before = m_entries.size();
+    const auto isGoing = [&](const Entry& entry) {
+        return entry.kind == Entry::Kind::Key && isBelow(entry.name, key);
+    };
+    for (auto at = m_entries.begin();
+         (at = std::find_if(at, m_entries.end(), isGoing)) != m_entries.end();) {
+        const bool afterBlank = at != m_entries.begin() && (at - 1)->lines.trimmed().isEmpty();
+        at = m_entries.erase(afterBlank ? at - 1 : at, endOf(at));
+    }
+    return m_entries.size() < before;
+}
+
+void RegistryText::setValue(const QString& key, const QString& name, const QString& text) {
+    const std::size_t known = positionOf(key, name);
+    if (known < m_entries.size()) {
+        m_entries[known] = valueEntry(m_entries[known].name, text);
+        return;
+    }
+    createKey(key);
+    const auto section = std::find_if(m_entries.begin(), m_entries.end(),
+                                      [&](const Entry& entry) { return isKey(entry, key); });
+    m_entries.insert(name.isEmpty() ? section + 1 : endOf(section), valueEntry(name, text));
+}
+
+} // namespace tallyroom
