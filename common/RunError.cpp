@@ -35,6 +35,7 @@ constexpr ErrorText errorTexts[] = {
     {3022, u"The changes you requested to the table were not successful because they would create "
            u"duplicate values in the index, primary key, or relationship."},
     {3024, u"Could not find file '|'."},
+    {3026, u"Not enough space on disk."},
     {3027, u"Cannot update. Database or object is read-only."},
     {3044, u"'|' is not a valid path. Make sure that the path name is spelled correctly and that "
            u"you are connected to the server on which the file resides."},

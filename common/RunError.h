@@ -51,6 +51,7 @@ inline constexpr int noEditPending = 3020;
 inline constexpr int noCurrentRecord = 3021;
 inline constexpr int duplicateKey = 3022;
 inline constexpr int fileNotFound = 3024;
+inline constexpr int diskFull = 3026;
 inline constexpr int readOnly = 3027;
 inline constexpr int invalidPath = 3044;
 inline constexpr int damagedFile = 3049;

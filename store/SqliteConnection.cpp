@@ -39,6 +39,18 @@ bool harden(sqlite3* handle) {
                SQLITE_OK;
 }
 
+// Of the target, which is the smaller file by far.
+bool isSound(sqlite3* handle) {
+    bool sound = false;
+    const auto takeAnswer = [](void* result, int, char** values, char**) {
+        *static_cast<bool*>(result) = qstrcmp(values[0], "ok") == 0;
+        return 0;
+    };
+    return sqlite3_exec(handle, "PRAGMA target.quick_check(1)", takeAnswer, &sound, nullptr) ==
+               SQLITE_OK &&
+           sound;
+}
+
 Variant wholeNumber(qint64 number) {
     const bool fits =
         number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<int>::max();
@@ -68,8 +80,7 @@ Variant typedText(const QString& text, sql::ValueType type) {
 
 } // namespace
 
-SqliteConnection::SqliteConnection(const QString& file)
-    : m_file(file), m_reportedFile(file), m_database(openFile(file)) {
+SqliteConnection::SqliteConnection(const QString& file) : m_file(file), m_database(openFile(file)) {
     sqlite3_extended_result_codes(handle(), 1);
     if (!harden(handle()) || !registerSqliteFunctions(handle()))
         throw RunError::make(ErrorNumber::outOfMemory);
@@ -100,8 +111,23 @@ void SqliteConnection::run(const QString& native) {
 }
 
 void SqliteConnection::require(bool done) const {
-    if (!done)
-        throw storeError(SQLite::Exception(handle()), m_reportedFile);
+    if (done)
+        return;
+    const SQLite::Exception error(handle());
+    throw storeError(error, isTargetToBlame(error.getErrorCode()) ? m_target : m_file);
+}
+
+// The engine does not tell which of two files a statement has failed for.
+bool SqliteConnection::isTargetToBlame(int code) const {
+    if (m_target.isEmpty())
+        return false;
+    if (code == SQLITE_CORRUPT)
+        return !isSound(handle());
+    sqlite3_busy_timeout(handle(), 0); // who waited once need not wait again
+    const bool isOwnReadable = sqlite3_exec(handle(), "SELECT 1 FROM main.sqlite_master", nullptr,
+                                            nullptr, nullptr) == SQLITE_OK;
+    sqlite3_busy_timeout(handle(), busyTimeout);
+    return isOwnReadable;
 }
 
 std::shared_ptr<sqlite3_stmt> SqliteConnection::prepare(const QString& native) {

@@ -23,9 +23,9 @@ public:
     SqliteConnection& operator=(const SqliteConnection&) = delete;
 
     const QString& file() const { return m_file; }
-    // The file that errors speak of, while another one than the connection's own is worked on.
-    const QString& reportedFile() const { return m_reportedFile; }
-    void setReportedFile(const QString& file) { m_reportedFile = file; }
+    // Another file that is worked on as "target"; "" when there is none. Errors speak of it, unless
+    // it is the connection's own file that cannot be read.
+    void setTarget(const QString& file) { m_target = file; }
     sqlite3* handle() const { return m_database.getHandle(); }
 
     qint64 rollbacks() const { return m_rollbacks; } // also those by the engine itself
@@ -42,9 +42,10 @@ private:
     friend class SqliteQuery;
     std::shared_ptr<sqlite3_stmt> prepare(const QString& native);
     void require(bool done) const; // raises the engine's last error otherwise
+    bool isTargetToBlame(int code) const;
 
     QString m_file;
-    QString m_reportedFile;
+    QString m_target;
     qint64 m_rollbacks = 0;
     std::function<void()> m_progress;
     SQLite::Database m_database;

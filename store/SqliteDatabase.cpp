@@ -148,9 +148,9 @@ void SqliteDatabase::insertInto(const sql::InsertStatement& statement, const QSt
 void SqliteDatabase::withTarget(const QString& file, const std::function<void()>& work) {
     const auto backToOwnFile = qScopeGuard([this] {
         m_session->catalog.setInsertPlace(SqliteCatalog::ownPlace);
-        m_session->connection.setReportedFile(m_session->connection.file());
+        m_session->connection.setTarget({});
     });
-    connection().setReportedFile(file);
+    connection().setTarget(file);
     const Attachment attachment(connection(), file);
     session().catalog.setInsertPlace(SqliteCatalog::targetPlace);
     work();

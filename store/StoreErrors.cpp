@@ -1,5 +1,7 @@
 #include "store/StoreErrors.h"
 
+#include <QFileInfo>
+#include <QStorageInfo>
 #include <sqlite3.h>
 
 namespace tallyroom {
@@ -29,8 +31,9 @@ int fileError(int code) {
         return ErrorNumber::unrecognizedFormat;
     case SQLITE_CORRUPT:
         return ErrorNumber::damagedFile;
-    case SQLITE_IOERR:
     case SQLITE_FULL:
+        return ErrorNumber::diskFull;
+    case SQLITE_IOERR:
     case SQLITE_PERM:
     case SQLITE_AUTH:
     case SQLITE_CANTOPEN:
@@ -40,6 +43,13 @@ int fileError(int code) {
     default:
         return 0;
     }
+}
+
+// A journal that finds no room is reported as a file that cannot be opened.
+bool isDiskFull(const QString& file) {
+    constexpr qint64 block = 4096; // bytes
+    const QStorageInfo disk(QFileInfo(file).absolutePath());
+    return disk.isValid() && disk.bytesAvailable() < block;
 }
 
 // What only the message tells apart.
@@ -64,6 +74,8 @@ RunError storeError(const SQLite::Exception& error, const QString& file) {
     if (code == SQLITE_CONSTRAINT)
         return RunError::make(constraintError(error.getExtendedErrorCode()),
                               {message.section(u'.', -1)});
+    if ((code == SQLITE_CANTOPEN || code == SQLITE_IOERR) && isDiskFull(file))
+        return RunError::make(ErrorNumber::diskFull);
     if (const int number = fileError(code))
         return RunError::make(number, {file});
     return messageError(message);

@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <SQLiteCpp/SQLiteCpp.h>
 
 namespace tallyroom {
@@ -149,6 +150,35 @@ TEST_F(DatabaseTest, InsertsIntoAnotherFileInsideABatchAndLetsGoOfItOnFailure) {
     EXPECT_EQ(main->openRecordset(QStringLiteral("tlyrTemp"), RecordsetType::Dynaset)->rowCount(),
               2);
     main->execute(QStringLiteral("Drop Table tlyrTemp"));
+}
+
+TEST_F(DatabaseTest, AnInsertIntoAnotherFileNamesTheOneThatFails) {
+    m_folder.addHost();
+    const auto namedBy = [this](const std::function<void()>& harm) {
+        const auto host = m_folder.open(hostFile);
+        harm();
+        try {
+            host->execute(QStringLiteral("Insert Into tlyrTemp In '%1\\vrlxdb01.mdb' Select "
+                                         "emp_code From Employee;")
+                              .arg(hostPath(m_folder)));
+        } catch (const RunError& error) {
+            return QFileInfo(error.description().section(u'\'', 1, 1)).fileName();
+        }
+        return QString();
+    };
+    {
+        SQLite::Database other(m_folder.file(hostFile).toStdString(), SQLite::OPEN_READWRITE);
+        EXPECT_EQ(namedBy([&] { other.exec("BEGIN EXCLUSIVE"); }), QString::fromUtf16(hostFile));
+    }
+    const auto shortened = [&](const char16_t* file) {
+        const QByteArray whole = readFile(m_folder.file(file));
+        const QString named =
+            namedBy([&] { writeFile(m_folder.file(file), whole.left(whole.size() / 2)); });
+        writeFile(m_folder.file(file), whole);
+        return named;
+    };
+    for (const char16_t* file : {hostFile, mainFile})
+        EXPECT_EQ(shortened(file), QString::fromUtf16(file));
 }
 
 TEST_F(DatabaseTest, RefusesAllUseOnceClosed) {
