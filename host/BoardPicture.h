@@ -21,7 +21,7 @@ class BoardPicture : public QObject {
     Q_OBJECT
 
 public:
-    static constexpr int exitUnexpectedWindow = 3;
+    static constexpr int exitUnexpectedWindow = 4;
 
     explicit BoardPicture(const QString& file);
 

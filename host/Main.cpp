@@ -4,6 +4,7 @@
 #include "host/BoardPicture.h"
 #include "host/Host.h"
 #include "host/HostMessages.h"
+#include "host/KeptOptions.h"
 #include "host/Options.h"
 #include "host/demo/DemoData.h"
 
@@ -58,6 +59,7 @@ int runBoard(const Options& options) {
         Host(options).callEntry(options.openEntry);
         return exitSuccess;
     }
+    const KeptOptions kept(options.dataFolder, options.user);
     const BoardPicture picture(options.pictureFile);
     Host(options).callEntry(options.openEntry);
     if (picture.isTaken())

@@ -8,6 +8,7 @@
 #include "ui_frmMenu.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QPainter>
 #include <algorithm>
 #include <tuple>
@@ -26,9 +27,11 @@ frmMenu::~frmMenu() = default;
 
 void frmMenu::describe(const QString& dataFolder, const QString& user) {
     m_ui->DataFolder->setText(dataFolder);
-    m_ui->statusbar->showMessage(QStringLiteral("%1 employees     User: %2")
-                                     .arg(m_data.employees.size())
-                                     .arg(user.isEmpty() ? QStringLiteral("(none)") : user));
+    auto* summary = new QLabel(QStringLiteral("%1 employees     User: %2")
+                                   .arg(m_data.employees.size())
+                                   .arg(user.isEmpty() ? QStringLiteral("(none)") : user));
+    summary->setObjectName(QStringLiteral("Summary"));
+    m_ui->statusbar->addWidget(summary); // comes back after a menu's own tips
 }
 
 void frmMenu::connectMenus() {

@@ -4,8 +4,33 @@
 
 #include <QEvent>
 #include <QPainter>
+#include <cstdlib>
 
 namespace tallyroom {
+
+namespace {
+
+QColor averageOf(const QPixmap& picture) {
+    return picture.toImage()
+        .scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+        .pixelColor(0, 0);
+}
+
+// A dark desktop writes in white, which cannot be read on a light picture, and the other way round.
+// Then labels are written in the opposite, and what the picture leaves free takes its colour.
+void keepReadable(QWidget* widget, const QColor& picture) {
+    constexpr int readable = 110; // of 255 steps of lightness between text and ground
+    QPalette palette = widget->palette();
+    if (std::abs(palette.color(QPalette::WindowText).lightness() - picture.lightness()) >= readable)
+        return;
+    const QColor text = picture.lightness() < 128 ? Qt::white : Qt::black;
+    palette.setColor(QPalette::Window, picture);
+    palette.setColor(QPalette::WindowText, text);
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, Qt::gray);
+    widget->setPalette(palette);
+}
+
+} // namespace
 
 void Background::copyFrom(const ObjectRef& splashPicture, QWidget* widget) {
     const Variant picture = splashPicture.property(QStringLiteral("Picture"));
@@ -15,6 +40,7 @@ void Background::copyFrom(const ObjectRef& splashPicture, QWidget* widget) {
     if (!pixmap.loadFromData(picture.toBytes()))
         throw RunError::make(ErrorNumber::invalidPicture);
     new Background(widget, pixmap);
+    keepReadable(widget, averageOf(pixmap));
 }
 
 Background::Background(QWidget* widget, QPixmap picture)

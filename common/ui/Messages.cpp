@@ -2,6 +2,8 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QPushButton>
+#include <utility>
 
 namespace tallyroom::Messages {
 
@@ -34,6 +36,22 @@ QString applicationTitle() {
     return QStringLiteral("Tallyroom");
 }
 
+namespace {
+
+// As the platform has them: the first button is the default, and letters choose all of them.
+void prepareFailureButtons(QMessageBox& box) {
+    for (const auto& [which, text] :
+         {std::pair(QMessageBox::Abort, u"&Abort"), std::pair(QMessageBox::Retry, u"&Retry"),
+          std::pair(QMessageBox::Ignore, u"&Ignore")}) {
+        if (QAbstractButton* button = box.button(which))
+            button->setText(QString::fromUtf16(text));
+    }
+    if (auto* abort = qobject_cast<QPushButton*>(box.button(QMessageBox::Abort)))
+        box.setDefaultButton(abort);
+}
+
+} // namespace
+
 QMessageBox::StandardButton show(QWidget* parent, const QString& text, QMessageBox::Icon icon,
                                  QMessageBox::StandardButtons buttons, const QString& title) {
     AnswerBox box(parent);
@@ -43,6 +61,7 @@ QMessageBox::StandardButton show(QWidget* parent, const QString& text, QMessageB
     box.setText(QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")));
     box.setIcon(icon);
     box.setStandardButtons(buttons);
+    prepareFailureButtons(box);
     if (buttons != QMessageBox::Ok)
         box.setWindowFlag(Qt::WindowCloseButtonHint, false);
     return static_cast<QMessageBox::StandardButton>(box.exec());

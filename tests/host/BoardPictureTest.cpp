@@ -1,6 +1,9 @@
 #include "host/BoardPicture.h"
 
+#include "host/KeptOptions.h"
 #include "host/screens/Report.h"
+#include "store/FormOptionsTable.h"
+#include "tests/host/HostDataFolder.h"
 
 #include <QEventLoop>
 #include <QMessageBox>
@@ -55,6 +58,20 @@ TEST(BoardPicture, IsTakenOfThePaintedBoardWhichIsThenClosed) {
     board.showUntilExit();
     EXPECT_TRUE(picture.isTaken());
     EXPECT_EQ(QImage(file).size(), board.size());
+}
+
+TEST(BoardPicture, WhatWindowsRememberedIsPutBack) {
+    const HostDataFolder folder;
+    const QString user = QStringLiteral("O'Neil");
+    const QString window = QStringLiteral("Tallyroom");
+    FormOptionsTable::write(folder.path(), user, window, QStringLiteral("before"));
+    {
+        const KeptOptions kept(folder.path(), user);
+        FormOptionsTable::write(folder.path(), user, window, QStringLiteral("after"));
+        FormOptionsTable::write(folder.path(), user, QStringLiteral("other"), QString());
+    }
+    EXPECT_EQ(FormOptionsTable::read(folder.path(), user, window), QStringLiteral("before"));
+    EXPECT_EQ(folder.hostCount(QStringLiteral("FormOptions")), 1);
 }
 
 TEST(BoardPictureDeathTest, AnotherWindowEndsTheProgramWithItsWords) {

@@ -1,0 +1,50 @@
+#include "host/KeptOptions.h"
+
+#include "common/RunError.h"
+#include "store/Workspace.h"
+
+namespace tallyroom::host {
+
+namespace {
+
+const QString formField = QStringLiteral("formname");
+const QString optionsField = QStringLiteral("formoptions");
+
+std::shared_ptr<Recordset> rowsOf(const QString& dataFolder, QString user) {
+    return Workspace::openHostOptions(dataFolder)
+        ->openRecordset(QStringLiteral("Select * from [FormOptions] where [Username] = '%1';")
+                            .arg(user.replace(QLatin1Char('\''), QLatin1String("''"))),
+                        RecordsetType::Dynaset);
+}
+
+} // namespace
+
+KeptOptions::KeptOptions(const QString& dataFolder, const QString& user)
+    : m_rows(rowsOf(dataFolder, user)) {
+    for (; !m_rows->eof(); m_rows->moveNext())
+        m_options.insert(m_rows->field(formField).textOrEmpty(),
+                         m_rows->field(optionsField).textOrEmpty());
+}
+
+KeptOptions::~KeptOptions() {
+    try {
+        putBack();
+    } catch (const RunError&) {
+        // A size that is remembered anew is no reason to fail a picture that has been taken.
+    }
+}
+
+void KeptOptions::putBack() {
+    for (m_rows->requery(); !m_rows->eof(); m_rows->moveNext()) {
+        const auto kept = m_options.constFind(m_rows->field(formField).textOrEmpty());
+        if (kept == m_options.constEnd()) {
+            m_rows->remove();
+        } else {
+            m_rows->edit();
+            m_rows->setField(optionsField, Variant(*kept));
+            m_rows->update();
+        }
+    }
+}
+
+} // namespace tallyroom::host
