@@ -50,7 +50,10 @@ private:
     QString product() const { return m_folders.filePath(QStringLiteral("product")); }
     QString plain() const { return m_folders.filePath(QStringLiteral("plain")); }
 
-    void record() { AnswerRecording::record(m_state, m_request); }
+    void record() {
+        int written = 0;
+        AnswerRecording::record(m_state, m_request, written);
+    }
 
     void write() {
         Plain host(fileIn(plain(), "bcx.mdb"));

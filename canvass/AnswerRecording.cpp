@@ -25,8 +25,9 @@ constexpr AnswerColumns declined20{u"Declined2", u"tlyrDeclined2", u"xt20Decline
 // One command's recording. CanvassRs stands on the employee whose answer is being written.
 class Recorder {
 public:
-    Recorder(CanvassState& state, const AnswerRequest& request, Recordset& associations)
-        : m_state(state), m_request(request), m_associations(associations),
+    Recorder(CanvassState& state, const AnswerRequest& request, Recordset& associations,
+             int& written)
+        : m_state(state), m_request(request), m_associations(associations), m_written(written),
           m_addIn(associations.database()) {}
 
     void recordEmployee(const QString& code) {
@@ -96,6 +97,7 @@ private:
         const Date date = Variant(m_request.canvassDate).toDate();
         writeHistory({emp, rule, shift.toText(), absentCode, comment}, date, minutes,
                      historyColumn);
+        ++m_written;
         writeAudit(emp.trimmed(), date, minutes, historyColumn, accepted);
         if (!m_state.period || m_state.period->contains(date))
             addToBoard(emp, minutes, tempColumn);
@@ -171,6 +173,7 @@ private:
     CanvassState& m_state;
     const AnswerRequest& m_request;
     Recordset& m_associations;
+    int& m_written;
     std::shared_ptr<Database> m_addIn; // aidb01.mdb
     bool m_derivedOnce = false;
     bool m_derivedLate = false; // an answer's minutes are not in the derived columns yet
@@ -189,13 +192,13 @@ bool isValidAmount(const QString& amount) {
     }
 }
 
-void record(CanvassState& state, const AnswerRequest& request) {
+void record(CanvassState& state, const AnswerRequest& request, int& written) {
     const auto database = Workspace::openAddIn(state.DataPath);
     const auto associations = database->openRecordset(QStringLiteral("Select * from [tlyr_assoc];"),
                                                       RecordsetType::Snapshot);
     if (associations->eof())
         return;
-    Recorder recorder(state, request, *associations);
+    Recorder recorder(state, request, *associations, written);
     try {
         for (const QString& code : request.employees)
             recorder.recordEmployee(code);

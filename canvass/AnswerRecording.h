@@ -31,8 +31,9 @@ bool isValidAmount(const QString& amount);
 // audit and the minutes into the employee's row of the board. Each of these writes stands on its
 // own, and what was written before a failure stays. Employees who are not on the board, whose shift
 // the host does not know, or whose kind of answer has no absent code are passed over silently.
-// Raises what the database raises, and 13 for a canvass date that is none.
-void record(CanvassState& state, const AnswerRequest& request);
+// Raises what the database raises, and 13 for a canvass date that is none; `written` counts the
+// transactions even then.
+void record(CanvassState& state, const AnswerRequest& request, int& written);
 
 } // namespace AnswerRecording
 } // namespace tallyroom

@@ -80,6 +80,7 @@ private:
     void showBreakOut();
     // Counts the elements of the ordering that the board does not know; they are reported later.
     void fillGrid(int& unknownElements);
+    void showRecorded();
     QStringList selectedEmployees() const;
     CanvassOptions options() const;
     QStringList reportDetails() const;

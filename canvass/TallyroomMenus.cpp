@@ -2,10 +2,12 @@
 #include "audit/frmTLYRAudit.h"
 #include "audit/frmUndo.h"
 #include "canvass/AnswerRecording.h"
+#include "canvass/CanvassTotals.h"
 #include "canvass/Tallyroom.h"
 #include "common/Units.h"
 #include "common/ui/Events.h"
 #include "common/ui/ListObject.h"
+#include "common/ui/LongMenu.h"
 #include "common/ui/Messages.h"
 #include "common/ui/WaitPointer.h"
 #include "ordering/Orderings.h"
@@ -49,6 +51,7 @@ void Tallyroom::connectViewMenus() {
     Events::connect(m_ui->mnuTot_0, &QAction::triggered, this, [this] { mnuTot_Click(0); });
     Events::connect(m_ui->mnuTot_1, &QAction::triggered, this, [this] { mnuTot_Click(1); });
     Events::connect(m_ui->MnuOrder_0, &QAction::triggered, this, [this] { MnuOrder_Click(0); });
+    letScroll(m_ui->MnuOrd);
     m_ui->MnuOrd->addSeparator()->setObjectName(QStringLiteral("MnuOrder_1"));
     m_ui->mnuDept->setChecked(true);
     m_ui->mnuSenDate->setChecked(true);
@@ -253,10 +256,31 @@ void Tallyroom::RecordAnswer(bool accept, bool decline, const QString& comment) 
     request.department = m_ui->Grid->text(0, 2);
     request.user = m_context.CurrentUser;
     request.employees = selectedEmployees();
-    AnswerRecording::record(m_state, request);
+    int written = 0;
+    try {
+        AnswerRecording::record(m_state, request, written);
+    } catch (const RunError&) {
+        if (written > 0)
+            showRecorded();
+        throw;
+    }
     m_state.rows().requery();
     Update();
     WaitPointer::hide();
+}
+
+// After a failure among many answers: those before it are written, and must be seen to be, lest
+// they be given again. With a board that cannot be counted any more the old figures stay.
+void Tallyroom::showRecorded() {
+    m_ui->Grid->clearSelection();
+    try {
+        CanvassTotals::applyMultipliers(m_state, m_ui->mnuMult->isChecked());
+        m_state.rows().requery();
+    } catch (const RunError&) {
+        return; // the failure that led here is reported
+    }
+    Update();
+    WaitPointer::show(); // as the failure has left it
 }
 
 QStringList Tallyroom::selectedEmployees() const {

@@ -35,7 +35,10 @@ protected:
         state.period = period;
     }
 
-    void record() { AnswerRecording::record(state, request); }
+    void record() {
+        int written = 0;
+        AnswerRecording::record(state, request, written);
+    }
 
     QStringList history() const {
         return folder.rows(

@@ -104,6 +104,22 @@ TEST_F(TallyroomAnswersTest, ABadAmountIsRefusedAndGetsTheFocus) {
     EXPECT_TRUE(audit().isEmpty());
 }
 
+TEST_F(TallyroomAnswersTest, AfterAFailureTheBoardShowsWhatIsRecorded) {
+    folder.execute(hostFile,
+                   u"Update [Employee] Set [emp_code] = \"F'3\" Where [emp_code] = 'E3';");
+    show([&](QWidget& board) {
+        type(board, u"Text1", u"1:00");
+        select(board, 2, 3);
+        script.expectBox(QStringLiteral("Run-time error '3077':\n\nSyntax error (missing "
+                                        "operator) in expression."),
+                         QMessageBox::Ok, QMessageBox::Critical);
+        answer(board, u"mnuAccept");
+        EXPECT_TRUE(lines(board).value(2).endsWith(QStringLiteral("01:00|00:00|01:00")));
+        EXPECT_FALSE(grid(board).selectionModel()->hasSelection()) << "Accept would repeat E2";
+    });
+    EXPECT_EQ(audit(), QStringList(QStringLiteral("E2|0|60|tlyrAccepted")));
+}
+
 TEST_F(TallyroomAnswersTest, TheOrderFollowsTheNewFigures) {
     folder.execute(addInFile,
                    u"Insert Into [tlyr_order] ([descr], [details]) Values ('Least', 'Index0=Total "
