@@ -42,7 +42,7 @@ bool BuildSteps::retryAfter(const RunError& error) {
 
 void BuildSteps::runPlainly() {
     m_plain = true;
-    if (isUndone())
+    if (isUndone()) // the steps before must not be missing
         throw Undone{};
     undoWorkAhead();
 }

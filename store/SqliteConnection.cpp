@@ -91,7 +91,7 @@ SqliteConnection::SqliteConnection(const QString& file) : m_file(file), m_databa
 
 void SqliteConnection::setProgress(std::function<void()> callback) {
     m_progress = std::move(callback);
-    const auto report = [](void* progress) {
+    const auto report = [](void* progress) noexcept {
         (*static_cast<std::function<void()>*>(progress))();
         return 0; // the statement goes on
     };

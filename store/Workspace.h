@@ -13,7 +13,7 @@ namespace tallyroom::Workspace {
 // 3343 (not a database), 3051 (no permission). Never creates a file.
 std::shared_ptr<Database> openDatabase(const QString& path);
 
-// The three files of the host's data folder, alike.
+// The same for the three files of the host's data folder.
 std::shared_ptr<Database> openAddIn(const QString& dataPath);       // aidb01.mdb
 std::shared_ptr<Database> openMain(const QString& dataPath);        // vrlxdb01.mdb
 std::shared_ptr<Database> openHostOptions(const QString& dataPath); // bcx.mdb

@@ -208,7 +208,7 @@ KnownWidths& KnownWidths::of(const QFontMetrics& metrics) {
 }
 
 int KnownWidths::width(const QString& text) {
-    constexpr qsizetype maximumTexts = 100'000; // a few megabytes
+    constexpr qsizetype maximumTexts = 50'000; // a few megabytes
     const auto known = m_widths.constFind(text);
     if (known != m_widths.constEnd())
         return *known;

@@ -85,8 +85,11 @@ TEST_F(TallyroomTest, AFailingBuildAsksAndAbortLeavesTheOldGrid) {
 
 TEST_F(TallyroomTest, OptionsChangeTheColumns) {
     folder.addHistory(u"E1", u"1/1/2020", 60, 30);
-    folder.execute(hostFile, u"Update [TimeHistory] Set [tlyrAccepted2] = 10;");
     show([&](QWidget& board) {
+        folder.execute(mainFile,
+                       u"Update [tlyrTemp] Set [qual_code] = 'Q', [altphone] = '1', [cellphone] = "
+                       u"'2', [pager] = '3', [xT15Accepted] = 11, [xT20Accepted] = 12, "
+                       u"[xT15Declined] = 13, [xT20Declined] = 14 Where [emp_code] = 'E1';");
         const char16_t* const added[] = {u"mnuPos", u"mnuAltPhone", u"mnuCellPhone", u"mnuPager"};
         for (const char16_t* name : added)
             trigger(board, name);
@@ -96,6 +99,9 @@ TEST_F(TallyroomTest, OptionsChangeTheColumns) {
                   QStringLiteral("Code|Name|Dept|Position|Phone|Alt. Phone|Cell Phone|Pager|Sen. "
                                  "Date|Sen. #|1.5|2.0|1.5 Accepted|2.0 Accepted|1.5 Declined|2.0 "
                                  "Declined|Total"));
+        EXPECT_EQ(lines(board).value(1),
+                  QStringLiteral("E1|Name 1|D1|Q|(555) 123-4567|1|2|3|01/01/2001|99|01:00|00:30|"
+                                 "00:11|00:12|00:13|00:14|02:20"));
         for (const char16_t* name : added)
             trigger(board, name);
         EXPECT_EQ(child<QLabel>(board, u"Label3").text(), QStringLiteral("1.5"));
@@ -106,7 +112,10 @@ TEST_F(TallyroomTest, OptionsChangeTheColumns) {
         trigger(board, u"mnuTot_1");
         EXPECT_EQ(
             lines(board).value(1),
-            QStringLiteral("E1|Name 1|(555) 123-4567|01/01/2001|99|01:30|01:00||00:20|||02:30"));
+            QStringLiteral("E1|Name 1|(555) 123-4567|01/01/2001|99|01:30|01:00|00:16|00:24|00:20|"
+                           "00:28|03:18"));
+        EXPECT_EQ(lines(board).value(2),
+                  QStringLiteral("E2|Name 2|(555) 123-4567|01/02/2001|98|||||||"));
         EXPECT_FALSE(child<QAction>(board, u"mnuTot_0").isChecked());
         trigger(board, u"mnuBreakOut");
         EXPECT_EQ(child<QLabel>(board, u"Label3").text(), QStringLiteral("Overtime"));

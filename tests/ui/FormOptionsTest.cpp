@@ -59,6 +59,7 @@ TEST(FormOptions, ADamagedOrForeignTextChangesNothing) {
     left.options[1].setChecked(true);
     left.window.resize(640, 480);
     const QString whole = FormOptions::textOf(left.window);
+    EXPECT_FALSE(QByteArray::fromHex(whole.toLatin1()).contains("Check")) << "scrambled";
     QWidget undo;
     undo.setObjectName(QStringLiteral("frmUndo"));
     undo.resize(700, 500);
