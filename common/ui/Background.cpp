@@ -2,6 +2,7 @@
 
 #include "common/RunError.h"
 
+#include <QAbstractScrollArea>
 #include <QEvent>
 #include <QPainter>
 #include <cstdlib>
@@ -16,18 +17,27 @@ QColor averageOf(const QPixmap& picture) {
         .pixelColor(0, 0);
 }
 
+QPalette written(QPalette palette, const QColor& ground, const QColor& text) {
+    palette.setColor(QPalette::Window, ground);
+    palette.setColor(QPalette::WindowText, text);
+    return palette;
+}
+
 // A dark desktop writes in white, which cannot be read on a light picture, and the other way round.
-// Then labels are written in the opposite, and what the picture leaves free takes its colour.
+// Then labels are written in the opposite, and what the picture leaves free takes its colour; lists
+// have a ground of their own.
 void keepReadable(QWidget* widget, const QColor& picture) {
     constexpr int readable = 110; // of 255 steps of lightness between text and ground
-    QPalette palette = widget->palette();
-    if (std::abs(palette.color(QPalette::WindowText).lightness() - picture.lightness()) >= readable)
+    const QPalette desktop = widget->palette();
+    if (std::abs(desktop.color(QPalette::WindowText).lightness() - picture.lightness()) >= readable)
         return;
     const QColor text = picture.lightness() < 128 ? Qt::white : Qt::black;
-    palette.setColor(QPalette::Window, picture);
-    palette.setColor(QPalette::WindowText, text);
+    QPalette palette = written(desktop, picture, text);
     palette.setColor(QPalette::Disabled, QPalette::WindowText, Qt::gray);
     widget->setPalette(palette);
+    for (auto* list : widget->findChildren<QAbstractScrollArea*>())
+        list->setPalette(
+            written(desktop, desktop.color(QPalette::Window), desktop.color(QPalette::WindowText)));
 }
 
 } // namespace
