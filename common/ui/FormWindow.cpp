@@ -6,12 +6,20 @@
 #include <QEvent>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QScreen>
 
 namespace tallyroom {
 
 void FormWindow::showModally() {
     ensureLoaded();
+    fitScreen();
     exec();
+}
+
+// The buttons at the bottom are out of reach on a screen that is lower than the window.
+void FormWindow::fitScreen() {
+    constexpr QSize frame(16, 48); // more or less, as long as there is none to be measured
+    resize(size().boundedTo(screen()->availableSize() - frame));
 }
 
 void FormWindow::ensureLoaded() {

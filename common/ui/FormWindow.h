@@ -34,6 +34,8 @@ protected:
     void done(int result) override;
 
 private:
+    void fitScreen();
+
     bool m_loaded = false;
 };
 
