@@ -30,9 +30,13 @@ QString unescaped(QString text) {
     return text.replace(escape, QStringLiteral("\\1"));
 }
 
+bool isRemark(const QByteArray& line) {
+    return line.trimmed().isEmpty() || line.startsWith(';');
+}
+
 // What stands in quotation marks, and nothing after it.
 std::optional<QString> textIn(const QByteArray& stored) {
-    static const QRegularExpression whole(QStringLiteral("^\"((?:[^\"\\\\]|\\\\.)*)\"\\s*$"),
+    static const QRegularExpression whole(QStringLiteral("^\"((?:[^\"\\\\]++|\\\\.)*+)\"\\s*$"),
                                           QRegularExpression::DotMatchesEverythingOption);
     const auto match = whole.match(QString::fromUtf8(stored));
     return match.hasMatch() ? std::optional(unescaped(match.captured(1))) : std::nullopt;
@@ -40,7 +44,7 @@ std::optional<QString> textIn(const QByteArray& stored) {
 
 // Long binary values and texts with line breaks go on in the next line.
 bool isUnfinished(const QByteArray& stored) {
-    static const QRegularExpression openText(QStringLiteral("^\"(?:[^\"\\\\]|\\\\.)*$"),
+    static const QRegularExpression openText(QStringLiteral("^\"(?:[^\"\\\\]++|\\\\.)*+$"),
                                              QRegularExpression::DotMatchesEverythingOption);
     if (stored.startsWith("hex"))
         return stored.trimmed().endsWith('\\');
@@ -79,9 +83,10 @@ void RegistryText::add(const QByteArray& line) {
 RegistryText::Entry RegistryText::read(const QByteArray& line) {
     static const QRegularExpression value(QStringLiteral("^(?:@|\"((?:[^\"\\\\]|\\\\.)*)\")=(.*)$"),
                                           QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression key(QStringLiteral("^\\[(.*?)\\]\\s*(?:;.*)?$"));
     const QString text = QString::fromUtf8(line).trimmed();
-    if (text.startsWith(QLatin1Char('[')) && text.endsWith(QLatin1Char(']')))
-        return {Entry::Kind::Key, text.mid(1).chopped(1), {}, line};
+    if (const auto match = key.match(text); match.hasMatch())
+        return {Entry::Kind::Key, match.captured(1), {}, line};
     if (const auto match = value.match(text); match.hasMatch())
         return {Entry::Kind::Value, unescaped(match.captured(1)), match.captured(2).toUtf8() + '\n',
                 line};
@@ -129,11 +134,11 @@ void RegistryText::createKey(const QString& key) {
     m_entries.push_back({Entry::Kind::Key, key, {}, '[' + key.toUtf8() + "]\n"});
 }
 
-// What stands between the last value of a key and the next key is left where it is.
+// Comments and blanks between the last value of a key and the next key belong to neither.
 RegistryText::Entries::iterator RegistryText::endOf(Entries::iterator key) {
     const auto isNextKey = [](const Entry& entry) { return entry.kind == Entry::Kind::Key; };
     auto end = std::find_if(key + 1, m_entries.end(), isNextKey);
-    while ((end - 1)->kind == Entry::Kind::Other)
+    while ((end - 1)->kind == Entry::Kind::Other && isRemark((end - 1)->lines))
         --end;
     return end;
 }

@@ -1,6 +1,5 @@
 #include "host/KeptOptions.h"
 
-#include "common/RunError.h"
 #include "store/Workspace.h"
 
 namespace tallyroom::host {
@@ -29,7 +28,7 @@ KeptOptions::KeptOptions(const QString& dataFolder, const QString& user)
 KeptOptions::~KeptOptions() {
     try {
         putBack();
-    } catch (const RunError&) {
+    } catch (const std::exception&) {
         // A size that is remembered anew is no reason to fail a picture that has been taken.
     }
 }
@@ -39,7 +38,7 @@ void KeptOptions::putBack() {
         const auto kept = m_options.constFind(m_rows->field(formField).textOrEmpty());
         if (kept == m_options.constEnd()) {
             m_rows->remove();
-        } else {
+        } else if (m_rows->field(optionsField).textOrEmpty() != *kept) {
             m_rows->edit();
             m_rows->setField(optionsField, Variant(*kept));
             m_rows->update();

@@ -119,9 +119,9 @@ void SqliteConnection::require(bool done) const {
 
 // The engine does not tell which of two files a statement has failed for.
 bool SqliteConnection::isTargetToBlame(int code) const {
-    if (m_target.isEmpty())
+    if (m_target.isEmpty() || !isFileError(code))
         return false;
-    if (code == SQLITE_CORRUPT)
+    if ((code & 0xff) == SQLITE_CORRUPT)
         return !isSound(handle());
     sqlite3_busy_timeout(handle(), 0); // who waited once need not wait again
     const bool isOwnReadable = sqlite3_exec(handle(), "SELECT 1 FROM main.sqlite_master", nullptr,

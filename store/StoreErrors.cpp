@@ -48,7 +48,10 @@ int fileError(int code) {
 // A journal that finds no room is reported as a file that cannot be opened.
 bool isDiskFull(const QString& file) {
     constexpr qint64 block = 4096; // bytes
-    const QStorageInfo disk(QFileInfo(file).absolutePath());
+    const QFileInfo known(file);
+    if (known.exists() && !known.isWritable())
+        return false;
+    const QStorageInfo disk(known.absolutePath());
     return disk.isValid() && disk.bytesAvailable() < block;
 }
 
@@ -67,6 +70,10 @@ RunError messageError(const QString& message) {
 }
 
 } // namespace
+
+bool isFileError(int code) {
+    return fileError(code & 0xff) != 0;
+}
 
 RunError storeError(const SQLite::Exception& error, const QString& file) {
     const int code = error.getErrorCode() & 0xff;

@@ -19,6 +19,9 @@ inline const QString field = QStringLiteral("DAO.Field");
 // A scalar subquery found a second row; registered functions report with this text.
 inline constexpr char moreThanOneRowMark[] = "tallyroom: more than one row";
 
+// Whether an engine's result code means that a file fails, rather than a statement.
+bool isFileError(int code);
+
 // `file` is the database that was worked on.
 RunError storeError(const SQLite::Exception& error, const QString& file);
 

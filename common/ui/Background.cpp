@@ -11,10 +11,21 @@ namespace tallyroom {
 
 namespace {
 
-QColor averageOf(const QPixmap& picture) {
-    return picture.toImage()
-        .scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
-        .pixelColor(0, 0);
+// `share` of the one, the rest of the other.
+QColor mixed(const QColor& one, const QColor& other, double share) {
+    const auto mix = [share](int first, int second) {
+        return qRound(share * first + (1 - share) * second);
+    };
+    return {mix(one.red(), other.red()), mix(one.green(), other.green()),
+            mix(one.blue(), other.blue())};
+}
+
+// What the eye sees of the picture on that ground, all in all.
+QColor averageOf(const QPixmap& picture, const QColor& ground) {
+    const QColor average = picture.toImage()
+                               .scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                               .pixelColor(0, 0);
+    return mixed(average, ground, average.alphaF());
 }
 
 QPalette written(QPalette palette, const QColor& ground, const QColor& text) {
@@ -26,18 +37,21 @@ QPalette written(QPalette palette, const QColor& ground, const QColor& text) {
 // A dark desktop writes in white, which cannot be read on a light picture, and the other way round.
 // Then labels are written in the opposite, and what the picture leaves free takes its colour; lists
 // have a ground of their own.
-void keepReadable(QWidget* widget, const QColor& picture) {
-    constexpr int readable = 110; // of 255 steps of lightness between text and ground
+void keepReadable(QWidget* widget, const QPixmap& pixmap) {
+    constexpr int readable = 110; // of 255 steps of grey between text and ground
     const QPalette desktop = widget->palette();
-    if (std::abs(desktop.color(QPalette::WindowText).lightness() - picture.lightness()) >= readable)
+    const QColor ground = desktop.color(QPalette::Window);
+    const QColor picture = averageOf(pixmap, ground);
+    const int grey = qGray(picture.rgb());
+    if (std::abs(qGray(desktop.color(QPalette::WindowText).rgb()) - grey) >= readable)
         return;
-    const QColor text = picture.lightness() < 128 ? Qt::white : Qt::black;
+    const QColor text = grey < 128 ? Qt::white : Qt::black;
     QPalette palette = written(desktop, picture, text);
-    palette.setColor(QPalette::Disabled, QPalette::WindowText, Qt::gray);
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, mixed(text, picture, 0.5));
     widget->setPalette(palette);
+    widget->setAutoFillBackground(true);
     for (auto* list : widget->findChildren<QAbstractScrollArea*>())
-        list->setPalette(
-            written(desktop, desktop.color(QPalette::Window), desktop.color(QPalette::WindowText)));
+        list->setPalette(written(desktop, ground, desktop.color(QPalette::WindowText)));
 }
 
 } // namespace
@@ -50,7 +64,7 @@ void Background::copyFrom(const ObjectRef& splashPicture, QWidget* widget) {
     if (!pixmap.loadFromData(picture.toBytes()))
         throw RunError::make(ErrorNumber::invalidPicture);
     new Background(widget, pixmap);
-    keepReadable(widget, averageOf(pixmap));
+    keepReadable(widget, pixmap);
 }
 
 Background::Background(QWidget* widget, QPixmap picture)

@@ -38,16 +38,19 @@ QString applicationTitle() {
 
 namespace {
 
-// As the platform has them: the first button is the default, and letters choose all of them.
-void prepareFailureButtons(QMessageBox& box) {
+// As the platform has them, whatever the desktop's way: the first button is the default, and
+// letters choose all of them.
+void prepareButtons(QMessageBox& box) {
     for (const auto& [which, text] :
          {std::pair(QMessageBox::Abort, u"&Abort"), std::pair(QMessageBox::Retry, u"&Retry"),
           std::pair(QMessageBox::Ignore, u"&Ignore")}) {
         if (QAbstractButton* button = box.button(which))
             button->setText(QString::fromUtf16(text));
     }
-    if (auto* abort = qobject_cast<QPushButton*>(box.button(QMessageBox::Abort)))
-        box.setDefaultButton(abort);
+    for (const auto first : {QMessageBox::Abort, QMessageBox::Yes}) {
+        if (box.standardButtons().testFlag(first))
+            box.setDefaultButton(first);
+    }
 }
 
 } // namespace
@@ -61,7 +64,7 @@ QMessageBox::StandardButton show(QWidget* parent, const QString& text, QMessageB
     box.setText(QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")));
     box.setIcon(icon);
     box.setStandardButtons(buttons);
-    prepareFailureButtons(box);
+    prepareButtons(box);
     if (buttons != QMessageBox::Ok)
         box.setWindowFlag(Qt::WindowCloseButtonHint, false);
     return static_cast<QMessageBox::StandardButton>(box.exec());

@@ -49,7 +49,7 @@ TEST_F(RegistryTest, KeepsWhatOthersHaveWritten) {
     const QByteArray before = "REGEDIT4\n; caf\xe9\n\n[HKEY_CURRENT_USER\\K]\n@=\"user\"\n";
     const QByteArray key = "\n[HKEY_LOCAL_MACHINE\\K]\n; counted\n\"a=b\"=dword:00000001\n"
                            "\"bytes\"=hex:01,02,\\\n  03\n\"two\"=\"one\n[two]\"\n"
-                           "\"more\"=\"one\" ; \"two\"\n";
+                           "\"more\"=\"one\" ; \"two\"\n\"odd\" = 1\n";
     const QByteArray after = "; of the shop \\\n[HKEY_LOCAL_MACHINE\\Z]\n[-HKEY_LOCAL_MACHINE\\K]\n"
                              "[HKEY_LOCAL_MACHINE\\Z]\r\n\"z\"=\"1\"\r\n";
     others.write(before + key + after);
