@@ -81,8 +81,9 @@ void RegistryText::add(const QByteArray& line) {
 }
 
 RegistryText::Entry RegistryText::read(const QByteArray& line) {
-    static const QRegularExpression value(QStringLiteral("^(?:@|\"((?:[^\"\\\\]|\\\\.)*)\")=(.*)$"),
-                                          QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression value(
+        QStringLiteral("^(?:@|\"((?:[^\"\\\\]++|\\\\.)*+)\")=(.*)$"),
+        QRegularExpression::DotMatchesEverythingOption);
     static const QRegularExpression key(QStringLiteral("^\\[(.*?)\\]\\s*(?:;.*)?$"));
     const QString text = QString::fromUtf8(line).trimmed();
     if (const auto match = key.match(text); match.hasMatch())

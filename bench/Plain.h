@@ -9,7 +9,7 @@
 
 namespace tallyroom::bench {
 
-// A connection with the settings of the store's own: extra synchronisation and a busy timeout.
+// A connection with the settings of the store's own: synchronous = EXTRA and a busy timeout.
 // Everything here throws std::runtime_error when the engine reports an error.
 class Plain {
 public:

@@ -16,6 +16,7 @@ class Tallyroom;
 
 namespace tallyroom {
 
+struct AnswerRequest;
 class DateBinding;
 
 class Tallyroom : public QMainWindow {
@@ -80,6 +81,7 @@ private:
     void showBreakOut();
     // Counts the elements of the ordering that the board does not know; they are reported later.
     void fillGrid(int& unknownElements);
+    AnswerRequest answerRequest() const;
     void showRecorded();
     QStringList selectedEmployees() const;
     CanvassOptions options() const;

@@ -242,20 +242,10 @@ void Tallyroom::RecordAnswer(bool accept, bool decline, const QString& comment) 
         return;
     }
     WaitPointer::show();
-    AnswerRequest request;
+    AnswerRequest request = answerRequest();
     request.accept = accept;
     request.decline = decline;
     request.comment = comment;
-    request.breakOut = m_ui->mnuBreakOut->isChecked();
-    request.multiply = m_ui->mnuMult->isChecked();
-    request.amount = amount;
-    request.doubleAmount = m_ui->Text2->text();
-    request.canvassDate = m_ui->to_date->text();
-    // The department is read from the heading row, whichever employee answers; hosts' histories
-    // have always had that text there.
-    request.department = m_ui->Grid->text(0, 2);
-    request.user = m_context.CurrentUser;
-    request.employees = selectedEmployees();
     int written = 0;
     try {
         AnswerRecording::record(m_state, request, written);
@@ -267,6 +257,22 @@ void Tallyroom::RecordAnswer(bool accept, bool decline, const QString& comment) 
     m_state.rows().requery();
     Update();
     WaitPointer::hide();
+}
+
+// What the controls say; the answer itself is the command's.
+AnswerRequest Tallyroom::answerRequest() const {
+    AnswerRequest request;
+    request.breakOut = m_ui->mnuBreakOut->isChecked();
+    request.multiply = m_ui->mnuMult->isChecked();
+    request.amount = m_ui->Text1->text();
+    request.doubleAmount = m_ui->Text2->text();
+    request.canvassDate = m_ui->to_date->text();
+    // The department is read from the heading row, whichever employee answers; hosts' histories
+    // have always had that text there.
+    request.department = m_ui->Grid->text(0, 2);
+    request.user = m_context.CurrentUser;
+    request.employees = selectedEmployees();
+    return request;
 }
 
 // After a failure among many answers: those before it are written, and must be seen to be, lest

@@ -4,6 +4,7 @@
 #include "host/DatePicker.h"
 #include "host/HostMessages.h"
 #include "host/SplashPicture.h"
+#include "store/Workspace.h"
 
 #include <algorithm>
 

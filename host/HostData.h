@@ -1,8 +1,8 @@
 // What the host knows about its employees, read from its options database.
 #pragma once
 
+#include "store/Database.h"
 #include "store/Recordset.h"
-#include "store/Workspace.h"
 
 #include <QHash>
 #include <QStringList>

@@ -30,14 +30,6 @@ private:
     bool mustBeAnswered() const { return standardButtons() != QMessageBox::Ok; }
 };
 
-} // namespace
-
-QString applicationTitle() {
-    return QStringLiteral("Tallyroom");
-}
-
-namespace {
-
 // As the platform has them, whatever the desktop's way: the first button is the default, and
 // letters choose all of them.
 void prepareButtons(QMessageBox& box) {
@@ -54,6 +46,10 @@ void prepareButtons(QMessageBox& box) {
 }
 
 } // namespace
+
+QString applicationTitle() {
+    return QStringLiteral("Tallyroom");
+}
 
 QMessageBox::StandardButton show(QWidget* parent, const QString& text, QMessageBox::Icon icon,
                                  QMessageBox::StandardButtons buttons, const QString& title) {

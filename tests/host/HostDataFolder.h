@@ -3,6 +3,7 @@
 
 #include "host/HostData.h"
 #include "host/demo/DemoData.h"
+#include "store/Workspace.h"
 
 #include <QTemporaryDir>
 
