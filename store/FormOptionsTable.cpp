@@ -1,6 +1,7 @@
 #include "store/FormOptionsTable.h"
 
 #include "store/Recordset.h"
+#include "store/SqlText.h"
 #include "store/Workspace.h"
 
 namespace tallyroom::FormOptionsTable {
@@ -11,15 +12,11 @@ const QString userField = QStringLiteral("Username");
 const QString formField = QStringLiteral("formname");
 const QString optionsField = QStringLiteral("formoptions");
 
-QString quoted(QString text) {
-    return QLatin1Char('\'') + text.replace(QLatin1Char('\''), QLatin1String("''")) +
-           QLatin1Char('\'');
-}
-
 std::shared_ptr<Recordset> openRows(Database& database, const QString& user, const QString& form) {
     return database.openRecordset(
-        QStringLiteral("Select * from [FormOptions] where [Username] = ") + quoted(user) +
-            QStringLiteral(" and [formname] = ") + quoted(form) + QLatin1Char(';'),
+        QStringLiteral("Select * from [FormOptions] where [Username] = '") +
+            SqlText::escaped(user) + QStringLiteral("' and [formname] = '") +
+            SqlText::escaped(form) + QStringLiteral("';"),
         RecordsetType::Dynaset);
 }
 
