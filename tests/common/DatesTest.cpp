@@ -42,6 +42,7 @@ TEST(Dates, ReadsTextsAsThePlatformDoes) {
         {u"29-Feb-2001", QStringLiteral("no date")},
         {u"13/45/2008", QStringLiteral("no date")},
         {u"True", QStringLiteral("no date")},
+        {u"1/2/2008# or #1/2/2008", QStringLiteral("no date")},
         {u"1/2/", QStringLiteral("no date")},
         {u"1//2", QStringLiteral("no date")},
         {u"-1/2", QStringLiteral("no date")},

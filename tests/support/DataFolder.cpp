@@ -2,6 +2,8 @@
 
 #include "store/Schema.h"
 
+#include <SQLiteCpp/SQLiteCpp.h>
+
 namespace tallyroom {
 
 QStringList textsOf(Recordset& rows) {
@@ -30,6 +32,10 @@ std::shared_ptr<Database> DataFolder::open(const char16_t* name) const {
 
 void DataFolder::execute(const char16_t* name, QStringView sql) const {
     open(name)->execute(sql.toString());
+}
+
+void DataFolder::executeNatively(const char16_t* name, const char* sql) const {
+    SQLite::Database(file(name).toStdString(), SQLite::OPEN_READWRITE).exec(sql);
 }
 
 QStringList DataFolder::rows(const char16_t* name, QStringView sql) const {

@@ -26,6 +26,8 @@ public:
 
     std::shared_ptr<Database> open(const char16_t* file) const;
     void execute(const char16_t* file, QStringView sql) const;
+    // As another program does that keeps to no types, in the SQL of the engine underneath.
+    void executeNatively(const char16_t* file, const char* sql) const;
 
     // The rows of a query as texts.
     QStringList rows(const char16_t* file, QStringView sql) const;
