@@ -159,7 +159,7 @@ void Tallyroom::LoadOrderings() {
     const QAction* inForce = checkedOrdering();
     const QString caption = inForce ? inForce->property("descr").toString() : QString();
     removeOrderings();
-    for (const Ordering& ordering : Orderings::readAll(m_state.DataPath)) {
+    for (const Ordering& ordering : Orderings::readAll(m_state.DataPath).orderings) {
         addOrdering(ordering.descr, ordering.details);
         if (!caption.isEmpty() && caption == ordering.descr)
             m_orderings.back()->setChecked(true);

@@ -1,6 +1,8 @@
 #include "ordering/Orderings.h"
 
+#include "store/Readable.h"
 #include "store/Recordset.h"
+#include "store/SqlText.h"
 #include "store/Workspace.h"
 
 namespace tallyroom::Orderings {
@@ -10,37 +12,41 @@ namespace {
 const QString descrField = QStringLiteral("descr");
 const QString detailsField = QStringLiteral("details");
 
-Ordering current(const Recordset& rows) {
-    return {rows.field(descrField).textOrEmpty(), rows.field(detailsField).textOrEmpty()};
+QString details(const Recordset& rows) {
+    return Readable::text(rows.field(detailsField));
 }
 
 // All orderings, with the one of this description as the current row, if there is one.
 std::shared_ptr<Recordset> find(const QString& dataPath, const QString& descr) {
     auto rows = Workspace::openAddIn(dataPath)->openRecordset(
         QStringLiteral("Select * from [tlyr_order];"), RecordsetType::Dynaset);
-    rows->findFirst(QStringLiteral("[descr] = '") + descr.trimmed() + QLatin1Char('\''));
+    rows->findFirst(QStringLiteral("[descr] = ") + SqlText::criterion(descr.trimmed()));
     return rows;
 }
 
 } // namespace
 
-std::vector<Ordering> readAll(const QString& dataPath) {
+Stored readAll(const QString& dataPath) {
     const auto rows = Workspace::openAddIn(dataPath)->openRecordset(
         QStringLiteral("Select * from [tlyr_order] order by [descr];"), RecordsetType::Dynaset);
-    std::vector<Ordering> orderings;
-    for (; !rows->eof(); rows->moveNext())
-        orderings.push_back(current(*rows));
-    return orderings;
+    Stored stored;
+    for (; !rows->eof(); rows->moveNext()) {
+        if (auto descr = Readable::key(rows->field(descrField)))
+            stored.orderings.push_back({std::move(*descr), details(*rows)});
+        else
+            ++stored.unreadable;
+    }
+    return stored;
 }
 
 std::optional<Ordering> read(const QString& dataPath, const QString& descr) {
     const auto rows = Workspace::openAddIn(dataPath)->openRecordset(
-        QStringLiteral("Select * from [tlyr_order] where ([descr] = '") + descr +
-            QStringLiteral("');"),
+        QStringLiteral("Select * from [tlyr_order] where ([descr] = ") + SqlText::literal(descr) +
+            QStringLiteral(");"),
         RecordsetType::Dynaset);
     if (rows->eof())
         return std::nullopt;
-    return current(*rows);
+    return Ordering{rows->field(descrField).toText(), details(*rows)};
 }
 
 SaveResult add(const QString& dataPath, const Ordering& ordering) {
@@ -66,8 +72,8 @@ SaveResult change(const QString& dataPath, const Ordering& ordering) {
 
 void remove(const QString& dataPath, const QString& descr) {
     Workspace::openAddIn(dataPath)->execute(
-        QStringLiteral("delete * from [tlyr_order] where [descr] = '") + descr +
-        QStringLiteral("';"));
+        QStringLiteral("delete * from [tlyr_order] where [descr] = ") + SqlText::literal(descr) +
+        QLatin1Char(';'));
 }
 
 } // namespace tallyroom::Orderings

@@ -13,11 +13,16 @@ struct Ordering {
 };
 
 // All routines take the host's data folder and raise what the database raises. Descriptions go into
-// the statements as they are: an apostrophe breaks them.
+// the statements as they are: one with an apostrophe is refused (3075, 3077 in add and change).
 namespace Orderings {
 
-// All orderings by description.
-std::vector<Ordering> readAll(const QString& dataPath);
+// All orderings by description. One whose description cannot be read is left out; details that
+// cannot are empty.
+struct Stored {
+    std::vector<Ordering> orderings;
+    int unreadable = 0; // rows left out
+};
+Stored readAll(const QString& dataPath);
 
 // The ordering of this description; nothing when there is none.
 std::optional<Ordering> read(const QString& dataPath, const QString& descr);

@@ -28,9 +28,10 @@ void frmTLYROrderList::Form_Load() {
     fillList();
 }
 
+// An ordering without a readable description is not listed, as none of the commands could find it.
 void frmTLYROrderList::fillList() {
     m_ui->List1->clear();
-    for (const Ordering& ordering : Orderings::readAll(m_context.DataPath))
+    for (const Ordering& ordering : Orderings::readAll(m_context.DataPath).orderings)
         m_ui->List1->addItem(ordering.descr);
 }
 

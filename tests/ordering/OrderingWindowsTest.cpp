@@ -1,5 +1,6 @@
 #include "ordering/Orderings.h"
 #include "ordering/SettingsText.h"
+#include "ordering/frmTLYROrderList.h"
 #include "ordering/frmTLYROrders.h"
 #include "tests/support/WindowTest.h"
 
@@ -133,7 +134,7 @@ TEST_F(OrderingWindowsTest, SavingIsRefusedWithItsReason) {
         clickButton(window, save);
         clickButton(window, u"Command2");
     });
-    EXPECT_EQ(Orderings::readAll(folder.path()).size(), 1U);
+    EXPECT_EQ(Orderings::readAll(folder.path()).orderings.size(), 1U);
 }
 
 TEST_F(OrderingWindowsTest, AnOrderingThatWentAwayMeanwhileIsNotSaved) {
@@ -165,6 +166,36 @@ TEST_F(OrderingWindowsTest, DamagedTextsLoadWhatCanBeRead) {
             clickButton(window, u"Command2");
         },
         QStringLiteral("Partly"));
+}
+
+TEST_F(OrderingWindowsTest, NoDescriptionReachesOtherOrderings) {
+    const QString hostile = QStringLiteral("q' or [descr] like 'w*");
+    folder.executeNatively(addInFile, "INSERT INTO tlyr_order VALUES ('west', ''), ('wide', ''), "
+                                      "('q'' or [descr] like ''w*', '')");
+    EXPECT_EQ(errorNumberOf([&] { Orderings::remove(folder.path(), hostile); }), 3075);
+    EXPECT_EQ(errorNumberOf([&] { Orderings::read(folder.path(), hostile); }), 3075);
+    for (const auto write : {Orderings::add, Orderings::change})
+        EXPECT_EQ(errorNumberOf([&] {
+                      write(folder.path(), {hostile, QStringLiteral("x")});
+                  }),
+                  3077);
+    EXPECT_EQ(folder.rows(addInFile, u"Select [descr], [details] from [tlyr_order];"),
+              QStringList(
+                  {QStringLiteral("west|"), QStringLiteral("wide|"), hostile + QLatin1Char('|')}));
+}
+
+TEST_F(OrderingWindowsTest, AnOrderingThatCannotBeReadIsLeftOut) {
+    folder.executeNatively(addInFile,
+                           "INSERT INTO tlyr_order VALUES ('whole', x'00'), (x'41', 'details'), "
+                           "('short' || char(0) || 'ened', 'details')");
+    EXPECT_EQ(Orderings::readAll(folder.path()).unreadable, 2);
+    const QString list = QStringLiteral("List1");
+    show<frmTLYROrderList>([&](QWidget& window) {
+        ASSERT_EQ(child<QListWidget>(window, list).count(), 1);
+        EXPECT_EQ(child<QListWidget>(window, list).item(0)->text(), QStringLiteral("whole"));
+        clickButton(window, u"Command4");
+    });
+    edit([&](QWidget& window) { clickButton(window, u"Command2"); }, QStringLiteral("whole"));
 }
 
 } // namespace
