@@ -1,7 +1,9 @@
 #include "setup/Associations.h"
 
 #include "common/CoreFunctions.h"
+#include "store/Readable.h"
 #include "store/Recordset.h"
+#include "store/SqlText.h"
 #include "store/Workspace.h"
 
 namespace tallyroom::Associations {
@@ -13,9 +15,10 @@ QStringList absentCodeEntries(const QString& dataPath) {
             "Select [absent_code], [absent_descr] from [Absentee] order by [Absent_code];"),
         RecordsetType::Snapshot);
     QStringList entries;
-    for (; !rows->eof(); rows->moveNext())
-        entries.append(
-            CoreFunctions::listEntry(rows->field(0).textOrEmpty(), rows->field(1).textOrEmpty()));
+    for (; !rows->eof(); rows->moveNext()) {
+        if (const auto code = Readable::key(rows->field(0)))
+            entries.append(CoreFunctions::listEntry(*code, Readable::text(rows->field(1))));
+    }
     return entries;
 }
 
@@ -24,9 +27,12 @@ std::optional<Codes> read(const QString& dataPath) {
         QStringLiteral("Select * from [tlyr_assoc];"), RecordsetType::Snapshot);
     if (rows->eof())
         return std::nullopt;
-    return Codes{rows->field(QStringLiteral("accepted")), rows->field(QStringLiteral("declined")),
-                 rows->field(QStringLiteral("accepted2")),
-                 rows->field(QStringLiteral("declined2"))};
+    const auto code = [&](const QString& column) {
+        Variant stored = rows->field(column);
+        return Readable::key(stored) ? stored : Variant::null();
+    };
+    return Codes{code(QStringLiteral("accepted")), code(QStringLiteral("declined")),
+                 code(QStringLiteral("accepted2")), code(QStringLiteral("declined2"))};
 }
 
 void removeAll(const QString& dataPath) {
@@ -38,9 +44,12 @@ void save(const QString& dataPath, const QStringList& codes) {
     const QString columns = codes.size() == kindCount
                                 ? QStringLiteral("[Accepted], [Declined], [Accepted2], [Declined2]")
                                 : QStringLiteral("[Accepted], [Declined]");
+    QStringList values;
+    for (const QString& code : codes)
+        values.append(SqlText::literal(code));
     Workspace::openAddIn(dataPath)->execute(
-        QStringLiteral("Insert Into [TlYR_Assoc] (") + columns + QStringLiteral(") Values ('") +
-        codes.join(QStringLiteral("', '")) + QStringLiteral("');"));
+        QStringLiteral("Insert Into [TlYR_Assoc] (") + columns + QStringLiteral(") Values (") +
+        values.join(QStringLiteral(", ")) + QStringLiteral(");"));
 }
 
 } // namespace tallyroom::Associations

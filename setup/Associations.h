@@ -15,16 +15,18 @@ using Codes = std::array<Variant, kindCount>;
 
 // All routines take the host's data folder and raise what the database raises.
 
-// One list entry for each absent code of the host, by code; see CoreFunctions::listEntry().
+// One list entry for each absent code of the host that can be read, by code; see
+// CoreFunctions::listEntry().
 QStringList absentCodeEntries(const QString& dataPath);
 
-// The stored codes; nothing before the first setup.
+// The stored codes, one that cannot be read as a Null; nothing before the first setup.
 std::optional<Codes> read(const QString& dataPath);
 
 void removeAll(const QString& dataPath);
 
 // Replaces the stored codes by two (double time is then not set up) or four, in the order of Kind.
-// The statements stand on their own: a failure of the second one leaves no codes.
+// The statements stand on their own: a failure of the second one, as for a code with an apostrophe
+// (3075), leaves no codes.
 void save(const QString& dataPath, const QStringList& codes);
 
 } // namespace tallyroom::Associations

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "common/Dates.h"
+#include "common/RunError.h"
 
 #include <QString>
 #include <optional>
@@ -15,9 +16,12 @@ struct TotallingPeriod {
 
     bool contains(Date date) const { return date >= from && date <= to; }
 
-    // The stored period; nothing when it is indefinite (no row, or either date Null). Both raise
-    // what the database raises.
+    // The stored period; nothing when it is indefinite (no row, or either date Null). Raises
+    // `unreadable`, and says so, when the row holds anything but dates. Both raise what the
+    // database raises.
+    static constexpr int unreadable = ErrorNumber::typeMismatch;
     static std::optional<TotallingPeriod> read(const QString& dataPath);
+    // Keeps the days alone, without their times of day.
     static void write(const QString& dataPath, const std::optional<TotallingPeriod>& period);
 };
 

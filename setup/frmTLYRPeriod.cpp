@@ -5,7 +5,6 @@
 #include "common/ui/Messages.h"
 #include "common/ui/WaitPointer.h"
 #include "common/ui/WrongField.h"
-#include "setup/TotallingPeriod.h"
 #include "ui_frmTLYRPeriod.h"
 
 namespace tallyroom {
@@ -34,13 +33,21 @@ void frmTLYRPeriod::Form_Load() {
     m_dates->bind(m_ui->Text1, m_ui->SSCommand2);
     m_dates->bind(m_ui->Text2, m_ui->SSCommand1);
     Background::copyFrom(m_context.SplashPicture, this);
-    const auto period = TotallingPeriod::read(m_context.DataPath);
-    if (period) {
-        m_ui->Text1->setText(Dates::format(period->from, QStringLiteral("mm/dd/yyyy")));
-        m_ui->Text2->setText(Dates::format(period->to, QStringLiteral("mm/dd/yyyy")));
-    } else {
-        m_ui->SSCheck1->setChecked(true);
+    // Over a period that cannot be read a new one is to be typed: the boxes stay empty.
+    try {
+        showPeriod(TotallingPeriod::read(m_context.DataPath));
+    } catch (const RunError& error) {
+        if (error.number() != TotallingPeriod::unreadable)
+            throw;
     }
+}
+
+void frmTLYRPeriod::showPeriod(const std::optional<TotallingPeriod>& period) {
+    m_ui->SSCheck1->setChecked(!period);
+    if (!period)
+        return;
+    m_ui->Text1->setText(Dates::format(period->from, QStringLiteral("mm/dd/yyyy")));
+    m_ui->Text2->setText(Dates::format(period->to, QStringLiteral("mm/dd/yyyy")));
 }
 
 void frmTLYRPeriod::Form_QueryUnload() {

@@ -4,6 +4,7 @@
 #include "common/HostContext.h"
 #include "common/ui/DateBinding.h"
 #include "common/ui/FormWindow.h"
+#include "setup/TotallingPeriod.h"
 
 #include <memory>
 
@@ -28,6 +29,7 @@ private:
     void SSCheck1_Click(bool checked);
     void Command1_Click();
     void Command2_Click();
+    void showPeriod(const std::optional<TotallingPeriod>& period);
     bool checkDate(QLineEdit* box);
 
     const HostContext& m_context;

@@ -1,3 +1,4 @@
+#include "setup/Associations.h"
 #include "setup/frmTLYRAssoc.h"
 #include "setup/frmTLYRAssoc2.h"
 #include "tests/support/WindowTest.h"
@@ -64,6 +65,23 @@ TEST_F(AssociationsTest, FourCodesAreCheckedInOrder) {
         clickButton(window, u"Command1");
     });
     EXPECT_EQ(stored(), QStringList(QStringLiteral("OTA|OTA2|OTD|OTD2"))) << "left by Exit";
+}
+
+TEST_F(AssociationsTest, BadCodesAreNeitherShownNorStoredAsOthers) {
+    folder.executeNatively(hostFile, "INSERT INTO Absentee VALUES (x'41', 'bytes'), ('Z', x'00'), "
+                                     "('OT' || char(0), 'cut')");
+    folder.executeNatively(addInFile, "INSERT INTO tlyr_assoc VALUES ('Z', x'00', NULL, NULL)");
+    show<frmTLYRAssoc>([&](QWidget& window) {
+        EXPECT_EQ(combo(window, 1).count(), 1);
+        EXPECT_EQ(combo(window, 1).currentText(), QStringLiteral("Z        "));
+        EXPECT_EQ(combo(window, 2).currentIndex(), -1);
+        clickButton(window, u"Command1");
+    });
+    EXPECT_EQ(errorNumberOf([&] {
+                  Associations::save(folder.path(), {QStringLiteral("x'&'y"), QStringLiteral("Z")});
+              }),
+              3075);
+    EXPECT_TRUE(stored().isEmpty()) << "the old codes go before the new ones come";
 }
 
 TEST_F(AssociationsTest, WithoutAbsentCodesOneWindowClosesAndTheOtherStays) {

@@ -79,6 +79,38 @@ TEST_F(TotallingPeriodTest, ChecksBothDatesAndKeepsOneRow) {
     EXPECT_EQ(stored().size(), 1);
 }
 
+TEST_F(TotallingPeriodTest, StoresDaysWithoutATimeOfDay) {
+    show<frmTLYRPeriod>([&](QWidget& window) {
+        child<QCheckBox>(window, u"SSCheck1").click();
+        box(window, from).setText(QStringLiteral("1/5/2026 2:00 PM"));
+        box(window, to).setText(QStringLiteral("1/6/2026 11:59:59 PM"));
+        clickButton(window, save);
+    });
+    EXPECT_EQ(stored(), QStringList(QStringLiteral("1/5/2026|1/6/2026")));
+}
+
+TEST_F(TotallingPeriodTest, APeriodThatCannotBeReadIsNoIndefiniteOneAndCanBeReplaced) {
+    for (const char* values : {"'soon', '2026-01-05 00:00:00'", "'2026-01-05 00:00:00', x'00'",
+                               "1e15, 1e15", "-700000, 1"}) {
+        folder.executeNatively(addInFile, "DELETE FROM tlyr_period");
+        folder.executeNatively(
+            addInFile, (std::string("INSERT INTO tlyr_period VALUES (") + values + ")").c_str());
+        std::optional<RunError> error;
+        EXPECT_EQ(errorNumberOf([&] { TotallingPeriod::read(folder.path()); }, &error), 13);
+        EXPECT_TRUE(error && error->description().contains(QStringLiteral("totalling period")))
+            << values;
+        show<frmTLYRPeriod>([&](QWidget& window) {
+            EXPECT_FALSE(child<QCheckBox>(window, u"SSCheck1").isChecked());
+            for (const QString& name : {from, to}) {
+                EXPECT_TRUE(box(window, name).text().isEmpty());
+                box(window, name).setText(QStringLiteral("1/5/2026"));
+            }
+            clickButton(window, save);
+        });
+        EXPECT_EQ(stored(), QStringList(QStringLiteral("1/5/2026|1/5/2026")));
+    }
+}
+
 TEST_F(TotallingPeriodTest, EachPickerFillsItsBox) {
     folder.setPeriod(u"1/1/2020", u"1/31/2020");
     show<frmTLYRPeriod>([&](QWidget& window) {
