@@ -2,6 +2,7 @@
 
 #include "common/Units.h"
 #include "store/Database.h"
+#include "store/SqlText.h"
 #include "store/Workspace.h"
 
 namespace tallyroom {
@@ -20,21 +21,21 @@ QString historyColumn(const QString& action) {
 
 void deleteAuditLine(const QString& dataPath, const AuditEntries::Line& line) {
     Variant(line.value(0)).toDate(); // must read as a date, and is not used further
-    const QString code = line.value(1);
-    const QString user = line.value(3);
-    const QString day = Dates::toText(Variant(line.value(4)).toDate());
+    const QString code = SqlText::literal(line.value(1));
+    const QString user = SqlText::literal(line.value(3));
+    const QString day = SqlText::literal(Variant(line.value(4)).toDate());
     const QString field = historyColumn(line.value(5));
     const QString minutes = QString::number(TimeConversion::toMinutes(line.value(6)));
     const bool accepted = field == QLatin1String("TLYRAccepted");
     Workspace::openHostOptions(dataPath)->execute(
-        QStringLiteral("Delete * from [TimeHistory] where ([thist_emp] = '") + code +
-        QStringLiteral("') and ([shift_date] = #") + day + QStringLiteral("#) and ([") + field +
-        QStringLiteral("] = ") + minutes + QStringLiteral(");"));
+        QStringLiteral("Delete * from [TimeHistory] where ([thist_emp] = ") + code +
+        QStringLiteral(") and ([shift_date] = ") + day + QStringLiteral(") and (") +
+        SqlText::name(field) + QStringLiteral(" = ") + minutes + QStringLiteral(");"));
     Workspace::openAddIn(dataPath)->execute(
-        QStringLiteral("Update [TLYR_Audit] Set [Action] = 2 Where ([Emp_Code] = '") + code +
-        QStringLiteral("') and ([date] = #") + day + QStringLiteral("#) and ([action] = ") +
+        QStringLiteral("Update [TLYR_Audit] Set [Action] = 2 Where ([Emp_Code] = ") + code +
+        QStringLiteral(") and ([date] = ") + day + QStringLiteral(") and ([action] = ") +
         (accepted ? QStringLiteral("0") : QStringLiteral("1")) + QStringLiteral(") and ([OT] = ") +
-        minutes + QStringLiteral(") and ([User] = '") + user + QStringLiteral("');"));
+        minutes + QStringLiteral(") and ([User] = ") + user + QStringLiteral(");"));
 }
 
 } // namespace tallyroom

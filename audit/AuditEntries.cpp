@@ -1,7 +1,9 @@
 #include "audit/AuditEntries.h"
 
 #include "store/Database.h"
+#include "store/Readable.h"
 #include "store/Recordset.h"
+#include "store/SqlText.h"
 #include "store/Workspace.h"
 
 #include <QHash>
@@ -22,15 +24,16 @@ QString timeText(const Variant& minutes) {
                : formatValue(Variant(minutes.toDouble() / 1440), QStringLiteral("hh:mm"));
 }
 
-Line lineOf(const Recordset& entry, const Variant& name, bool breakOut) {
-    const Variant action = entry.field(QStringLiteral("action"));
-    return {stamp(entry.field(QStringLiteral("now"))),
-            entry.field(QStringLiteral("emp_code")).textOrEmpty(),
-            name.textOrEmpty(),
-            entry.field(QStringLiteral("user")).textOrEmpty(),
-            formatValue(entry.field(QStringLiteral("date")), QStringLiteral("mm/dd/yyyy")),
-            actionText(action.toLong(), entry.field(QStringLiteral("thistfield")), breakOut),
-            timeText(entry.field(QStringLiteral("ot")))};
+Line lineOf(const Recordset& entry, const QString& code, const QString& name, bool breakOut) {
+    return {stamp(Readable::date(entry.field(QStringLiteral("now")))),
+            code,
+            name,
+            Readable::text(entry.field(QStringLiteral("user"))),
+            formatValue(Readable::date(entry.field(QStringLiteral("date"))),
+                        QStringLiteral("mm/dd/yyyy")),
+            actionText(Readable::number(entry.field(QStringLiteral("action"))),
+                       Readable::text(entry.field(QStringLiteral("thistfield"))), breakOut),
+            timeText(Readable::number(entry.field(QStringLiteral("ot"))))};
 }
 
 // Names by employee code. Most entries are of somebody who was looked up before.
@@ -38,22 +41,22 @@ class EmployeeNames {
 public:
     explicit EmployeeNames(Recordset& employees) : m_employees(employees) {}
 
-    // Nothing for somebody who is not in the set. The name itself may be Null.
-    std::optional<Variant> find(const QString& code) {
+    // Nothing for somebody who is not in the set.
+    std::optional<QString> find(const QString& code) {
         const auto known = m_names.constFind(code);
         return known != m_names.constEnd() ? *known : *m_names.insert(code, lookUp(code));
     }
 
 private:
-    std::optional<Variant> lookUp(const QString& code) {
-        m_employees.findFirst(QStringLiteral("[emp_code] = '") + code + QLatin1Char('\''));
+    std::optional<QString> lookUp(const QString& code) {
+        m_employees.findFirst(QStringLiteral("[emp_code] = ") + SqlText::criterion(code));
         if (m_employees.noMatch())
             return std::nullopt;
-        return m_employees.field(QStringLiteral("emp_name"));
+        return Readable::text(m_employees.field(QStringLiteral("emp_name")));
     }
 
     Recordset& m_employees;
-    QHash<QString, std::optional<Variant>> m_names;
+    QHash<QString, std::optional<QString>> m_names;
 };
 
 } // namespace
@@ -69,8 +72,10 @@ QStringList users(const QString& dataPath) {
         QStringLiteral("Select [User] from [tlyr_audit] where [user] <> NULL group by [user];"),
         RecordsetType::Dynaset);
     QStringList names;
-    for (; !rows->eof(); rows->moveNext())
-        names.append(rows->field(QStringLiteral("user")).toText());
+    for (; !rows->eof(); rows->moveNext()) {
+        if (const auto name = Readable::key(rows->field(QStringLiteral("user"))))
+            names.append(*name);
+    }
     return names;
 }
 
@@ -87,20 +92,24 @@ void read(const QString& dataPath, const QString& employeeFilter, const QString&
     EmployeeNames names(*employees);
     const Reading reading(entries->database());
     for (; !entries->eof(); entries->moveNext()) {
-        const QString code = entries->field(QStringLiteral("emp_code")).textOrEmpty().trimmed();
-        if (const auto name = names.find(code))
-            take(lineOf(*entries, *name, breakOut));
+        const auto code = Readable::key(entries->field(QStringLiteral("emp_code")));
+        if (!code)
+            continue;
+        if (const auto name = names.find(code->trimmed()))
+            take(lineOf(*entries, *code, *name, breakOut));
     }
 }
 
-QString actionText(int action, const Variant& historyColumn, bool breakOut) {
+QString actionText(const Variant& action, const QString& historyColumn, bool breakOut) {
     static const QString names[] = {QStringLiteral("Accepted"), QStringLiteral("Declined"),
                                     QStringLiteral("Deleted")};
-    const bool known = action >= 0 && action < static_cast<int>(std::size(names));
-    QString name = known ? names[action] : QString();
-    if (!breakOut || historyColumn.isNull())
+    const int code = action.isNull() ? -1 : action.toLong();
+    if (code < 0 || code >= static_cast<int>(std::size(names)))
+        return {};
+    const QString& name = names[code];
+    if (!breakOut || historyColumn.isEmpty())
         return name;
-    const bool isDouble = historyColumn.toText().endsWith(QLatin1Char('2'));
+    const bool isDouble = historyColumn.endsWith(QLatin1Char('2'));
     return name + (isDouble ? QStringLiteral(" 2.0") : QStringLiteral(" 1.5"));
 }
 

@@ -20,17 +20,20 @@ using Line = QStringList;
 inline constexpr int columnCount = 7;
 QStringList headings();
 
-// The users who recorded anything, each once. All routines raise what the database raises.
+// The users who recorded anything and can be read, each once. All routines raise what the database
+// raises.
 QStringList users(const QString& dataPath);
 
 // Calls `take` with each entry that the condition selects, by time of recording and employee.
-// Entries of employees whom the host's filter leaves out are passed over. `breakOut` adds the rate
-// to the action.
+// Entries of employees whom the host's filter leaves out are passed over, and so are those whose
+// code cannot be read: the window has no place to count them. Another cell that cannot be read is
+// empty. `breakOut` adds the rate to the action.
 void read(const QString& dataPath, const QString& employeeFilter, const QString& condition,
           bool breakOut, const std::function<void(const Line&)>& take);
 
-// "Accepted", "Declined" or "Deleted", followed by the rate of the history column when asked for.
-QString actionText(int action, const Variant& historyColumn, bool breakOut);
+// "Accepted", "Declined" or "Deleted", followed by the rate of the history column when asked for
+// and there is one; "" for any other action.
+QString actionText(const Variant& action, const QString& historyColumn, bool breakOut);
 
 } // namespace AuditEntries
 } // namespace tallyroom

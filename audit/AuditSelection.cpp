@@ -1,5 +1,7 @@
 #include "audit/AuditSelection.h"
 
+#include "store/SqlText.h"
+
 namespace tallyroom {
 
 namespace {
@@ -7,7 +9,7 @@ namespace {
 QString usersClause(const QStringList& users) {
     QStringList quoted;
     for (const QString& user : users)
-        quoted.append(QLatin1Char('\'') + user + QLatin1Char('\''));
+        quoted.append(SqlText::literal(user));
     return QStringLiteral("([User] in (") + quoted.join(QStringLiteral(", ")) +
            QStringLiteral(")) and ");
 }

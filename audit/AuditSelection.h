@@ -28,8 +28,9 @@ struct AuditSelection {
     std::optional<Range> systemDate;  // of the recording
     std::optional<Range> canvassDate; // of the overtime
 
-    // The condition on the rows of the audit. Entries that were deleted afterwards come with every
-    // plain choice and with none of the choices of the broken-out view.
+    // The condition on the rows of the audit. Raises 3075 for a user with an apostrophe. Entries
+    // that were deleted afterwards come with every plain choice and with none of the choices of the
+    // broken-out view.
     QString clause() const;
 
     // The choices in words, a line each, for the head of a report.

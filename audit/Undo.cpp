@@ -3,41 +3,46 @@
 #include "audit/AuditEntries.h"
 #include "audit/UndoLine.h"
 #include "common/HostContext.h"
+#include "store/Readable.h"
 #include "store/Recordset.h"
+#include "store/SqlText.h"
 #include "store/Workspace.h"
 
 namespace tallyroom::Undo {
 
 namespace {
 
-std::shared_ptr<Recordset> openAudit(const HostContext& context, const QString& condition) {
+// The entries that have a column of the time history; the others take no part.
+std::shared_ptr<Recordset> openAudit(const HostContext& context, const QString& condition,
+                                     const QString& order) {
     return Workspace::openAddIn(context.DataPath)
-        ->openRecordset(QStringLiteral("Select * from [tlyr_Audit]") + condition + QLatin1Char(';'),
+        ->openRecordset(QStringLiteral("Select * from [tlyr_Audit] where ") + condition +
+                            QStringLiteral("([tHistField] <> NULL)") + order + QLatin1Char(';'),
                         RecordsetType::Dynaset);
 }
 
 QString byUser(const HostContext& context) {
-    return QStringLiteral("[user] = '") + context.CurrentUser + QLatin1Char('\'');
+    return QStringLiteral("([user] = ") + SqlText::literal(context.CurrentUser) +
+           QStringLiteral(") and ");
 }
 
 std::shared_ptr<Recordset> openList(const HostContext& context) {
-    const QString recorded = QStringLiteral("([tHistField] <> NULL) order by [date], [emp_code]");
-    if (context.isMaster())
-        return openAudit(context, QStringLiteral(" where ") + recorded);
-    return openAudit(context, QStringLiteral(" where (") + byUser(context) +
-                                  QStringLiteral(") and ") + recorded);
+    return openAudit(context, context.isMaster() ? QString() : byUser(context),
+                     QStringLiteral(" order by [date], [emp_code]"));
 }
 
-UndoLine lineOf(const Recordset& entry, bool breakOut) {
+UndoLine lineOf(const Recordset& entry, const QString& code, bool breakOut) {
     UndoLine line;
-    line.code = entry.field(QStringLiteral("emp_code")).textOrEmpty();
-    if (const Variant date = entry.field(QStringLiteral("date")); !date.isNull())
+    line.code = code;
+    if (const Variant date = Readable::date(entry.field(QStringLiteral("date"))); !date.isNull())
         line.date = date.toDate();
-    const Variant action = entry.field(QStringLiteral("action"));
+    const Variant action = Readable::number(entry.field(QStringLiteral("action")));
     line.declined = !action.isNull() && action.toLong() == static_cast<int>(AuditAction::Declined);
     line.breakOut = breakOut;
-    line.isDouble = entry.field(QStringLiteral("thistfield")).toText().endsWith(QLatin1Char('2'));
-    if (const Variant minutes = entry.field(QStringLiteral("ot")); !minutes.isNull())
+    line.isDouble =
+        Readable::text(entry.field(QStringLiteral("thistfield"))).endsWith(QLatin1Char('2'));
+    if (const Variant minutes = Readable::number(entry.field(QStringLiteral("ot")));
+        !minutes.isNull())
         line.minutes = minutes.toLong();
     return line;
 }
@@ -46,14 +51,14 @@ UndoLine lineOf(const Recordset& entry, bool breakOut) {
 void removeTransaction(const HostContext& context, const Recordset& entry) {
     const auto rows =
         Workspace::openHostOptions(context.DataPath)
-            ->openRecordset(QStringLiteral("select * from [TimeHistory] where ([thist_emp] = '") +
-                                entry.field(QStringLiteral("emp_code")).toText() +
-                                QStringLiteral("') and ([shift_date] = #") +
-                                Dates::toText(entry.field(QStringLiteral("date")).toDate()) +
-                                QStringLiteral("#) and ([") +
-                                entry.field(QStringLiteral("thistfield")).toText() +
-                                QStringLiteral("] = ") +
-                                entry.field(QStringLiteral("ot")).toText() + QLatin1Char(')'),
+            ->openRecordset(QStringLiteral("select * from [TimeHistory] where ([thist_emp] = ") +
+                                SqlText::literal(entry.field(QStringLiteral("emp_code")).toText()) +
+                                QStringLiteral(") and ([shift_date] = ") +
+                                SqlText::literal(entry.field(QStringLiteral("date")).toDate()) +
+                                QStringLiteral(") and (") +
+                                SqlText::name(entry.field(QStringLiteral("thistfield")).toText()) +
+                                QStringLiteral(" = ") + entry.field(QStringLiteral("ot")).toText() +
+                                QLatin1Char(')'),
                             RecordsetType::Dynaset);
     if (!rows->eof())
         rows->remove();
@@ -61,16 +66,20 @@ void removeTransaction(const HostContext& context, const Recordset& entry) {
 
 } // namespace
 
-QStringList lines(const HostContext& context, bool breakOut) {
+Lines lines(const HostContext& context, bool breakOut) {
     const auto rows = openList(context);
-    QStringList result;
-    for (; !rows->eof(); rows->moveNext())
-        result.append(lineOf(*rows, breakOut).text());
+    Lines result;
+    for (; !rows->eof(); rows->moveNext()) {
+        if (const auto code = Readable::key(rows->field(QStringLiteral("emp_code"))))
+            result.texts.append(lineOf(*rows, *code, breakOut).text());
+        else
+            ++result.unreadable;
+    }
     return result;
 }
 
 void take(const HostContext& context, const QString& line, bool breakOut) {
-    const auto rows = openAudit(context, QStringLiteral(" where ") + byUser(context));
+    const auto rows = openAudit(context, byUser(context), {});
     rows->findFirst(UndoLine::fromText(line, breakOut).criterion());
     if (rows->noMatch())
         return;

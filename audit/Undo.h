@@ -11,14 +11,20 @@ struct HostContext;
 namespace Undo {
 
 // The lines that the user may see: the own ones, for the master everybody's; by canvass date and
-// employee. Entries that were deleted are listed too, as accepted ones. Raises what the database
-// raises.
-QStringList lines(const HostContext& context, bool breakOut);
+// employee. Entries that were deleted are listed too, as accepted ones. An entry whose employee
+// code cannot be read is left out; another value that cannot is missing in its line, which then
+// cannot be taken back. Both routines raise what the database raises, and 3075 for a user name with
+// an apostrophe.
+struct Lines {
+    QStringList texts;
+    int unreadable = 0; // entries left out
+};
+Lines lines(const HostContext& context, bool breakOut);
 
 // Takes back the answer that a line shows: removes its audit entry and, if there still is one, one
 // transaction of that employee, day and number of minutes. Only entries that were recorded under
-// the current user's own name are searched, also for the master. Without such an entry nothing
-// happens.
+// the current user's own name and with a column of the time history are searched, also for the
+// master. Without such an entry nothing happens. Raises 13 for a line without a date or a time.
 void take(const HostContext& context, const QString& line, bool breakOut);
 
 } // namespace Undo

@@ -1,6 +1,8 @@
 #include "audit/UndoLine.h"
 
+#include "common/RunError.h"
 #include "common/Units.h"
+#include "store/SqlText.h"
 
 namespace tallyroom {
 
@@ -36,14 +38,17 @@ UndoLine UndoLine::fromText(const QString& text, bool breakOut) {
     line.declined = text.mid(actionAt, 1) != QLatin1String("A");
     line.breakOut = breakOut;
     line.isDouble = breakOut && text.mid(rateAt, 1) == QLatin1String("2");
-    line.minutes = TimeConversion::toMinutes(text.mid(text.lastIndexOf(QLatin1Char(' ')) + 1));
+    const QString time = text.mid(text.lastIndexOf(QLatin1Char(' ')) + 1);
+    if (time.isEmpty()) // would read as no minutes, which others may have
+        throw RunError::make(ErrorNumber::typeMismatch);
+    line.minutes = TimeConversion::toMinutes(time);
     return line;
 }
 
 QString UndoLine::criterion() const {
-    QString result = QStringLiteral("([emp_code] = '") + code +
-                     QStringLiteral("') and ([date] = #") + Dates::toText(date.value()) +
-                     QStringLiteral("#) and ([ot] = ") + QString::number(minutes.value()) +
+    QString result = QStringLiteral("([emp_code] = ") + SqlText::criterion(code) +
+                     QStringLiteral(") and ([date] = ") + SqlText::literal(date.value()) +
+                     QStringLiteral(") and ([ot] = ") + QString::number(minutes.value()) +
                      QStringLiteral(") and ([action] = ") +
                      (declined ? QStringLiteral("1") : QStringLiteral("0")) + QLatin1Char(')');
     if (breakOut)

@@ -24,7 +24,7 @@ struct UndoLine {
     static UndoLine fromText(const QString& text, bool breakOut);
 
     // The audit entries that the line may stand for, as a criterion of a search. The line must have
-    // a date and minutes.
+    // a date and minutes. Raises 3077 for a code with an apostrophe.
     QString criterion() const;
 };
 

@@ -34,9 +34,10 @@ void frmUndo::Form_QueryUnload() {
                             FormOptions::textOf(*this));
 }
 
+// The window has no place to say how many entries cannot be read.
 void frmUndo::Update() {
     m_ui->List1->clear();
-    m_ui->List1->addItems(Undo::lines(m_context, m_breakOut()));
+    m_ui->List1->addItems(Undo::lines(m_context, m_breakOut()).texts);
 }
 
 // There is no question first, and any line may be taken back, in any order.

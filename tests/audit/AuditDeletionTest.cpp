@@ -66,4 +66,18 @@ TEST(AuditDeletion, LinesThatNameNoColumnChangeNothing) {
     EXPECT_EQ(folder.audit() + folder.history(), before);
 }
 
+TEST(AuditDeletion, ATextThatBreaksAStatementChangesNothing) {
+    const AuditFolder folder;
+    folder.addAnswer(u"Ann", u"E1", 0, 150, acceptedColumn);
+    const QStringList before = folder.audit() + folder.history();
+    for (const int cell : {1, 3}) { // the code, the user
+        AuditEntries::Line hostile = line(QStringLiteral("Accepted"), QStringLiteral("02:30"));
+        for (const char16_t* text : {u"x') or True or ('a'='b", u"E'1"}) {
+            hostile[cell] = QString::fromUtf16(text);
+            EXPECT_EQ(errorNumberOf([&] { deleteAuditLine(folder.path(), hostile); }), 3075);
+        }
+    }
+    EXPECT_EQ(folder.audit() + folder.history(), before);
+}
+
 } // namespace

@@ -64,6 +64,31 @@ TEST_F(AuditEntriesTest, EachChoiceListsItsEntries) {
     EXPECT_EQ(actions(), QStringLiteral("Accepted 1.5 Declined 2.0"));
 }
 
+TEST_F(AuditEntriesTest, NoUserAndNoCodeSelectsOthers) {
+    folder.executeNatively(addInFile,
+                           "INSERT INTO TLYR_Audit VALUES ('2020-01-05 12:00:00', 'Eve', "
+                           "'''or''a''=''a', '2020-02-03 00:00:00', 0, 30, 'tlyrAccepted')");
+    selection.users = {QStringLiteral("Eve")};
+    EXPECT_EQ(errorNumberOf([&] { shown(); }), 3077) << "of no employee's code";
+    selection.users = {QStringLiteral("x') or True or ('a'='b")};
+    EXPECT_EQ(errorNumberOf([&] { shown(); }), 3075);
+}
+
+TEST_F(AuditEntriesTest, AnEntryWithBadValuesIsListedWithoutThem) {
+    folder.executeNatively(
+        addInFile, "UPDATE TLYR_Audit SET Date = 'soon', OT = 9e15, tHistField = x'00' WHERE "
+                   "Action = 1; UPDATE TLYR_Audit SET Date = 1e15, OT = 'much' WHERE Action = 0;"
+                   "INSERT INTO TLYR_Audit (Now, User, Emp_Code, Action) VALUES ('then', 'Ann', "
+                   "'E1', 0), (1, 'Ann', 'E1' || char(0), 0), (2, x'41', 'E2', 0), "
+                   "(3, 'A' || char(0), 'E2', 0)");
+    EXPECT_EQ(AuditEntries::users(folder.path()), selection.users);
+    EXPECT_EQ(shown(), QStringList({QStringLiteral("01/02/2020 12:00 pm|E1|Name "
+                                                   "1|Ann|02/03/2020|Deleted|00:30"),
+                                    QStringLiteral("01/03/2020 12:00 pm|E1|Name 1|Ann||Accepted|"),
+                                    QStringLiteral("01/04/2020 12:00 pm|E2|Name 2|Bob||Declined|"),
+                                    QStringLiteral("|E1|Name 1|Ann||Accepted|")}));
+}
+
 TEST_F(AuditEntriesTest, TheSystemDateIgnoresTheTimeOfDay) {
     selection.systemDate = {QStringLiteral("1/4/2020"), QStringLiteral("1/3/2020")};
     EXPECT_EQ(shown().size(), 2) << "both ends count, whichever comes first";

@@ -39,7 +39,7 @@ protected:
         folder.addAnswer(user, u"E1", action, minutes, column);
     }
     QStringList lines(const QString& user, bool breakOut = false) const {
-        return Undo::lines(contextOf(user), breakOut);
+        return Undo::lines(contextOf(user), breakOut).texts;
     }
     void take(const QString& user, int line, bool breakOut = false) const {
         Undo::take(contextOf(user), lines(user, breakOut).value(line), breakOut);
@@ -74,6 +74,41 @@ TEST_F(UndoTest, AnEntryWithMissingValuesIsListedLikeTheOthers) {
     ASSERT_EQ(shown.size(), 2);
     EXPECT_EQ(shown.first(), QStringLiteral("E2                       Accepted   "));
     take(ann, 1);
+    EXPECT_EQ(folder.audit().size(), 1);
+}
+
+TEST_F(UndoTest, ABadEntryHarmsNoOther) {
+    folder.executeNatively(
+        addInFile, "INSERT INTO TLYR_Audit (User, Emp_Code, Date, Action, OT, tHistField) VALUES "
+                   "('Ann', 'E1', '2020-02-03 00:00:00', 0, 60, NULL), "
+                   "('Ann', 'E1', '2020-02-03 00:00:00', 0, 1e15, 'tlyrAccepted'), "
+                   "('Ann', 'E1', 'soon', 'much', x'00', x'00'), "
+                   "('Ann', 'E1' || char(0), '2020-02-03 00:00:00', 0, 60, 'tlyrAccepted'), "
+                   "('Ann', x'00', '2020-02-03 00:00:00', 0, 60, 'tlyrAccepted')");
+    add(ann, 0, 0, acceptedColumn);
+    add(ann, 0, 60, acceptedColumn);
+    const QString start = QStringLiteral("E1          02/03/2020   Accepted   ");
+    EXPECT_EQ(lines(ann),
+              QStringList({start, start + QStringLiteral("00:00"), start + QStringLiteral("01:00"),
+                           QStringLiteral("E1                       Accepted   ")}));
+    for (const int unreadable : {0, 3})
+        EXPECT_EQ(errorNumberOf([&] { take(ann, unreadable); }), 13);
+    EXPECT_EQ(folder.history().size(), 2);
+    EXPECT_EQ(Undo::lines(contextOf(ann), false).unreadable, 2);
+    take(ann, 2);
+    EXPECT_EQ(folder.history(), QStringList(QStringLiteral("E1|0|Null|Null")));
+}
+
+TEST_F(UndoTest, AUserOfAnyNameSeesNobodyElsesAnswers) {
+    add(bob, 0, 60, acceptedColumn);
+    const QString hostile = QStringLiteral("x' or 'a'='a");
+    EXPECT_EQ(errorNumberOf([&] { lines(hostile); }), 3075);
+    const QString line = lines(bob).value(0);
+    EXPECT_EQ(errorNumberOf([&] { Undo::take(contextOf(hostile), line, false); }), 3075);
+    EXPECT_EQ(errorNumberOf([&] {
+                  Undo::take(contextOf(bob), QStringLiteral("'or''='  ") + line.mid(9), false);
+              }),
+              3077);
     EXPECT_EQ(folder.audit().size(), 1);
 }
 
