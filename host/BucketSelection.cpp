@@ -1,6 +1,7 @@
 #include "host/BucketSelection.h"
 
 #include "common/CoreFunctions.h"
+#include "store/SqlText.h"
 
 #include <QSet>
 #include <algorithm>
@@ -29,10 +30,8 @@ QStringList BucketSelection::select(const QStringList& codes) {
 QString BucketSelection::employeeFilter() const {
     QStringList codes;
     for (std::size_t at = 0; at < m_employees.size(); ++at) {
-        if (m_selected[at]) {
-            QString code = m_employees[at].code;
-            codes << code.replace(QLatin1Char('\''), QStringLiteral("''"));
-        }
+        if (m_selected[at])
+            codes << SqlText::escaped(m_employees[at].code);
     }
     return QStringLiteral("in ('") + codes.join(QStringLiteral("','")) + QStringLiteral("')");
 }

@@ -1,5 +1,6 @@
 #include "host/KeptOptions.h"
 
+#include "store/SqlText.h"
 #include "store/Workspace.h"
 
 namespace tallyroom::host {
@@ -9,10 +10,10 @@ namespace {
 const QString formField = QStringLiteral("formname");
 const QString optionsField = QStringLiteral("formoptions");
 
-std::shared_ptr<Recordset> rowsOf(const QString& dataFolder, QString user) {
+std::shared_ptr<Recordset> rowsOf(const QString& dataFolder, const QString& user) {
     return Workspace::openHostOptions(dataFolder)
         ->openRecordset(QStringLiteral("Select * from [FormOptions] where [Username] = '%1';")
-                            .arg(user.replace(QLatin1Char('\''), QLatin1String("''"))),
+                            .arg(SqlText::escaped(user)),
                         RecordsetType::Dynaset);
 }
 

@@ -1,5 +1,7 @@
 #include "host/screens/Period.h"
 
+#include "store/SqlText.h"
+
 #include <algorithm>
 
 namespace tallyroom::host {
@@ -8,11 +10,9 @@ QDate lastRecordedDay(Database& database, const HostData& data) {
     constexpr std::size_t sampleSize = 20;
     QDate last;
     for (std::size_t at = 0; at < std::min(sampleSize, data.employees.size()); ++at) {
-        QString code = data.employees[at].code;
-        code.replace(QLatin1Char('\''), QStringLiteral("''"));
         const auto rows = database.openRecordset(
             QStringLiteral("Select Max([shift_date]) from [TimeHistory] where [thist_emp] = '%1';")
-                .arg(code),
+                .arg(SqlText::escaped(data.employees[at].code)),
             RecordsetType::Snapshot);
         const Variant day = rows->field(0);
         if (!day.isNull())

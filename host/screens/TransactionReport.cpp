@@ -1,15 +1,15 @@
 #include "host/screens/TransactionReport.h"
 
+#include "store/SqlText.h"
+
 namespace tallyroom::host {
 
 namespace {
 
 QString historyQuery(const QString& employeeCode, const Period& period) {
-    QString code = employeeCode;
-    code.replace(QLatin1Char('\''), QStringLiteral("''"));
-    const QString employees = code.isEmpty()
+    const QString employees = employeeCode.isEmpty()
                                   ? QStringLiteral("in (Select [emp_code] from [Employee])")
-                                  : QStringLiteral("= '%1'").arg(code);
+                                  : QStringLiteral("= '%1'").arg(SqlText::escaped(employeeCode));
     return QStringLiteral("Select * from [TimeHistory] where ([thist_emp] %1) and %2 "
                           "order by [shift_date], [thist_emp];")
         .arg(employees, periodCondition(QStringLiteral("shift_date"), period));
