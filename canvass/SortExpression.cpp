@@ -38,22 +38,21 @@ QString sortKey(const QString& element, const CanvassOptions& options) {
     return keys.value(element);
 }
 
-bool takesPart(const QString& details, const QString& element) {
-    return Variant(
-               GetTagValue(details, element + QStringLiteral("_State"), QStringLiteral("false")))
+bool takesPart(const SettingsText& details, const QString& element) {
+    return Variant(details.value(element + QStringLiteral("_State"), QStringLiteral("false")))
         .toBoolean();
 }
 
-QString direction(const QString& details, const QString& element) {
-    const Variant code(
-        GetTagValue(details, element + QStringLiteral("_direction"), QStringLiteral("0")));
+QString direction(const SettingsText& details, const QString& element) {
+    const Variant code(details.value(element + QStringLiteral("_direction"), QStringLiteral("0")));
     return code.toDouble() == 0 ? QStringLiteral(" asc") : QStringLiteral(" desc");
 }
 
 } // namespace
 
-QString sortExpression(const QString& details, const CanvassOptions& options,
+QString sortExpression(const QString& stored, const CanvassOptions& options,
                        const std::function<void()>& unknownElement) {
+    const SettingsText details(stored);
     QString expression;
     for (const QString& element : indexedElements(details)) {
         if (!takesPart(details, element))

@@ -1,7 +1,6 @@
 #include "ordering/OrderingDraft.h"
 
 #include "common/Variant.h"
-#include "ordering/SettingsText.h"
 
 #include <QStringList>
 #include <algorithm>
@@ -43,35 +42,37 @@ bool readsAsTrue(const QString& text) {
 } // namespace
 
 OrderingDraft::OrderingDraft() {
+    std::vector<Setting> settings;
     for (const char16_t* element : elementNames) {
         const QString name = QString::fromUtf16(element);
-        set(name + stateSuffix, truthText(false));
-        set(name + orderSuffix, QString::number(count()));
-        set(name + directionSuffix, QStringLiteral("0"));
+        settings.push_back({name + stateSuffix, truthText(false)});
+        settings.push_back({name + orderSuffix, QString::number(count())});
+        settings.push_back({name + directionSuffix, QStringLiteral("0")});
         m_elements.push_back({name});
     }
+    m_details.set(settings);
 }
 
 void OrderingDraft::load(const QString& stored) {
+    const SettingsText details(stored);
     std::erase_if(m_elements, [&](const Element& element) {
-        return !GetTagValue(stored, element.name + stateSuffix).isEmpty();
+        return !details.value(element.name + stateSuffix).isEmpty();
     });
-    for (const QString& name : indexedElements(stored))
-        append(name, stored);
-}
-
-void OrderingDraft::append(const QString& name, const QString& stored) {
-    const bool takesPart =
-        readsAsTrue(GetTagValue(stored, name + QStringLiteral("_state"), QStringLiteral("false")));
-    m_elements.push_back({name, takesPart});
-    if (takesPart)
-        set(name + stateSuffix, truthText(true));
-    for (const QString& suffix : {QStringLiteral("_order"), QStringLiteral("_direction")})
-        set(name + suffix, GetTagValue(stored, name + suffix));
+    std::vector<Setting> settings;
+    for (const QString& name : indexedElements(details)) {
+        const QString state =
+            details.value(name + QStringLiteral("_state"), QStringLiteral("false"));
+        m_elements.push_back({name, readsAsTrue(state)});
+        if (m_elements.back().takesPart)
+            settings.push_back({name + stateSuffix, truthText(true)});
+        for (const QString& suffix : {QStringLiteral("_order"), QStringLiteral("_direction")})
+            settings.push_back({name + suffix, details.value(name + suffix)});
+    }
+    m_details.set(settings);
 }
 
 OrderingDraft::Direction OrderingDraft::direction(int position) const {
-    const QString code = GetTagValue(m_details, name(position) + directionSuffix);
+    const QString code = m_details.value(name(position) + directionSuffix);
     return parseNumber(code).value_or(0) == 0 ? Ascending : Descending;
 }
 
@@ -82,17 +83,19 @@ bool OrderingDraft::anyTakesPart() const {
 
 void OrderingDraft::setTakesPart(int position, bool takesPart) {
     at(position).takesPart = takesPart;
-    set(name(position) + stateSuffix, truthText(takesPart));
+    m_details.set({{name(position) + stateSuffix, truthText(takesPart)}});
 }
 
 void OrderingDraft::setDirection(int position, Direction direction) {
-    set(name(position) + directionSuffix, QString::number(direction));
+    m_details.set({{name(position) + directionSuffix, QString::number(direction)}});
 }
 
 void OrderingDraft::exchange(int position, int other) {
     std::swap(at(position), at(other));
+    std::vector<Setting> settings;
     for (int n = 0; n < count(); ++n)
-        set(name(n) + orderSuffix, QString::number(n));
+        settings.push_back({name(n) + orderSuffix, QString::number(n)});
+    m_details.set(settings);
 }
 
 QString OrderingDraft::summary() const {
@@ -106,13 +109,11 @@ QString OrderingDraft::summary() const {
 }
 
 QString OrderingDraft::detailsToStore() {
+    std::vector<Setting> settings;
     for (int n = 0; n < count(); ++n)
-        set(indexKey(n), name(n));
-    return m_details;
-}
-
-void OrderingDraft::set(const QString& key, const QString& value) {
-    m_details = SetTagValue(m_details, key, value);
+        settings.push_back({indexKey(n), name(n)});
+    m_details.set(settings);
+    return m_details.text();
 }
 
 } // namespace tallyroom

@@ -1,6 +1,8 @@
 // An ordering while it is being edited.
 #pragma once
 
+#include "ordering/SettingsText.h"
+
 #include <QString>
 #include <vector>
 
@@ -45,11 +47,9 @@ private:
     };
     const Element& at(int position) const { return m_elements[static_cast<std::size_t>(position)]; }
     Element& at(int position) { return m_elements[static_cast<std::size_t>(position)]; }
-    void append(const QString& name, const QString& stored);
-    void set(const QString& key, const QString& value);
 
     std::vector<Element> m_elements;
-    QString m_details;
+    SettingsText m_details;
 };
 
 } // namespace tallyroom
