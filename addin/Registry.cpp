@@ -13,6 +13,12 @@ namespace {
 const QString root = QStringLiteral("HKEY_LOCAL_MACHINE\\");
 constexpr int lockTimeout = 500; // milliseconds; a host must not wait for a record of its start
 
+// A pipe or a device may keep whoever opens it waiting for ever.
+bool mayBeOpened(const QString& file) {
+    const QFileInfo info(file);
+    return info.isFile() || !info.exists();
+}
+
 } // namespace
 
 Registry::Registry(QString file) : m_file(std::move(file)) {}
@@ -59,7 +65,7 @@ std::optional<RegistryText> Registry::read() const {
     QFile file(m_file);
     if (!file.exists())
         return RegistryText(QByteArray());
-    if (!file.open(QIODevice::ReadOnly))
+    if (!mayBeOpened(m_file) || !file.open(QIODevice::ReadOnly))
         return std::nullopt;
     const QByteArray text = file.readAll();
     if (file.error() != QFile::NoError || text.contains('\0'))
@@ -75,8 +81,9 @@ bool Registry::write(const RegistryText& text) const {
 bool Registry::change(const std::function<bool(RegistryText&)>& edit) const {
     if (!QDir().mkpath(QFileInfo(m_file).absolutePath()))
         return false;
-    QLockFile lock(m_file + QStringLiteral(".lock"));
-    if (!lock.tryLock(lockTimeout))
+    const QString lockFile = m_file + QStringLiteral(".lock");
+    QLockFile lock(lockFile);
+    if (!mayBeOpened(lockFile) || !lock.tryLock(lockTimeout))
         return false;
     auto text = read();
     return text && edit(*text) && write(*text);

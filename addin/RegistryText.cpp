@@ -42,14 +42,38 @@ std::optional<QString> textIn(const QByteArray& stored) {
     return match.hasMatch() ? std::optional(unescaped(match.captured(1))) : std::nullopt;
 }
 
-// Long binary values and texts with line breaks go on in the next line.
-bool isUnfinished(const QByteArray& stored) {
-    static const QRegularExpression openText(QStringLiteral("^\"(?:[^\"\\\\]++|\\\\.)*+$"),
-                                             QRegularExpression::DotMatchesEverythingOption);
-    if (stored.startsWith("hex"))
-        return stored.trimmed().endsWith('\\');
-    return openText.match(QString::fromUtf8(stored)).hasMatch();
-}
+// Whether a value goes on in the next line, as long binary values and texts with line breaks do. It
+// sees every line once.
+class OpenValue {
+public:
+    explicit OpenValue(const QByteArray& stored)
+        : m_isText(stored.startsWith('"')), m_isBinary(stored.startsWith("hex")) {
+        read(m_isText ? stored.mid(1) : stored);
+    }
+    bool isOpen() const { return m_isOpen; }
+
+    void read(const QByteArray& line) {
+        if (m_isText)
+            m_isOpen = staysOpen(line);
+        else if (const QByteArray shown = line.trimmed(); m_isBinary && !shown.isEmpty())
+            m_isOpen = shown.endsWith('\\');
+    }
+
+private:
+    static bool staysOpen(const QByteArray& text) {
+        bool isEscaped = false;
+        for (const char letter : text) {
+            if (letter == '"' && !isEscaped)
+                return false;
+            isEscaped = letter == '\\' && !isEscaped;
+        }
+        return true;
+    }
+
+    bool m_isText;
+    bool m_isBinary;
+    bool m_isOpen = false;
+};
 
 } // namespace
 
@@ -59,8 +83,17 @@ RegistryText::RegistryText(const QByteArray& text) {
         lines.removeLast();
     if (lines.isEmpty())
         lines.append("Windows Registry Editor Version 5.00");
-    for (const QByteArray& line : lines)
-        add(line + '\n');
+    for (qsizetype at = 0; at < lines.size();) {
+        Entry entry = read(lines[at++] + '\n');
+        OpenValue value(entry.stored);
+        for (; value.isOpen() && at < lines.size(); ++at) {
+            const QByteArray line = lines[at] + '\n';
+            value.read(line);
+            entry.stored += line;
+            entry.lines += line;
+        }
+        m_entries.push_back(std::move(entry));
+    }
 }
 
 QByteArray RegistryText::text() const {
@@ -68,16 +101,6 @@ QByteArray RegistryText::text() const {
     for (const Entry& entry : m_entries)
         text += entry.lines;
     return text;
-}
-
-void RegistryText::add(const QByteArray& line) {
-    Entry* last = m_entries.empty() ? nullptr : &m_entries.back();
-    if (last && last->kind == Entry::Kind::Value && isUnfinished(last->stored)) {
-        last->stored += line;
-        last->lines += line;
-    } else {
-        m_entries.push_back(read(line));
-    }
 }
 
 RegistryText::Entry RegistryText::read(const QByteArray& line) {

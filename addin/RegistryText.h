@@ -36,7 +36,6 @@ private:
 
     static Entry valueEntry(const QString& name, const QString& text);
     static Entry read(const QByteArray& line);
-    void add(const QByteArray& line);
 
     static bool isKey(const Entry& entry, const QString& key);
     std::size_t positionOf(const QString& key, const QString& name) const; // past the end: none

@@ -4,8 +4,10 @@
 #include "tests/support/Printing.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
+#include <sys/stat.h>
 
 using namespace tallyroom;
 
@@ -47,9 +49,10 @@ TEST_F(RegistryTest, KeepsWhatOthersHaveWritten) {
     QFile others(file);
     ASSERT_TRUE(others.open(QIODevice::WriteOnly));
     const QByteArray before = "REGEDIT4\n; caf\xe9\n\n[HKEY_CURRENT_USER\\K]\n@=\"user\"\n";
-    const QByteArray key = "\n[HKEY_LOCAL_MACHINE\\K]\n; counted\n\"a=b\"=dword:00000001\n"
-                           "\"bytes\"=hex:01,02,\\\n  03\n\"two\"=\"one\n[two]\"\n"
-                           "\"more\"=\"one\" ; \"two\"\n\"odd\" = 1\n";
+    const QByteArray key =
+        "\n[HKEY_LOCAL_MACHINE\\K]\n; counted\n\"a=b\"=dword:00000001\n"
+        "\"bytes\"=hex:01,02,\\\n  03\n\"two\"=\"one\n[two]\"\n\"end\"=\"a\nb\\\n\"\n"
+        "\"more\"=\"one\" ; \"two\"\n\"odd\" = 1\n";
     const QByteArray after = "; of the shop \\\n[HKEY_LOCAL_MACHINE\\Z]\n[-HKEY_LOCAL_MACHINE\\K]\n"
                              "[HKEY_LOCAL_MACHINE\\Z]\r\n\"z\"=\"1\"\r\n";
     others.write(before + key + after);
@@ -58,6 +61,7 @@ TEST_F(RegistryTest, KeepsWhatOthersHaveWritten) {
         EXPECT_FALSE(registry.value(QStringLiteral("K"), QString::fromUtf16(name)));
     EXPECT_EQ(registry.value(QStringLiteral("k"), QStringLiteral("TWO")),
               QStringLiteral("one\n[two]"));
+    EXPECT_EQ(registry.value(QStringLiteral("K"), QStringLiteral("end")), QStringLiteral("a\nb\n"));
     EXPECT_EQ(registry.value(QStringLiteral("Z"), QStringLiteral("z")), QStringLiteral("1"));
     EXPECT_TRUE(registry.setValue(QStringLiteral("k"), QStringLiteral("text"), QString()));
     EXPECT_EQ(bytes(), before + key + "\"text\"=\"\"\n" + after);
@@ -65,7 +69,30 @@ TEST_F(RegistryTest, KeepsWhatOthersHaveWritten) {
     EXPECT_EQ(bytes(), before + after);
 }
 
+TEST_F(RegistryTest, AValueThatIsNeverClosedIsReadInAMoment) {
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(file).path()));
+    for (const QByteArray& start : {QByteArray("\"open"), QByteArray("hex:00,\\")}) {
+        const QByteArray key = "[HKEY_LOCAL_MACHINE\\K]\n\"a\"=" + start + '\n';
+        QFile others(file);
+        ASSERT_TRUE(others.open(QIODevice::WriteOnly));
+        others.write(key + QByteArray("00, \\\"\\\n\n").repeated(30000));
+        others.close();
+        QElapsedTimer time;
+        time.start();
+        EXPECT_FALSE(registry.value(QStringLiteral("K"), QStringLiteral("a")));
+        EXPECT_TRUE(registry.createKey(QStringLiteral("Z")));
+        EXPECT_LT(time.elapsed(), 5000);
+    }
+}
+
 TEST_F(RegistryTest, WhatCannotBeWrittenIsNotAnError) {
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(file).path()));
+    ASSERT_EQ(mkfifo(QFile::encodeName(file).constData(), 0600), 0);
+    EXPECT_FALSE(registry.createKey(QStringLiteral("A")));
+    EXPECT_FALSE(registry.value(QStringLiteral("A"), QString())) << "nobody writes to the pipe";
+    ASSERT_TRUE(QFile::rename(file, file + QStringLiteral(".lock")));
+    EXPECT_FALSE(registry.createKey(QStringLiteral("A")));
+    EXPECT_FALSE(Registry(QStringLiteral("/dev/zero")).hasKey(QStringLiteral("A")));
     Registry nowhere(QStringLiteral("/proc/no/registry.reg"));
     EXPECT_FALSE(nowhere.createKey(QStringLiteral("A")));
     EXPECT_FALSE(nowhere.value(QStringLiteral("A"), QString()));
