@@ -12,7 +12,8 @@ target_compile_options(project_options INTERFACE
     -Wno-sign-conversion -fvisibility=hidden -fvisibility-inlines-hidden
     $<$<BOOL:${TALLYROOM_WARNINGS_AS_ERRORS}>:-Werror>)
 if(TALLYROOM_SANITIZE)
-    target_compile_options(project_options INTERFACE -fsanitize=${TALLYROOM_SANITIZE} -fno-omit-frame-pointer)
+    target_compile_options(project_options INTERFACE
+        -fsanitize=${TALLYROOM_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(project_options INTERFACE -fsanitize=${TALLYROOM_SANITIZE})
 endif()
 

@@ -1,5 +1,7 @@
 #include "common/Dates.h"
 
+#include "common/RunError.h"
+
 #include <QTime>
 #include <cmath>
 
@@ -131,7 +133,16 @@ Date fromQDateTime(const QDateTime& moment) {
     return {days < 0 ? days - time : days + time};
 }
 
+// Half a second before the end rounds to the year 10000.
+bool isInRange(Date date) {
+    constexpr double beforeYear100 = -657435;
+    constexpr double year10000 = 2958466;
+    return date.serial > beforeYear100 && date.serial < year10000 - 0.5 / secondsPerDay;
+}
+
 QDateTime toQDateTime(Date date) {
+    if (!isInRange(date))
+        throw RunError::make(ErrorNumber::overflow);
     const double whole = std::trunc(date.serial);
     const auto seconds = std::llround(std::abs(date.serial - whole) * secondsPerDay);
     const QDate day = dayZero().addDays(static_cast<qint64>(whole));
@@ -179,10 +190,10 @@ QString monthDayYear(QDate day) {
 } // namespace
 
 QString format(Date date, const QString& picture) {
-    const QDate day = toQDateTime(date).date();
-    if (picture == QLatin1String("mm/dd/yyyy") && day.year() > 0 && day.year() < 10000)
-        return monthDayYear(day);
-    return Picture(toQDateTime(date), picture).text();
+    const QDateTime moment = toQDateTime(date);
+    if (picture == QLatin1String("mm/dd/yyyy"))
+        return monthDayYear(moment.date());
+    return Picture(moment, picture).text();
 }
 
 QString toIso(Date date) {
@@ -213,20 +224,23 @@ QDateTime fullIso(const QString& text) {
     return day.isValid() && time.isValid() ? QDateTime(day, time, Qt::UTC) : QDateTime();
 }
 
+// What other programs write: the day alone, the time in another form.
+QDateTime anyIso(const QString& text) {
+    const QDate day = QDate::fromString(text.left(10), Qt::ISODate);
+    const QTime time =
+        text.size() == 10 ? QTime(0, 0) : QTime::fromString(text.mid(11), Qt::ISODate);
+    return day.isValid() && time.isValid() ? QDateTime(day, time, Qt::UTC) : QDateTime();
+}
+
 } // namespace
 
 std::optional<Date> fromIso(const QString& text) {
-    if (const QDateTime moment = fullIso(text); moment.isValid())
-        return fromQDateTime(moment);
-    const QDate day = QDate::fromString(text.left(10), Qt::ISODate);
-    if (!day.isValid() || text.size() < 10)
+    const QDateTime full = fullIso(text);
+    const QDateTime moment = full.isValid() ? full : anyIso(text);
+    if (!moment.isValid())
         return std::nullopt;
-    if (text.size() == 10)
-        return fromQDate(day);
-    const QTime time = QTime::fromString(text.mid(11), Qt::ISODate);
-    if (!time.isValid())
-        return std::nullopt;
-    return fromQDateTime(QDateTime(day, time, Qt::UTC));
+    const Date date = fromQDateTime(moment);
+    return isInRange(date) ? std::optional(date) : std::nullopt;
 }
 
 } // namespace tallyroom::Dates

@@ -18,9 +18,14 @@ struct Date {
 
 namespace Dates {
 
+// Whether a date lies in the years 100 to 9999, as all dates do that can be shown or computed with.
+bool isInRange(Date date);
+
 Date fromQDate(QDate day);
 Date fromQDateTime(const QDateTime& moment); // to the second
-QDateTime toQDateTime(Date date);            // local clock reading, rounded to the second
+// The clock reading, rounded to the second. This, and all that writes dates, raises 6 for a date
+// that is out of range.
+QDateTime toQDateTime(Date date);
 QDate dayOf(Date date);
 Date now();
 Date today();
@@ -38,7 +43,8 @@ QString toText(Date date);
 // am/pm; "m" after an hour is minutes, other letters stand for themselves.
 QString format(Date date, const QString& picture);
 
-// The store's text form, "YYYY-MM-DD HH:MM:SS", and back; nothing when the text is of another form.
+// The store's text form, "YYYY-MM-DD HH:MM:SS", and back; nothing when the text is of another form
+// or out of range.
 QString toIso(Date date);
 std::optional<Date> fromIso(const QString& text);
 

@@ -36,13 +36,11 @@ QString formatNumber(double value, const QString& picture) {
 }
 
 std::optional<Date> dateOf(const Variant& value) {
-    if (value.type() != Variant::Type::Text)
-        return value.toDate();
-    if (const auto date = Dates::parse(value.toText()))
+    const bool isText = value.type() == Variant::Type::Text;
+    if (const auto date = isText ? Dates::parse(value.toText()) : std::nullopt)
         return date;
-    if (const auto number = parseNumber(value.toText()))
-        return Date{*number};
-    return std::nullopt;
+    const auto serial = isText ? parseNumber(value.toText()) : value.toDouble();
+    return serial && Dates::isInRange({*serial}) ? std::optional(Date{*serial}) : std::nullopt;
 }
 
 bool isBlank(const Variant& value) {
@@ -63,8 +61,9 @@ QString formatValue(const Variant& value, const QString& picture) {
         const auto number = isText ? parseNumber(value.toText()) : value.toDouble();
         return number ? formatNumber(*number, picture) : value.toText();
     }
-    const auto date = dateOf(value);
-    return date ? Dates::format(*date, picture) : value.toText();
+    if (const auto date = dateOf(value))
+        return Dates::format(*date, picture);
+    return value.type() == Variant::Type::Date ? numberText(value.toDouble()) : value.toText();
 }
 
 } // namespace tallyroom

@@ -3,6 +3,7 @@
 #include "common/RunError.h"
 
 #include <cmath>
+#include <limits>
 
 namespace tallyroom {
 
@@ -49,6 +50,8 @@ QString clockOrHours(const Variant& value) {
         if (!hours.isEmpty())
             return hours;
     }
+    if (value.isNumber())
+        value.toDate(); // raises what is beyond all clocks
     return formatValue(value, QStringLiteral("HH:MM"));
 }
 
@@ -100,9 +103,11 @@ QString timeOf(double minutes) {
     return whole + QLatin1Char(':') + formatValue(rest, picture).right(2);
 }
 
-// The seven digits that a single-precision number shows.
-QString singleText(double value) {
-    return QString::number(static_cast<double>(static_cast<float>(value)), 'g', 7);
+// In single precision.
+double single(double value) {
+    if (!(std::abs(value) <= std::numeric_limits<float>::max()))
+        throw RunError::make(ErrorNumber::overflow);
+    return static_cast<float>(value);
 }
 
 Variant fromMinutes(const QString& m, Unit to) {
@@ -112,10 +117,9 @@ Variant fromMinutes(const QString& m, Unit to) {
     case Unit::Time:
         return timeOf(number(m));
     case Unit::Decimal:
-        return formatValue(Variant(static_cast<double>(static_cast<float>(number(m) / 60))),
-                           QStringLiteral("###00.00"));
-    case Unit::Percent:
-        return number(singleText(number(m) / 1440));
+        return formatValue(Variant(single(number(m) / 60)), QStringLiteral("###00.00"));
+    case Unit::Percent: // with the digits that such a number shows
+        return number(QString::number(single(number(m) / 1440), 'g', 7));
     case Unit::Unknown:
         break;
     }

@@ -101,7 +101,10 @@ Date Variant::toDate() const {
         if (const auto date = Dates::parse(std::get<QString>(m_value)))
             return *date;
     }
-    return type() == Type::Date ? std::get<Date>(m_value) : Date{toDouble()};
+    const Date date{toDouble()};
+    if (!Dates::isInRange(date))
+        raise(ErrorNumber::overflow);
+    return date;
 }
 
 ObjectRef Variant::toObject() const {

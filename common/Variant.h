@@ -52,7 +52,7 @@ public:
     double toDouble() const;     // text must be wholly a number
     std::int32_t toLong() const; // rounds half to even
     bool toBoolean() const;      // "True", "False" in any case, or a number
-    Date toDate() const;         // a date text, or a number as a day serial
+    Date toDate() const;         // a date text, or a number as a day serial; 6 out of range
     ObjectRef toObject() const;  // 424 when it is no object; a null reference is an object
     const QByteArray& toBytes() const;
     const VariantArray& toArray() const;
@@ -77,7 +77,8 @@ QString numberText(double value);
 std::optional<double> parseNumber(const QString& text);
 
 // Formats with "00", "###00.00" (numbers), "!@@@@@@@@@" (texts) or a date picture; see Dates.
-// Null and Empty give "". A text that suits the picture in no way is returned unchanged.
+// Null and Empty give "". What suits the picture in no way, a number beyond all dates, say, is
+// returned as the text that it is.
 QString formatValue(const Variant& value, const QString& picture);
 
 } // namespace tallyroom

@@ -84,7 +84,7 @@ HostData readHostData(Database& database) {
 }
 
 QString shownTime(const Variant& time) {
-    return time.isNull() ? QString() : Dates::format(time.toDate(), QStringLiteral("hh:nn"));
+    return formatValue(time, QStringLiteral("hh:nn"));
 }
 
 QString fieldText(const Recordset& rows, const QString& name) {

@@ -51,10 +51,10 @@ bool isSound(sqlite3* handle) {
            sound;
 }
 
-Variant wholeNumber(qint64 number) {
+Variant wholeNumber(double number) {
     const bool fits =
         number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<int>::max();
-    return fits ? Variant(static_cast<int>(number)) : Variant(static_cast<double>(number));
+    return fits ? Variant(static_cast<int>(number)) : Variant(number);
 }
 
 Variant typedNumber(double number, sql::ValueType type) {
@@ -62,9 +62,9 @@ Variant typedNumber(double number, sql::ValueType type) {
     case sql::ValueType::Boolean:
         return Variant(number != 0);
     case sql::ValueType::Long:
-        return wholeNumber(static_cast<qint64>(std::nearbyint(number)));
+        return wholeNumber(std::nearbyint(number));
     case sql::ValueType::Date:
-        return {Date{number}};
+        return Dates::isInRange({number}) ? Variant(Date{number}) : Variant(number);
     default:
         return {number};
     }
@@ -203,7 +203,7 @@ Variant SqliteQuery::value(int column, sql::ValueType type) const {
     switch (sqlite3_column_type(m_statement.get(), column)) {
     case SQLITE_INTEGER:
         if (type == sql::ValueType::Long || type == sql::ValueType::Null)
-            return wholeNumber(key(column));
+            return wholeNumber(static_cast<double>(key(column)));
         [[fallthrough]];
     case SQLITE_FLOAT:
         return typedNumber(sqlite3_column_double(m_statement.get(), column), type);

@@ -65,11 +65,10 @@ void dateToSerial(sqlite3_context* context, int, sqlite3_value** values) {
         sqlite3_result_double(context, date->serial);
 }
 
-// The platform's dates lie in the years 100 to 9999.
 void serialToDate(sqlite3_context* context, int, sqlite3_value** values) {
-    const double serial = sqlite3_value_double(*values);
-    if (!isNull(*values) && serial > -657435 && serial < 2958466)
-        returnText(context, Dates::toIso(Date{serial}));
+    const Date date{sqlite3_value_double(*values)};
+    if (!isNull(*values) && Dates::isInRange(date))
+        returnText(context, Dates::toIso(date));
 }
 
 void floorOf(sqlite3_context* context, int, sqlite3_value** values) {

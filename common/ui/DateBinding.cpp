@@ -44,9 +44,8 @@ QDate moved(QDate day, int key) {
 // Beyond the years that a date text can name the box stays as it is.
 void show(QLineEdit* box, QDate day) {
     const Date date = Dates::fromQDate(day);
-    const QString text = Dates::format(date, shownForm);
-    if (Dates::parse(text) == date)
-        box->setText(text);
+    if (Dates::isInRange(date))
+        box->setText(Dates::format(date, shownForm));
 }
 
 // A calendar leaf, drawn at twice its size so that it stays sharp on dense screens.

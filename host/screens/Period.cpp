@@ -15,7 +15,7 @@ QDate lastRecordedDay(Database& database, const HostData& data) {
                 .arg(SqlText::escaped(data.employees[at].code)),
             RecordsetType::Snapshot);
         const Variant day = rows->field(0);
-        if (!day.isNull())
+        if (day.type() == Variant::Type::Date) // no date comes back as what it is
             last = std::max(last, Dates::toQDateTime(day.toDate()).date());
     }
     return last.isValid() ? last : QDate::currentDate();
@@ -28,7 +28,7 @@ QString periodCondition(const QString& column, const Period& period) {
 }
 
 QString shownDay(const Variant& date) {
-    return date.isNull() ? QString() : Dates::format(date.toDate(), QStringLiteral("mm/dd/yyyy"));
+    return formatValue(date, QStringLiteral("mm/dd/yyyy"));
 }
 
 QString shownDay(QDate day) {

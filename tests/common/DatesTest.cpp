@@ -1,4 +1,8 @@
+#include "common/Variant.h"
 #include "tests/support/Printing.h"
+
+#include <cmath>
+#include <limits>
 
 using namespace tallyroom;
 
@@ -92,6 +96,23 @@ TEST(Dates, FormatsWithPictures) {
     };
     for (const auto& c : cases)
         EXPECT_EQ(Dates::format(date, QString::fromUtf16(c.picture)), c.text);
+}
+
+TEST(Dates, LieInTheYears100To9999) {
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    for (const double serial :
+         {-1e308, 1e308, infinity, -infinity, std::nan(""), -657435.0, 2958466.0, 2958465.999999}) {
+        const Date date{serial};
+        EXPECT_FALSE(Dates::isInRange(date)) << serial;
+        EXPECT_EQ(errorNumberOf([date] { Dates::dayOf(date); }), 6) << serial;
+        EXPECT_EQ(errorNumberOf([date] { Variant(date).toText(); }), 6) << serial;
+        EXPECT_EQ(errorNumberOf([serial] { Variant(serial).toDate(); }), 6) << serial;
+        EXPECT_EQ(formatValue(Variant(date), QStringLiteral("mm/dd/yyyy")), numberText(serial));
+        EXPECT_EQ(formatValue(Variant(serial), QStringLiteral("hh:mm")), numberText(serial));
+    }
+    EXPECT_EQ(Dates::toIso({-657434.5}), QStringLiteral("0100-01-01 12:00:00"));
+    EXPECT_EQ(Dates::toIso({2958465.99999}), QStringLiteral("9999-12-31 23:59:59"));
+    EXPECT_FALSE(Dates::fromIso(QStringLiteral("0099-12-31 00:00:00")));
 }
 
 TEST(Dates, StoreFormRoundTrips) {

@@ -56,6 +56,17 @@ TEST_F(RecordsetTest, MovesFromEndToEndAndFailsBeyond) {
     EXPECT_EQ(errorNumberOf([&] { none->edit(); }), 3021);
 }
 
+TEST_F(RecordsetTest, ANumberThatIsNoValueOfItsColumnStaysANumber) {
+    SQLite::Database(m_folder.file(mainFile).toStdString(), SQLite::OPEN_READWRITE)
+        .exec("UPDATE tlyrTemp SET sendate = -1e308, T15Hours = 1e300");
+    for (const RecordsetType type : {RecordsetType::Dynaset, RecordsetType::Snapshot}) {
+        const auto rows = open(u"Select sendate, T15Hours, sendate + 1 From tlyrTemp", type);
+        EXPECT_EQ(rowsOf(*rows).value(0), QStringLiteral("-1E+308d | 1E+300d | Null"));
+        rows->moveFirst();
+        EXPECT_EQ(errorNumberOf([&] { rows->field(0).toDate(); }), 6);
+    }
+}
+
 TEST_F(RecordsetTest, FixesTheRowsOfADynasetButReadsTheirValuesAnew) {
     const auto rows = open(u"Select * From tlyrTemp Where T15Hours = 10");
     const auto copy = open(u"Select * From tlyrTemp", RecordsetType::Snapshot);
