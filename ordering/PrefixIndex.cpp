@@ -20,16 +20,16 @@ QString upperCase(QString text) {
 } // namespace
 
 PrefixIndex::PrefixIndex(const QStringList& texts)
-    : m_sorted(texts.begin(), texts.end()), m_rank(m_sorted.size()),
-      m_places(2 * m_sorted.size(), noPlace) {
-    std::ranges::transform(m_sorted, m_sorted.begin(), upperCase);
-    std::vector<std::size_t> order(m_sorted.size());
+    : m_rank(static_cast<std::size_t>(texts.size())), m_places(2 * m_rank.size(), noPlace) {
+    std::vector<QString> upper(texts.begin(), texts.end());
+    std::ranges::transform(upper, upper.begin(), upperCase);
+    std::vector<std::size_t> order(upper.size());
     std::iota(order.begin(), order.end(), 0U);
-    std::ranges::sort(order, {},
-                      [this](std::size_t text) -> const QString& { return m_sorted[text]; });
-    for (std::size_t rank = 0; rank < order.size(); ++rank)
-        m_rank[order[rank]] = rank;
-    std::ranges::sort(m_sorted);
+    std::ranges::sort(order, {}, [&](std::size_t text) -> const QString& { return upper[text]; });
+    for (const std::size_t text : order) {
+        m_rank[text] = m_sorted.size();
+        m_sorted.push_back(std::move(upper[text]));
+    }
 }
 
 void PrefixIndex::enter(int text, int place) {

@@ -91,7 +91,7 @@ TEST(SettingsText, AMegabyteIsReadAndEditedInAMoment) {
     EXPECT_EQ(draft.direction(16 + 9999), OrderingDraft::Descending);
     draft.exchange(16, 17);
     EXPECT_EQ(indexedElements(SettingsText(draft.detailsToStore())).size(), draft.count());
-    EXPECT_LT(time.elapsed(), 5000);
+    EXPECT_LT(time.elapsed(), 30000) << "it takes a third of a second without sanitizers";
 }
 
 } // namespace
