@@ -71,8 +71,8 @@ DateBinding::DateBinding(QWidget* window, ObjectRef datePicker)
     : m_window(window), m_datePicker(std::move(datePicker)) {}
 
 DateBinding::~DateBinding() {
-    for (const QMetaObject::Connection& button : m_buttons)
-        disconnect(button);
+    for (const QMetaObject::Connection& connection : m_connections)
+        disconnect(connection);
 }
 
 void DateBinding::bind(QLineEdit* box, QAbstractButton* pickerButton) {
@@ -80,8 +80,13 @@ void DateBinding::bind(QLineEdit* box, QAbstractButton* pickerButton) {
     pickerButton->setIcon(calendarIcon());
     pickerButton->setAccessibleName(QStringLiteral("Pick a date"));
     pickerButton->setToolTip(pickerButton->accessibleName());
-    m_buttons.push_back(Events::connect(pickerButton, &QAbstractButton::clicked, m_window,
-                                        [this, box] { pick(box); }));
+    m_connections.push_back(Events::connect(pickerButton, &QAbstractButton::clicked, m_window,
+                                            [this, box] { pick(box); }));
+    m_connections.push_back(
+        Events::connect(box, &QLineEdit::textChanged, m_window, [box](const QString& text) {
+            if (Dates::isDate(text))
+                markCorrected(box);
+        }));
 }
 
 // The window and the binding may be closed while the host shows its form.
@@ -95,7 +100,6 @@ void DateBinding::pick(QLineEdit* dateBox) const {
     if (!box || !datePicker.property(QStringLiteral("WasPicked")).toBoolean())
         return;
     box->setText(Dates::format(monthView.property(QStringLiteral("Value")).toDate(), shownForm));
-    markCorrected(box);
 }
 
 bool DateBinding::eventFilter(QObject* watched, QEvent* event) {
@@ -107,12 +111,10 @@ bool DateBinding::eventFilter(QObject* watched, QEvent* event) {
     const bool isShortcut = isDateKey(keyEvent->key()) && modifiers == Qt::NoModifier;
     if (box->isReadOnly() || !isShortcut)
         return QObject::eventFilter(watched, event);
-    if (const auto date = Dates::parse(box->text())) {
+    if (const auto date = Dates::parse(box->text()))
         show(box, moved(Dates::dayOf(*date), keyEvent->key()));
-        markCorrected(box);
-    } else {
+    else
         markUntilCorrected(box);
-    }
     return true;
 }
 

@@ -14,7 +14,7 @@ namespace tallyroom {
 // Binds the date boxes of one window to their picker buttons and to the date keys: Page Up and
 // Page Down a month later or earlier, Up and Down a day, Home and End the first and last day of the
 // month. The keys act on a box that is not locked and holds a date; a text that is none turns red
-// at such a key, though not while it is being typed, until a date key or the picker meets a date.
+// at such a key, though not while it is being typed, until it is a date, however it became one.
 // Dates are written as mm/dd/yyyy. The window owns the binding and destroys it when it closes,
 // which releases boxes and buttons.
 class DateBinding : public QObject {
@@ -38,7 +38,7 @@ protected:
 private:
     QWidget* m_window;
     ObjectRef m_datePicker;
-    std::vector<QMetaObject::Connection> m_buttons;
+    std::vector<QMetaObject::Connection> m_connections;
 };
 
 } // namespace tallyroom
