@@ -140,7 +140,6 @@ void frmTLYROrders::refuse(const QString& message, bool description) {
         markWrong(m_ui->Text2);
     }
     Messages::show(this, message, QMessageBox::Critical);
-    WaitPointer::hide();
 }
 
 void frmTLYROrders::Command1_Click() {

@@ -1,5 +1,7 @@
 #include "common/ui/Messages.h"
 
+#include "common/ui/WaitPointer.h"
+
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -53,6 +55,7 @@ QString applicationTitle() {
 
 QMessageBox::StandardButton show(QWidget* parent, const QString& text, QMessageBox::Icon icon,
                                  QMessageBox::StandardButtons buttons, const QString& title) {
+    WaitPointer::hide();
     AnswerBox box(parent);
     box.setObjectName(QStringLiteral("MessageBox"));
     box.setWindowTitle(title);

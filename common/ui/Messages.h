@@ -12,7 +12,8 @@ namespace tallyroom::Messages {
 QString applicationTitle();
 
 // Shows a modal box and returns the button pressed. A question that has to be answered (Yes and
-// No; Abort, Retry and Ignore) is closed by its buttons only, not by Esc or the window's frame.
+// No; Abort, Retry and Ignore) is closed by its buttons only, not by Esc or the window's frame. The
+// wait pointer is gone from then on; who works on after the answer shows it again.
 QMessageBox::StandardButton show(QWidget* parent, const QString& text, QMessageBox::Icon icon,
                                  QMessageBox::StandardButtons buttons = QMessageBox::Ok,
                                  const QString& title = applicationTitle());

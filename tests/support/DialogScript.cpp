@@ -44,6 +44,7 @@ void DialogScript::expectBox(const QString& text, QMessageBox::StandardButton pr
                            auto* box = qobject_cast<QMessageBox*>(&window);
                            EXPECT_EQ(box->icon(), icon) << text.toStdString();
                            EXPECT_EQ(box->windowTitle(), title);
+                           EXPECT_FALSE(QApplication::overrideCursor()) << text.toStdString();
                            pressButton(window, press);
                        }});
 }
