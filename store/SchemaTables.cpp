@@ -10,6 +10,7 @@ using enum ColumnType;
 constexpr int codeWidth = 9;
 constexpr int nameWidth = 50;
 constexpr int phoneWidth = 20;
+constexpr int widestText = 255;
 
 constexpr Column assocColumns[] = {
     {u"Accepted", Text, codeWidth},
@@ -30,7 +31,7 @@ constexpr Column orderColumns[] = {
 
 constexpr Column auditColumns[] = {
     {u"Now", Date},
-    {u"User", Text, nameWidth},
+    {u"User", Text, widestText}, // a name that is cut is not found again
     {u"Emp_Code", Text, codeWidth},
     {u"Date", Date},
     {u"Action", Long},

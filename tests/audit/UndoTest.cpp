@@ -64,6 +64,9 @@ TEST_F(UndoTest, ListsTheOwnAnswersThatHaveAColumn) {
     EXPECT_EQ(lines(ann).size(), 1);
     EXPECT_EQ(lines(QStringLiteral("nobody")).size(), 0);
     EXPECT_EQ(lines(master).size(), 2);
+    const QString longName(255, u'n');
+    add(longName, 0, 15, acceptedColumn);
+    EXPECT_EQ(lines(longName).size(), 1) << "a name that was cut would never be found again";
 }
 
 TEST_F(UndoTest, AnEntryWithMissingValuesIsListedLikeTheOthers) {
