@@ -10,7 +10,10 @@ namespace {
 const QString formField = QStringLiteral("formname");
 const QString optionsField = QStringLiteral("formoptions");
 
-std::shared_ptr<Recordset> rowsOf(const QString& dataFolder, const QString& user) {
+// Under this name add-ins remember what windows are like while nobody is signed in.
+const QString nobody = QStringLiteral("*Master*");
+
+std::shared_ptr<Recordset> rowsOf(const QString& dataFolder, QString user) {
     return Workspace::openHostOptions(dataFolder)
         ->openRecordset(QStringLiteral("Select * from [FormOptions] where [Username] = '%1';")
                             .arg(SqlText::escaped(user)),
@@ -20,7 +23,7 @@ std::shared_ptr<Recordset> rowsOf(const QString& dataFolder, const QString& user
 } // namespace
 
 KeptOptions::KeptOptions(const QString& dataFolder, const QString& user)
-    : m_rows(rowsOf(dataFolder, user)) {
+    : m_rows(rowsOf(dataFolder, user.isEmpty() ? nobody : user)) {
     for (; !m_rows->eof(); m_rows->moveNext())
         m_options.insert(m_rows->field(formField).textOrEmpty(),
                          m_rows->field(optionsField).textOrEmpty());

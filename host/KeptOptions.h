@@ -13,7 +13,7 @@ namespace tallyroom::host {
 // picture of the board is none of the user's visits.
 class KeptOptions {
 public:
-    // Raises what the database raises.
+    // Without a name for what is remembered of nobody. Raises what the database raises.
     KeptOptions(const QString& dataFolder, const QString& user);
     ~KeptOptions();
     KeptOptions(const KeptOptions&) = delete;

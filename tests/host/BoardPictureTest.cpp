@@ -62,16 +62,22 @@ TEST(BoardPicture, IsTakenOfThePaintedBoardWhichIsThenClosed) {
 
 TEST(BoardPicture, WhatWindowsRememberedIsPutBack) {
     const HostDataFolder folder;
-    const QString user = QStringLiteral("O'Neil");
     const QString window = QStringLiteral("Tallyroom");
-    FormOptionsTable::write(folder.path(), user, window, QStringLiteral("before"));
-    {
-        const KeptOptions kept(folder.path(), user);
-        FormOptionsTable::write(folder.path(), user, window, QStringLiteral("after"));
-        FormOptionsTable::write(folder.path(), user, QStringLiteral("other"), QString());
+    const struct {
+        QString given;
+        QString known; // to the add-in
+    } users[] = {{QStringLiteral("O'Neil"), QStringLiteral("O'Neil")},
+                 {QString(), QStringLiteral("*Master*")}};
+    for (const auto& [given, known] : users) {
+        FormOptionsTable::write(folder.path(), known, window, QStringLiteral("before"));
+        {
+            const KeptOptions kept(folder.path(), given);
+            FormOptionsTable::write(folder.path(), known, window, QStringLiteral("after"));
+            FormOptionsTable::write(folder.path(), known, QStringLiteral("other"), QString());
+        }
+        EXPECT_EQ(FormOptionsTable::read(folder.path(), known, window), QStringLiteral("before"));
     }
-    EXPECT_EQ(FormOptionsTable::read(folder.path(), user, window), QStringLiteral("before"));
-    EXPECT_EQ(folder.hostCount(QStringLiteral("FormOptions")), 1);
+    EXPECT_EQ(folder.hostCount(QStringLiteral("FormOptions")), 2);
 }
 
 TEST(BoardPictureDeathTest, AnotherWindowEndsTheProgramWithItsWords) {
