@@ -15,7 +15,6 @@ namespace {
 constexpr int pollInterval = 20; // milliseconds
 constexpr qint64 longestWait =
     60000; // milliseconds in which the event loop runs and no board comes
-const QString boardName = QStringLiteral("Tallyroom");
 
 // The texts of the visible columns, row by row, the heading first.
 std::vector<QStringList> visibleTexts(const QTableView& table) {
@@ -86,27 +85,19 @@ QString tableText(const QTableView& table) {
 }
 
 BoardPicture::BoardPicture(const QString& file) : m_file(file) {
-    qApp->installEventFilter(this);
     connect(&m_timer, &QTimer::timeout, this, &BoardPicture::poll);
     m_timer.start(pollInterval);
     m_waiting.start();
-}
-
-bool BoardPicture::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Paint && watched->objectName() == boardName &&
-        watched->isWidgetType())
-        m_board = static_cast<QWidget*>(watched);
-    return false;
 }
 
 void BoardPicture::poll() {
     if (m_isTaken)
         return;
     QWidget* modal = QApplication::activeModalWidget();
-    if (modal && modal->objectName() != boardName)
+    if (modal && !BoardWatch::isBoard(*modal))
         giveUp(modal, QStringLiteral("Another window came up instead of the board."));
-    if (m_board && m_board->isVisible())
-        take(*m_board);
+    if (m_watch.board() && m_watch.board()->isVisible())
+        take(*m_watch.board());
     else if (m_waiting.hasExpired(longestWait))
         giveUp(nullptr, QStringLiteral("The board did not come up."));
 }

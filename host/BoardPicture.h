@@ -1,11 +1,10 @@
 // Prints and photographs the board as soon as it is up, and closes it.
 #pragma once
 
+#include "host/BoardWatch.h"
+
 #include <QElapsedTimer>
-#include <QObject>
-#include <QPointer>
 #include <QTimer>
-#include <QWidget>
 
 class QTableView;
 
@@ -27,9 +26,6 @@ public:
 
     bool isTaken() const { return m_isTaken; }
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
     void poll();
     void take(QWidget& board);
@@ -39,7 +35,7 @@ private:
     QString m_file;
     QTimer m_timer;
     QElapsedTimer m_waiting;
-    QPointer<QWidget> m_board; // painted at least once
+    BoardWatch m_watch;
     bool m_isTaken = false;
 };
 

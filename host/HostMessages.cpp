@@ -1,8 +1,13 @@
 #include "host/HostMessages.h"
 
 #include <QMessageBox>
+#include <QTextStream>
 
 namespace tallyroom::host {
+
+void printError(const QString& text) {
+    QTextStream(stderr) << QStringLiteral("brightclock: ") << text << '\n';
+}
 
 void showError(const RunError& error, QWidget* parent) {
     QMessageBox box(QMessageBox::Critical, QStringLiteral("Brightclock"),

@@ -1,4 +1,4 @@
-// The host's message boxes.
+// The host's message boxes, and its lines on standard error.
 #pragma once
 
 #include "common/RunError.h"
@@ -9,6 +9,7 @@ class QWidget;
 
 namespace tallyroom::host {
 
+void printError(const QString& text);
 void showError(const RunError& error, QWidget* parent);
 
 // Runs what a control starts; an error is shown and ends it, since nothing may be thrown through

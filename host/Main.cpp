@@ -1,10 +1,9 @@
 // The stand-in host's entry point.
 #include "common/Display.h"
 #include "common/RunError.h"
-#include "host/BoardPicture.h"
+#include "host/BoardRun.h"
 #include "host/Host.h"
 #include "host/HostMessages.h"
-#include "host/KeptOptions.h"
 #include "host/Options.h"
 #include "host/demo/DemoData.h"
 
@@ -16,15 +15,6 @@ using namespace tallyroom;
 using namespace tallyroom::host;
 
 namespace {
-
-constexpr int exitSuccess = 0;
-constexpr int exitFailure = 1;
-constexpr int exitUsage = 2;
-constexpr int exitNoDisplay = 3;
-
-void printError(const QString& text) {
-    QTextStream(stderr) << QStringLiteral("brightclock: ") << text << '\n';
-}
 
 int showHelp(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
@@ -51,20 +41,6 @@ int createData(const DemoSettings& settings) {
         printError(QStringLiteral("The data could not be written: ") +
                    QString::fromUtf8(error.what()));
     }
-    return exitFailure;
-}
-
-int runBoard(const Options& options) {
-    if (options.pictureFile.isEmpty()) {
-        Host(options).callEntry(options.openEntry);
-        return exitSuccess;
-    }
-    const KeptOptions kept(options.dataFolder, options.user);
-    const BoardPicture picture(options.pictureFile);
-    Host(options).callEntry(options.openEntry);
-    if (picture.isTaken())
-        return exitSuccess;
-    printError(QStringLiteral("The board was not shown."));
     return exitFailure;
 }
 

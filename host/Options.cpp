@@ -7,7 +7,7 @@ namespace tallyroom::host {
 
 namespace {
 
-const QString boardEntry = QStringLiteral("TLYRShow"); // what a picture is taken of
+const QString boardEntry = QStringLiteral("TLYRShow");
 
 // What is wrong with the command line.
 struct UsageError {
@@ -151,6 +151,10 @@ Options readOptions(const QCommandLineParser& parser) {
 }
 
 } // namespace
+
+bool Options::opensBoard() const {
+    return openEntry.compare(boardEntry, Qt::CaseInsensitive) == 0;
+}
 
 OptionsResult parseOptions(const QStringList& arguments) {
     QCommandLineParser parser;

@@ -21,6 +21,7 @@ struct Options {
     QString pictureFile;                  // save a picture of the board there, without a display
     QString moduleFile;                   // the add-in's module; empty to look in the usual places
 
+    bool opensBoard() const;
     // Nobody is expected to be at the screen, so errors go to standard error.
     bool isScripted() const { return !openEntry.isEmpty(); }
 };
