@@ -72,8 +72,12 @@ char16_t unitOf(char c) {
     return static_cast<unsigned char>(c);
 }
 
-int rankOf(char16_t unit) {
+const Ranks& allRanks() {
     static const Ranks ranks = findRanks();
+    return ranks;
+}
+
+int rankOf(char16_t unit, const Ranks& ranks) {
     return unit < ranks.size() ? ranks[unit] : 0;
 }
 
@@ -85,24 +89,26 @@ View withoutBlanksAtEnd(View text) {
 }
 
 template<typename View>
-bool isPrintable(View text) {
-    return std::all_of(text.begin(), text.end(), [](auto c) { return rankOf(unitOf(c)) != 0; });
+bool isPrintable(View text, const Ranks& ranks) {
+    return std::all_of(text.begin(), text.end(),
+                       [&ranks](auto c) { return rankOf(unitOf(c), ranks) != 0; });
 }
 
 // The order of texts of printable ASCII; nothing for others.
 template<typename View>
 std::optional<int> plainOrder(View left, View right) {
+    const Ranks& ranks = allRanks();
     const auto common = std::min(left.size(), right.size());
     int order = 0;
     for (qsizetype i = 0; i < common; ++i) {
-        const int a = rankOf(unitOf(left[i]));
-        const int b = rankOf(unitOf(right[i]));
+        const int a = rankOf(unitOf(left[i]), ranks);
+        const int b = rankOf(unitOf(right[i]), ranks);
         if (a == 0 || b == 0)
             return std::nullopt;
         if (order == 0)
             order = a - b;
     }
-    if (!isPrintable(left.sliced(common)) || !isPrintable(right.sliced(common)))
+    if (!isPrintable(left.sliced(common), ranks) || !isPrintable(right.sliced(common), ranks))
         return std::nullopt;
     return order != 0 ? order : static_cast<int>(left.size() - right.size());
 }
@@ -140,11 +146,6 @@ QStringList spellingsOf(char32_t character) {
     return result;
 }
 
-QStringList usualSpellings(const QString& text) {
-    const QString lower = text.toLower();
-    return {text, text.toUpper(), lower, lower.left(1).toUpper() + lower.sliced(1)};
-}
-
 } // namespace
 
 QString folded(QStringView text) {
@@ -175,7 +176,7 @@ QStringList spellings(const QString& text) {
     for (const char32_t character : text.toStdU32String()) {
         const QStringList endings = spellingsOf(character);
         if (result.size() * endings.size() > most)
-            return usualSpellings(text);
+            return {};
         QStringList longer;
         for (const QString& beginning : std::as_const(result)) {
             for (const QString& ending : endings)

@@ -22,8 +22,8 @@ int compare(QStringView left, QStringView right);
 int compare(QUtf8StringView left, QUtf8StringView right);
 
 // Texts that together match, by the case of the letters A to Z alone, whatever is the same as this
-// one: how many grows with the letters outside ASCII. Where there are more than a thousand, the
-// text as it is, in capitals, in small letters and with its first letter a capital.
+// one. They double with each letter outside ASCII; none are given where there would be more than a
+// thousand.
 QStringList spellings(const QString& text);
 
 bool isAscii(QStringView text);

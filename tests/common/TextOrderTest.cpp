@@ -57,7 +57,7 @@ TEST(TextOrder, SameTextsDifferInCaseAndBlanksAtTheEndOnly) {
         EXPECT_EQ(hasSpelling(left, right), c.same) << left.toStdString();
     }
     EXPECT_EQ(TextOrder::spellings(QStringLiteral("Añé")).size(), 4);
-    EXPECT_EQ(TextOrder::spellings(QString(20, u'я')).size(), 4);
+    EXPECT_TRUE(TextOrder::spellings(QString(20, u'я')).isEmpty());
 }
 
 // Texts of ASCII never reach the collation: their order must be its own, also beside others.
