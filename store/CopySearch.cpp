@@ -73,7 +73,8 @@ void CopySearch::fill(const std::vector<std::vector<Variant>>& rows) {
 
 // A search for one value is mostly one of many.
 void CopySearch::indexFor(const sql::BoundNode& condition) {
-    if (condition.kind != sql::BoundKind::Apply || condition.operation != sql::Operation::Equal)
+    const bool listed = condition.kind == sql::BoundKind::InList; // one value's spellings, too
+    if (!listed && condition.operation != sql::Operation::Equal)
         return;
     const sql::BoundNode* left = condition.operands.front().get();
     if (left->kind == sql::BoundKind::Apply && left->operation == sql::Operation::CaseBlind)

@@ -1,14 +1,18 @@
 #include "store/SqliteFunctions.h"
 
+#include "common/TextOrder.h"
 #include "common/Variant.h"
 #include "store/LikePattern.h"
 #include "store/StoreErrors.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <limits>
 #include <sqlite3.h>
+#include <string>
 #include <string_view>
 
 namespace tallyroom {
@@ -102,6 +106,46 @@ void like(sqlite3_context* context, int, sqlite3_value** values) {
         sqlite3_result_int(context, matchesLike(textOf(values[0]), textOf(values[1])) ? -1 : 0);
 }
 
+// Whatever is the same as a text begins with its part before the first character outside ASCII and
+// goes on with such a character: it lies between these two in the order of the files' indexes. A
+// text of ASCII is both of them itself.
+void returnBound(sqlite3_context* context, sqlite3_value* value, const char* ending) {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+    const char* end = text + sqlite3_value_bytes(value);
+    const char* other =
+        std::find_if(text, end, [](char c) { return static_cast<unsigned char>(c) > 0x7F; });
+    if (other == end)
+        return sqlite3_result_value(context, value);
+    const std::string bound = std::string(text, other) + ending;
+    sqlite3_result_text64(context, bound.data(), bound.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+}
+
+void lowestSame(sqlite3_context* context, int, sqlite3_value** values) {
+    returnBound(context, *values, "");
+}
+
+void highestSame(sqlite3_context* context, int, sqlite3_value** values) {
+    returnBound(context, *values, "\xF4\x8F\xBF\xBF"); // the last character
+}
+
+// Of a text with more spellings than can be listed, those that people use.
+QStringList usedSpellings(const QString& text) {
+    const QStringList all = TextOrder::spellings(text);
+    if (!all.isEmpty())
+        return all;
+    const QString lower = text.toLower();
+    return {text, text.toUpper(), lower, lower.left(1).toUpper() + lower.sliced(1)};
+}
+
+// A JSON array of the texts that NOCASE must look for; none where the text itself is enough.
+void spellings(sqlite3_context* context, int, sqlite3_value** values) {
+    const QString text = textOf(*values);
+    if (TextOrder::isAscii(text))
+        return;
+    const QJsonDocument json(QJsonArray::fromStringList(usedSpellings(text)));
+    returnText(context, QString::fromUtf8(json.toJson(QJsonDocument::Compact)));
+}
+
 // An aggregate over the rows of a scalar subquery, of which there may be one at the most.
 struct SingleValue {
     sqlite3_value* value;
@@ -145,6 +189,9 @@ constexpr ScalarFunction scalarFunctions[] = {
     {"tr_right", 2, rightPart},
     {"tr_concat", 2, concatenate},
     {"tr_like", 2, like},
+    {"tr_lowest", 1, lowestSame},
+    {"tr_highest", 1, highestSame},
+    {"tr_spellings", 1, spellings},
 };
 
 // Not usable from within the schema of a file that someone else has made.
@@ -188,9 +235,18 @@ int compareTexts(void*, int leftLength, const void* left, int rightLength, const
     return compareTrimmed(left, leftLength, right, rightLength);
 }
 
+// Codes are mostly compared with themselves.
+int collate(void*, int leftLength, const void* left, int rightLength, const void* right) {
+    const std::string_view a(static_cast<const char*>(left), static_cast<std::size_t>(leftLength));
+    const std::string_view b(static_cast<const char*>(right),
+                             static_cast<std::size_t>(rightLength));
+    return a == b ? 0 : TextOrder::compare(QUtf8StringView(a), QUtf8StringView(b));
+}
+
 } // namespace
 
 bool registerSqliteFunctions(sqlite3* connection) {
+    TextOrder::compare(u"a", u"b"); // raises here what nothing may raise through the engine
     int result = sqlite3_create_function_v2(connection, "tr_single", 1, functionFlags, nullptr,
                                             nullptr, singleValueStep, singleValueFinal, nullptr);
     for (const ScalarFunction& function : scalarFunctions) {
@@ -202,6 +258,9 @@ bool registerSqliteFunctions(sqlite3* connection) {
     if (result == SQLITE_OK)
         result = sqlite3_create_collation_v2(connection, "NOCASE", SQLITE_UTF8, nullptr,
                                              compareTexts, nullptr);
+    if (result == SQLITE_OK)
+        result = sqlite3_create_collation_v2(connection, "TR_TEXT", SQLITE_UTF8, nullptr, collate,
+                                             nullptr);
     return result == SQLITE_OK;
 }
 

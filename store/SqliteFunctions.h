@@ -6,7 +6,8 @@ struct sqlite3;
 namespace tallyroom {
 
 // Makes the functions of the dialect known to a connection: conversions between the store's types,
-// Like patterns, joining of texts, and the guard of scalar subqueries. Returns false on failure.
+// Like patterns, joining of texts, and the guard of scalar subqueries; and its two orders of texts.
+// Returns false on failure.
 bool registerSqliteFunctions(sqlite3* connection);
 
 } // namespace tallyroom

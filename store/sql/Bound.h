@@ -31,7 +31,8 @@ struct BoundNode {
 
 struct BoundSource {
     std::shared_ptr<const CatalogTable> table;
-    QString alias; // unique in the statement
+    QString alias;                                     // unique in the statement
+    std::shared_ptr<const BoundSelect> rows = nullptr; // instead of a table
 };
 
 struct BoundColumn {
@@ -46,8 +47,8 @@ struct BoundOrder {
 
 struct BoundSelect {
     bool distinct = false;
-    bool totals = false; // one row a group, or one in all
-    std::optional<BoundSource> source;
+    bool totals = false;               // one row a group, or one in all
+    std::optional<BoundSource> source; // of totals, this may be another query's rows
     std::vector<BoundColumn> columns;
     BoundPtr where;
     std::vector<BoundPtr> groupBy;
@@ -55,7 +56,7 @@ struct BoundSelect {
     std::vector<BoundOrder> orderBy;
 
     // Each of its rows is one row of a table.
-    bool updatable() const { return source && source->table->keyed && !distinct && !totals; }
+    bool updatable() const { return source && !distinct && !totals && source->table->keyed; }
 };
 
 struct BoundDelete {

@@ -34,6 +34,7 @@ struct Dialect {
     const char16_t* tableWithAlias;
     const char16_t* singleValue; // $1 a query of one column "v"; fails on a second row
     const char16_t* inSet;       // $1 value, $2 list or query
+    const char16_t* inTexts;     // $1 text, $2 a query of one column "v", in any spelling
     const char16_t* textSet;     // the query of the texts in $1, which is a JSON array
     std::array<const char16_t*, operationCount> operations;
 

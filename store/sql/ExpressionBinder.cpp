@@ -1,6 +1,7 @@
 #include "store/sql/ExpressionBinder.h"
 
 #include "common/RunError.h"
+#include "store/sql/Comparisons.h"
 #include "store/sql/Functions.h"
 #include "store/sql/SelectBinder.h"
 #include "store/sql/Typing.h"
@@ -76,7 +77,11 @@ const Function* findBareFunction(const Expression& name) {
 } // namespace
 
 BoundSource BindContext::addSource(std::shared_ptr<const CatalogTable> table) {
-    return {std::move(table), QStringLiteral("t%1").arg(++sources)};
+    return {std::move(table), newAlias()};
+}
+
+QString BindContext::newAlias() {
+    return QStringLiteral("t%1").arg(++sources);
 }
 
 void BindContext::addUnknownName(const QString& name) {

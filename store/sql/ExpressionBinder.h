@@ -13,6 +13,7 @@ struct BindContext {
     int sources = 0;          // tables met so far, for their aliases
 
     BoundSource addSource(std::shared_ptr<const CatalogTable> table);
+    QString newAlias();
     void addUnknownName(const QString& name);
 };
 

@@ -75,7 +75,7 @@ QString Generator::valueByKey(const BoundSelect& query, std::size_t column) {
     return byKey(query, text(*query.columns[column].value));
 }
 
-QString Generator::byKey(const BoundSelect& query, const QString& columnTexts) const {
+QString Generator::byKey(const BoundSelect& query, const QString& columnTexts) {
     return QStringLiteral("SELECT %1 FROM %2 WHERE %3 = %4")
         .arg(columnTexts, source(*query.source), key(*query.source), parameter(1));
 }
@@ -169,8 +169,18 @@ QString Generator::parameter(qsizetype number) const {
     return filled(m_dialect.parameter, {QString::number(number)});
 }
 
-QString Generator::source(const BoundSource& source) const {
-    return filled(m_dialect.tableWithAlias, {tableName(*source.table), quotedName(source.alias)});
+QString Generator::source(const BoundSource& source) {
+    const QString rowsText =
+        source.rows ? u'(' + namedRows(*source.rows) + u')' : tableName(*source.table);
+    return filled(m_dialect.tableWithAlias, {rowsText, quotedName(source.alias)});
+}
+
+// The order of rows that another query reads is of no consequence.
+QString Generator::namedRows(const BoundSelect& query) {
+    QStringList result;
+    for (const BoundColumn& column : query.columns)
+        result << text(*column.value) + QStringLiteral(" AS ") + quotedName(column.name);
+    return select(query, result.join(QStringLiteral(", ")));
 }
 
 // Appends to one text throughout, so that long lists are not copied once a level.
@@ -291,8 +301,14 @@ void Generator::appendLiteral(const BoundNode& literal) {
     }
 }
 
+const char16_t* Generator::inTemplate(const BoundNode& in) const {
+    const bool texts =
+        in.kind == BoundKind::InSelect && in.operands.front()->type == ValueType::Text;
+    return texts ? m_dialect.inTexts : m_dialect.inSet;
+}
+
 void Generator::appendIn(const BoundNode& in) {
-    for (QStringView rest(m_dialect.inSet); !rest.isEmpty(); rest = rest.sliced(1)) {
+    for (QStringView rest(inTemplate(in)); !rest.isEmpty(); rest = rest.sliced(1)) {
         if (rest.front() != u'$') {
             m_out += rest.front();
             continue;

@@ -42,6 +42,7 @@ private:
     void append(const BoundNode& node);
     void appendTemplate(const char16_t* text, const std::vector<BoundPtr>& operands);
     void appendLiteral(const BoundNode& literal);
+    const char16_t* inTemplate(const BoundNode& in) const;
     void appendIn(const BoundNode& in);
     void appendSet(const BoundNode& in);
     QString textSet(const QStringList& texts) const;
@@ -51,7 +52,7 @@ private:
     QString text(const BoundNode& node);
     QString texts(const std::vector<BoundPtr>& nodes);
     QString assignmentTexts(const std::vector<BoundAssignment>& assignments);
-    QString byKey(const BoundSelect& query, const QString& columnTexts) const;
+    QString byKey(const BoundSelect& query, const QString& columnTexts);
     QString select(const BoundSelect& select, const QString& columns);
     QString subselect(const BoundSelect& select);
     QString clause(const char16_t* keyword, const BoundPtr& condition);
@@ -59,7 +60,8 @@ private:
     QString columns(const BoundSelect& select);
     QString key(const BoundSource& source) const;
     QString parameter(qsizetype number) const;
-    QString source(const BoundSource& source) const;
+    QString source(const BoundSource& source);
+    QString namedRows(const BoundSelect& query);
     QStringList quotedNames(const QStringList& names) const;
 
     const Dialect& m_dialect;

@@ -21,6 +21,7 @@ enum class Operation {
     GreaterOrEqual,
     Between,        // the bounds in either order
     BetweenOrdered, // the lower bound comes first
+    SameText,       // of two texts, the first a column whose index may serve
     Like,
     IsNull,
     IsNotNull,
@@ -68,9 +69,10 @@ enum class Operation {
     DateToSerial,
     SerialToDate,
     FitText,   // cut to a number of characters
-    CaseBlind, // the text, compared and sorted without regard to case
+    CaseBlind, // the text, compared as the files' indexes have it: only A to Z have a case
+    Collated,  // the text, compared and sorted as TextOrder has it
 };
 
-inline constexpr std::size_t operationCount = static_cast<std::size_t>(Operation::CaseBlind) + 1;
+inline constexpr std::size_t operationCount = static_cast<std::size_t>(Operation::Collated) + 1;
 
 } // namespace tallyroom::sql

@@ -1,7 +1,9 @@
 #include "store/sql/SelectBinder.h"
 
 #include "common/RunError.h"
+#include "store/sql/Comparisons.h"
 #include "store/sql/GroupSums.h"
+#include "store/sql/TextGroups.h"
 #include "store/sql/Typing.h"
 
 #include <algorithm>
@@ -70,7 +72,8 @@ BoundSelect SelectBinder::bind(const SelectStatement& select, const std::vector<
         m_result.orderBy.push_back(bindOrder(item));
     checkGroups(select);
     simplifySums();
-    ignoreCase();
+    groupTexts();
+    sortTexts();
     return std::move(m_result);
 }
 
@@ -171,16 +174,21 @@ void SelectBinder::simplifySums() {
     m_result.having = sums.simplified(m_result.having);
 }
 
-// What is compared in sorting, grouping and leaving out doubles.
-void SelectBinder::ignoreCase() {
-    for (BoundOrder& order : m_result.orderBy)
-        order.value = caseBlind(std::move(order.value));
+void SelectBinder::groupTexts() {
+    if (TextGroups::suit(m_result))
+        m_result = TextGroups(m_context.newAlias()).joined(std::move(m_result));
     for (BoundPtr& group : m_result.groupBy)
-        group = caseBlind(std::move(group));
+        group = collated(std::move(group));
+}
+
+// What is compared in sorting and leaving out doubles.
+void SelectBinder::sortTexts() {
+    for (BoundOrder& order : m_result.orderBy)
+        order.value = collated(std::move(order.value));
     if (!m_result.distinct)
         return;
     for (BoundColumn& column : m_result.columns)
-        column.value = caseBlind(std::move(column.value));
+        column.value = collated(std::move(column.value));
 }
 
 // True when the value is the same for all rows of a group.

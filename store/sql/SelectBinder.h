@@ -29,7 +29,8 @@ private:
     BoundOrder bindOrder(const OrderItem& item);
     void checkGroups(const SelectStatement& select) const;
     void simplifySums();
-    void ignoreCase();
+    void groupTexts();
+    void sortTexts();
     bool isGrouped(const BoundPtr& node, std::unordered_set<const BoundNode*>& known) const;
 
     BindContext& m_context;

@@ -25,6 +25,8 @@ constexpr Template templates[] = {
     {Operation::GreaterOrEqual, u"($1 >= $2)"},
     {Operation::Between, u"($1 BETWEEN min($2, $3) AND max($2, $3))"},
     {Operation::BetweenOrdered, u"($1 BETWEEN $2 AND $3)"},
+    {Operation::SameText, u"($1 COLLATE NOCASE BETWEEN tr_lowest($2) AND tr_highest($2) AND "
+                          u"$1 COLLATE TR_TEXT = $2)"},
     {Operation::Like, u"tr_like($1, $2)"},
     {Operation::IsNull, u"($1 IS NULL)"},
     {Operation::IsNotNull, u"($1 IS NOT NULL)"},
@@ -69,6 +71,7 @@ constexpr Template templates[] = {
     {Operation::SerialToDate, u"tr_from_serial($1)"},
     {Operation::FitText, u"substr($1, 1, $2)"},
     {Operation::CaseBlind, u"$1 COLLATE NOCASE"},
+    {Operation::Collated, u"$1 COLLATE TR_TEXT"},
 };
 
 static_assert(std::size(templates) == operationCount, "an operation without a template");
@@ -101,6 +104,7 @@ constexpr Dialect dialect = {
     u"$1 AS $2",
     u"(SELECT tr_single(\"v\") FROM ($1))",
     u"($1 IN ($2))",
+    u"($1 IN (SELECT ifnull(value, \"v\") FROM ($2) LEFT JOIN json_each(tr_spellings(\"v\"))))",
     u"SELECT value FROM json_each($1)",
     byOperation(),
 };

@@ -1,7 +1,5 @@
 #include "store/sql/Typing.h"
 
-#include "common/RunError.h"
-
 #include <algorithm>
 
 namespace tallyroom::sql {
@@ -80,33 +78,7 @@ BoundPtr toDate(BoundPtr value) {
 
 bool anyAggregate(const std::vector<BoundPtr>& operands) {
     return std::any_of(operands.begin(), operands.end(),
-                       [](const BoundPtr& operand) { return operand && operand->aggregate; });
-}
-
-// Brings both sides to one type, or refuses.
-void matchForComparison(BoundPtr& left, BoundPtr& right) {
-    if (left->type == ValueType::Boolean)
-        left = truthAsNumber(std::move(left));
-    if (right->type == ValueType::Boolean)
-        right = truthAsNumber(std::move(right));
-    if (left->type == right->type || isNullLiteral(left) || isNullLiteral(right))
-        return;
-    if (left->type == ValueType::Text || right->type == ValueType::Text)
-        throw RunError::make(ErrorNumber::criteriaTypeMismatch);
-    if (left->type == ValueType::Date)
-        right = convert(std::move(right), ValueType::Date);
-    else if (right->type == ValueType::Date)
-        left = convert(std::move(left), ValueType::Date);
-}
-
-// Exchanges two literal bounds that stand the wrong way round, so that the engine sees plain ones.
-bool boundsAreOrdered(BoundPtr& low, BoundPtr& high) {
-    if (low->kind != BoundKind::Literal || high->kind != BoundKind::Literal ||
-        low->type == ValueType::Null || low->type != high->type || low->type == ValueType::Text)
-        return false;
-    if (low->value.toDouble() > high->value.toDouble())
-        std::swap(low, high);
-    return true;
+                       [](const BoundPtr& operand) { return operand->aggregate; });
 }
 
 ValueType arithmeticType(Operation operation, const BoundPtr& left, const BoundPtr& right) {
@@ -188,99 +160,6 @@ CatalogColumn commonFormat(const BoundPtr& left, const BoundPtr& right) {
     return {{}, ValueType::Text, 0};
 }
 
-BoundPtr compare(Operation operation, BoundPtr left, BoundPtr right) {
-    // Only "<>" with Null on its right is a test; every other comparison with Null is unknown.
-    if (operation == Operation::NotEqual && isNullLiteral(right) && !isNullLiteral(left))
-        return applyNode(Operation::IsNotNull, ValueType::Boolean, {std::move(left)});
-    matchForComparison(left, right);
-    return applyNode(operation, ValueType::Boolean, {caseBlind(std::move(left)), std::move(right)});
-}
-
-BoundPtr between(const BoundPtr& value, const BoundPtr& low, const BoundPtr& high) {
-    BoundPtr left = value;
-    BoundPtr from = low;
-    BoundPtr to = high;
-    matchForComparison(left, from); // may turn the left side into a date
-    matchForComparison(left, to);
-    matchForComparison(left, from);
-    const bool ordered = boundsAreOrdered(from, to);
-    return applyNode(ordered ? Operation::BetweenOrdered : Operation::Between, ValueType::Boolean,
-                     {caseBlind(std::move(left)), caseBlind(std::move(from)), std::move(to)});
-}
-
-namespace {
-
-constexpr int fewValues = 4;
-
-// Comparisons one by one are quicker than a search in a set of so few.
-BoundPtr anyOf(const BoundPtr& value, const std::vector<BoundPtr>& list) {
-    BoundPtr result;
-    for (const BoundPtr& item : list) {
-        BoundPtr equal = compare(Operation::Equal, value, item);
-        result = result ? logical(Operation::Or, {std::move(result), std::move(equal)})
-                        : std::move(equal);
-    }
-    return result;
-}
-
-// Of one type, so that none is converted otherwise than in a longer list.
-bool areLiterals(const std::vector<BoundPtr>& list, ValueType type) {
-    return std::all_of(list.begin(), list.end(), [type](const BoundPtr& item) {
-        return item->kind == BoundKind::Literal && item->type == type;
-    });
-}
-
-// A list of nothing but texts, which stay one value.
-BoundPtr inTexts(const BoundPtr& value, const QStringList& texts) {
-    BoundPtr left = value;
-    BoundPtr anyText = literalNode(Variant(texts.front()));
-    matchForComparison(left, anyText);
-    auto node = std::make_shared<BoundNode>();
-    node->kind = BoundKind::InList;
-    node->type = ValueType::Boolean;
-    node->operands.push_back(caseBlind(std::move(left)));
-    node->texts = texts;
-    node->aggregate = anyAggregate(node->operands);
-    return node;
-}
-
-} // namespace
-
-BoundPtr inList(const BoundPtr& value, std::vector<BoundPtr> list, const QStringList& texts) {
-    if (list.empty() && texts.size() > fewValues)
-        return inTexts(value, texts);
-    for (const QString& text : texts)
-        list.push_back(literalNode(Variant(text)));
-    if (value->kind == BoundKind::Column && static_cast<int>(list.size()) <= fewValues &&
-        areLiterals(list, value->type))
-        return anyOf(value, list);
-    auto node = std::make_shared<BoundNode>();
-    node->kind = BoundKind::InList;
-    node->type = ValueType::Boolean;
-    node->operands.reserve(list.size() + 1);
-    BoundPtr left = value;
-    node->operands.push_back(nullptr);
-    for (BoundPtr& item : list) {
-        matchForComparison(left, item);
-        node->operands.push_back(std::move(item));
-    }
-    node->operands.front() = caseBlind(std::move(left));
-    node->aggregate = anyAggregate(node->operands);
-    return node;
-}
-
-BoundPtr inSelect(const BoundPtr& value, std::shared_ptr<const BoundSelect> select) {
-    BoundPtr left = value;
-    BoundPtr right = select->columns.front().value;
-    matchForComparison(left, right);
-    auto node = std::make_shared<BoundNode>();
-    node->kind = BoundKind::InSelect;
-    node->type = ValueType::Boolean;
-    node->operands.push_back(caseBlind(std::move(left)));
-    node->select = std::move(select);
-    return node;
-}
-
 BoundPtr logicalOperand(BoundPtr value) {
     return value->type == ValueType::Boolean ? value : toNumber(std::move(value));
 }
@@ -310,13 +189,6 @@ BoundPtr arithmetic(Operation operation, BoundPtr left, BoundPtr right) {
     const ValueType type = arithmeticType(operation, from, to);
     BoundPtr result = applyNode(operation, type, {std::move(from), std::move(to)});
     return givesDate ? convert(std::move(result), ValueType::Date) : result;
-}
-
-BoundPtr caseBlind(BoundPtr value) {
-    if (value->type != ValueType::Text)
-        return value;
-    const int width = value->width;
-    return applyNode(Operation::CaseBlind, ValueType::Text, {std::move(value)}, width);
 }
 
 bool isAggregate(Operation operation) {

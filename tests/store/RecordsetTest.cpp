@@ -173,6 +173,7 @@ TEST_F(RecordsetTest, ReportsRowsThatCannotBeKept) {
 }
 
 TEST_F(RecordsetTest, FindsTheFirstMatchInTheOrderOfTheSet) {
+    m_database->execute(QStringLiteral("Insert Into tlyrTemp (emp_code) Values ('Ä1')"));
     const char16_t* statements[] = {u"Select emp_code, T15Hours, phone As tel From tlyrTemp Where "
                                     u"emp_code <> 'C' Order By emp_code Desc",
                                     u"Select Distinct emp_code, T15Hours, phone As tel From "
@@ -184,6 +185,8 @@ TEST_F(RecordsetTest, FindsTheFirstMatchInTheOrderOfTheSet) {
         EXPECT_EQ(code(*rows), QStringLiteral("B"));
         rows->findFirst(QStringLiteral("Emp_Code = 'A' And tel = 'P'"));
         EXPECT_EQ(code(*rows), QStringLiteral("a"));
+        rows->findFirst(QStringLiteral("emp_code = 'ä1 '"));
+        EXPECT_EQ(code(*rows), QStringLiteral("Ä1"));
         rows->findFirst(QStringLiteral("emp_code = 'C'")); // in the table, not in the set
         EXPECT_TRUE(rows->noMatch());
         EXPECT_FALSE(rows->eof());

@@ -26,6 +26,21 @@ protected:
         return errorNumberOf([&] { m_database->openRecordset(sql, RecordsetType::Snapshot); });
     }
 
+    // How the engine goes about a query.
+    QStringList planOf(const QString& sql) const {
+        const auto database = std::dynamic_pointer_cast<SqliteDatabase>(m_database);
+        const sql::Statement statement = sql::parseStatement(sql);
+        const sql::BoundSelect bound =
+            sql::bindSelect(database->catalog(), std::get<sql::SelectStatement>(statement));
+        SqliteQuery query(database->connection(),
+                          QStringLiteral("EXPLAIN QUERY PLAN ") +
+                              sql::Generator(sql::sqliteDialect()).rows(bound));
+        QStringList plan;
+        while (query.next())
+            plan << query.text(3);
+        return plan;
+    }
+
     DataFolder m_folder;
     std::shared_ptr<Database> m_database = m_folder.open(hostFile);
 };
@@ -96,23 +111,42 @@ TEST_F(SqlTest, SurvivesMangledStatements) {
 }
 
 TEST_F(SqlTest, TotalsOverAPeriodReadTheIndexOnly) {
-    const auto database = std::dynamic_pointer_cast<SqliteDatabase>(m_database);
-    const QString sql =
+    const QStringList plan = planOf(
         QStringLiteral("select thist_emp, Sum(iif(isnull(t15),0,t15)) * 1440 As a, a + "
                        "Sum(tlyrDeclined2) From TimeHistory where (thist_emp in (%1)) and "
                        "(thist_record_type in ('TR','AR','HR')) and (shift_date between #1/1/2008# "
                        "and #1/14/2008#) group by thist_emp order by thist_emp")
-            .arg(codeList(3000));
-    const sql::Statement statement = sql::parseStatement(sql);
-    const sql::BoundSelect bound =
-        sql::bindSelect(database->catalog(), std::get<sql::SelectStatement>(statement));
-    SqliteQuery plan(database->connection(), QStringLiteral("EXPLAIN QUERY PLAN ") +
-                                                 sql::Generator(sql::sqliteDialect()).rows(bound));
-    ASSERT_TRUE(plan.next());
-    EXPECT_EQ(plan.text(3), QStringLiteral("SEARCH t1 USING COVERING INDEX TimeHistory_Totals "
-                                           "(thist_emp=? AND shift_date>? AND shift_date<?)"));
-    while (plan.next())
-        EXPECT_FALSE(plan.text(3).contains(QStringLiteral("B-TREE"))) << "sorts besides";
+            .arg(codeList(3000)));
+    ASSERT_GT(plan.size(), 2);
+    EXPECT_EQ(plan[1], QStringLiteral("SEARCH t1 USING COVERING INDEX TimeHistory_Totals "
+                                      "(thist_emp=? AND shift_date>? AND shift_date<?)"));
+    const auto sort = plan.indexOf(QStringLiteral("USE TEMP B-TREE FOR GROUP BY"));
+    EXPECT_GT(sort, plan.indexOf(QStringLiteral("SCAN t2"))) << "sorts more than the totals";
+}
+
+TEST_F(SqlTest, SameTextsAreFoundByTheIndex) {
+    const struct {
+        const char16_t* condition;
+        const char16_t* search;
+    } cases[] = {
+        {u"emp_code = 'x'", u"SEARCH t1 USING INDEX Employee_Code (emp_code=?)"},
+        {u"emp_code = 'É'", u"SEARCH t1 USING INDEX Employee_Code (emp_code=?)"},
+        {u"emp_code In ('1', '2', '3', '4', 'É')",
+         u"SEARCH t1 USING INDEX Employee_Code (emp_code=?)"},
+        {u"emp_code In (Select Emp_Code From Emp_Qualifications)",
+         u"SEARCH t1 USING INDEX Employee_Code (emp_code=?)"},
+        {u"1 = (Select Count(*) From Emp_Qualifications q Where q.Emp_Code = Employee.emp_code)",
+         u"SEARCH t2 USING COVERING INDEX Emp_Qualifications_Employee (Emp_Code>? AND Emp_Code<?)"},
+        {u"1 = (Select Count(*) From Emp_Qualifications q Where Employee.emp_code = q.Emp_Code)",
+         u"SEARCH t2 USING COVERING INDEX Emp_Qualifications_Employee (Emp_Code>? AND Emp_Code<?)"},
+    };
+    for (const auto& c : cases) {
+        const QString condition = QString::fromUtf16(c.condition);
+        const QString plan =
+            planOf(QStringLiteral("Select emp_name From Employee Where ") + condition).join(u'\n');
+        EXPECT_TRUE(plan.contains(QString::fromUtf16(c.search)))
+            << condition.toStdString() << ": " << plan.toStdString();
+    }
 }
 
 TEST(LikePattern, Matches) {

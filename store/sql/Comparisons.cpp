@@ -1,0 +1,199 @@
+#include "store/sql/Comparisons.h"
+
+#include "common/RunError.h"
+#include "common/TextOrder.h"
+#include "store/sql/Typing.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace tallyroom::sql {
+
+namespace {
+
+constexpr int fewValues = 4;
+
+// Brings both sides to one type, or refuses.
+void matchForComparison(BoundPtr& left, BoundPtr& right) {
+    if (left->type == ValueType::Boolean)
+        left = convert(std::move(left), ValueType::Boolean);
+    if (right->type == ValueType::Boolean)
+        right = convert(std::move(right), ValueType::Boolean);
+    if (left->type == right->type || isNullLiteral(left) || isNullLiteral(right))
+        return;
+    if (left->type == ValueType::Text || right->type == ValueType::Text)
+        throw RunError::make(ErrorNumber::criteriaTypeMismatch);
+    if (left->type == ValueType::Date)
+        right = convert(std::move(right), ValueType::Date);
+    else if (right->type == ValueType::Date)
+        left = convert(std::move(left), ValueType::Date);
+}
+
+// Exchanges two literal bounds that stand the wrong way round, so that the engine sees plain ones.
+bool boundsAreOrdered(BoundPtr& low, BoundPtr& high) {
+    if (low->kind != BoundKind::Literal || high->kind != BoundKind::Literal ||
+        low->type == ValueType::Null || low->type != high->type || low->type == ValueType::Text)
+        return false;
+    if (low->value.toDouble() > high->value.toDouble())
+        std::swap(low, high);
+    return true;
+}
+
+// To compare with it, the letters A to Z are all that has a case.
+bool isPlain(const BoundPtr& node) {
+    return node->type != ValueType::Text ||
+           (node->kind == BoundKind::Literal && TextOrder::isAscii(node->value.toText()));
+}
+
+BoundPtr asText(Operation operation, BoundPtr value) {
+    if (value->type != ValueType::Text)
+        return value;
+    const int width = value->width;
+    return applyNode(operation, ValueType::Text, {std::move(value)}, width);
+}
+
+// Whatever is the same as one of the texts is the same as one of these, to the files' indexes.
+// Nothing if there are too many.
+std::optional<QStringList> allSpellings(const QStringList& texts) {
+    QStringList result;
+    for (const QString& text : texts) {
+        const QStringList spellings = TextOrder::spellings(text);
+        if (spellings.isEmpty())
+            return std::nullopt;
+        result += spellings;
+    }
+    return result;
+}
+
+// The texts stay one value.
+BoundPtr inTexts(BoundPtr left, const QStringList& texts) {
+    const bool plain = std::all_of(texts.begin(), texts.end(), TextOrder::isAscii);
+    const auto spellings = plain ? texts : allSpellings(texts);
+    auto node = std::make_shared<BoundNode>();
+    node->kind = BoundKind::InList;
+    node->type = ValueType::Boolean;
+    node->operands = {spellings ? caseBlind(std::move(left)) : collated(std::move(left))};
+    node->texts = spellings.value_or(texts);
+    node->aggregate = node->operands.front()->aggregate;
+    return node;
+}
+
+bool isColumn(const BoundPtr& node) {
+    return node->kind == BoundKind::Column;
+}
+
+// Aliases are numbered: a subquery's table comes after the one whose rows it is for.
+bool isInner(const QString& source, const QString& other) {
+    return source.size() != other.size() ? source.size() > other.size() : source > other;
+}
+
+// Written so that an index of the column, or of the inner one of two, serves.
+BoundPtr sameText(BoundPtr left, BoundPtr right) {
+    if (isColumn(right) && (!isColumn(left) || isInner(right->source, left->source)))
+        std::swap(left, right);
+    if (isColumn(left) && right->kind == BoundKind::Literal)
+        return inTexts(std::move(left), {right->value.toText()});
+    const bool twoTables = isColumn(left) && isColumn(right) && left->source != right->source;
+    if (!twoTables)
+        left = collated(std::move(left));
+    return applyNode(twoTables ? Operation::SameText : Operation::Equal, ValueType::Boolean,
+                     {std::move(left), std::move(right)});
+}
+
+} // namespace
+
+BoundPtr compare(Operation operation, BoundPtr left, BoundPtr right) {
+    // Only "<>" with Null on its right is a test; every other comparison with Null is unknown.
+    if (operation == Operation::NotEqual && isNullLiteral(right) && !isNullLiteral(left))
+        return applyNode(Operation::IsNotNull, ValueType::Boolean, {std::move(left)});
+    matchForComparison(left, right);
+    const bool plain = isPlain(left) || isPlain(right);
+    if (operation == Operation::Equal && !plain)
+        return sameText(std::move(left), std::move(right));
+    const bool folds = operation == Operation::NotEqual && !plain;
+    left = folds ? collated(std::move(left)) : caseBlind(std::move(left));
+    return applyNode(operation, ValueType::Boolean, {std::move(left), std::move(right)});
+}
+
+BoundPtr between(const BoundPtr& value, const BoundPtr& low, const BoundPtr& high) {
+    BoundPtr left = value;
+    BoundPtr from = low;
+    BoundPtr to = high;
+    matchForComparison(left, from); // may turn the left side into a date
+    matchForComparison(left, to);
+    matchForComparison(left, from);
+    const bool ordered = boundsAreOrdered(from, to);
+    return applyNode(ordered ? Operation::BetweenOrdered : Operation::Between, ValueType::Boolean,
+                     {caseBlind(std::move(left)), caseBlind(std::move(from)), std::move(to)});
+}
+
+namespace {
+
+// Comparisons one by one are quicker than a search in a set of so few.
+BoundPtr anyOf(const BoundPtr& value, const std::vector<BoundPtr>& list) {
+    BoundPtr result;
+    for (const BoundPtr& item : list) {
+        BoundPtr equal = compare(Operation::Equal, value, item);
+        result = result ? logical(Operation::Or, {std::move(result), std::move(equal)})
+                        : std::move(equal);
+    }
+    return result;
+}
+
+// Of one type, so that none is converted otherwise than in a longer list.
+bool areLiterals(const std::vector<BoundPtr>& list, ValueType type) {
+    return std::all_of(list.begin(), list.end(), [type](const BoundPtr& item) {
+        return item->kind == BoundKind::Literal && item->type == type;
+    });
+}
+
+} // namespace
+
+BoundPtr inList(const BoundPtr& value, std::vector<BoundPtr> list, const QStringList& texts) {
+    if (list.empty() && texts.size() > fewValues) {
+        BoundPtr left = value;
+        BoundPtr anyText = literalNode(Variant(texts.front()));
+        matchForComparison(left, anyText);
+        return inTexts(std::move(left), texts);
+    }
+    for (const QString& text : texts)
+        list.push_back(literalNode(Variant(text)));
+    if (isColumn(value) && static_cast<int>(list.size()) <= fewValues &&
+        areLiterals(list, value->type))
+        return anyOf(value, list);
+    BoundPtr left = value;
+    for (BoundPtr& item : list)
+        matchForComparison(left, item);
+    const bool plain = std::all_of(list.begin(), list.end(), isPlain);
+    auto node = std::make_shared<BoundNode>();
+    node->kind = BoundKind::InList;
+    node->type = ValueType::Boolean;
+    node->operands = std::move(list);
+    node->operands.insert(node->operands.begin(),
+                          plain ? caseBlind(std::move(left)) : collated(std::move(left)));
+    node->aggregate = std::any_of(node->operands.begin(), node->operands.end(),
+                                  [](const BoundPtr& operand) { return operand->aggregate; });
+    return node;
+}
+
+BoundPtr inSelect(const BoundPtr& value, std::shared_ptr<const BoundSelect> select) {
+    BoundPtr left = value;
+    BoundPtr right = select->columns.front().value;
+    matchForComparison(left, right);
+    auto node = std::make_shared<BoundNode>();
+    node->kind = BoundKind::InSelect;
+    node->type = ValueType::Boolean;
+    node->operands.push_back(caseBlind(std::move(left)));
+    node->select = std::move(select);
+    return node;
+}
+
+BoundPtr caseBlind(BoundPtr value) {
+    return asText(Operation::CaseBlind, std::move(value));
+}
+
+BoundPtr collated(BoundPtr value) {
+    return asText(Operation::Collated, std::move(value));
+}
+
+} // namespace tallyroom::sql

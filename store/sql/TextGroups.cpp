@@ -1,0 +1,132 @@
+#include "store/sql/TextGroups.h"
+
+#include "store/sql/Comparisons.h"
+#include "store/sql/Typing.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace tallyroom::sql {
+
+namespace {
+
+bool isText(const BoundPtr& node) {
+    return node->type == ValueType::Text;
+}
+
+// Each node once: aliases may share them many times over.
+bool hasSubquery(const BoundPtr& node, std::unordered_set<const BoundNode*>& known) {
+    if (!node || !known.insert(node.get()).second)
+        return false;
+    return node->select ||
+           std::any_of(node->operands.begin(), node->operands.end(),
+                       [&](const BoundPtr& operand) { return hasSubquery(operand, known); });
+}
+
+BoundPtr oneOfValues(Operation operation, BoundPtr value) {
+    const ValueType type = value->type;
+    const int width = value->width;
+    return applyNode(operation, type, {caseBlind(std::move(value))}, width);
+}
+
+} // namespace
+
+bool TextGroups::suit(const BoundSelect& query) {
+    std::unordered_set<const BoundNode*> known;
+    return std::any_of(query.groupBy.begin(), query.groupBy.end(), isText) &&
+           !hasSubquery(query.having, known) &&
+           std::none_of(query.columns.begin(), query.columns.end(),
+                        [&](const auto& column) { return hasSubquery(column.value, known); }) &&
+           std::none_of(query.orderBy.begin(), query.orderBy.end(),
+                        [&](const auto& order) { return hasSubquery(order.value, known); });
+}
+
+BoundSelect TextGroups::joined(BoundSelect query) {
+    m_inner->totals = true;
+    m_inner->source = std::move(query.source);
+    m_inner->where = std::move(query.where);
+    addGroups(query);
+    for (BoundColumn& column : query.columns)
+        column.value = overGroups(column.value);
+    for (BoundOrder& order : query.orderBy)
+        order.value = inOrder(query, order.value);
+    if (query.having)
+        query.having = overGroups(query.having);
+    query.source = BoundSource{nullptr, m_alias, m_inner};
+    return query;
+}
+
+void TextGroups::addGroups(BoundSelect& query) {
+    for (BoundPtr& group : query.groupBy) {
+        m_groups.push_back(group);
+        m_inner->groupBy.push_back(caseBlind(group));
+        group = addColumn(group);
+        m_values.push_back(isText(group) ? oneOfValues(Operation::Minimum, group) : group);
+    }
+}
+
+// The groups themselves, whichever spelling comes out: they are sorted already.
+BoundPtr TextGroups::inOrder(const BoundSelect& query, const BoundPtr& node) {
+    const auto same = [&](const BoundPtr& group) { return sameNode(group, node); };
+    const auto found = std::find_if(m_groups.begin(), m_groups.end(), same);
+    return found == m_groups.end()
+               ? overGroups(node)
+               : query.groupBy[static_cast<std::size_t>(found - m_groups.begin())];
+}
+
+BoundPtr TextGroups::addColumn(BoundPtr value) {
+    auto node = std::make_shared<BoundNode>();
+    node->kind = BoundKind::Column;
+    node->type = value->type;
+    node->width = value->width;
+    node->source = m_alias;
+    node->column = QStringLiteral("c%1").arg(m_inner->columns.size());
+    m_inner->columns.push_back({node->column, std::move(value)});
+    return node;
+}
+
+BoundPtr TextGroups::overGroups(const BoundPtr& node) {
+    const auto [known, isNew] = m_known.try_emplace(node, nullptr);
+    if (isNew)
+        m_known[node] = rewritten(node);
+    return m_known[node];
+}
+
+BoundPtr TextGroups::rewritten(const BoundPtr& node) {
+    for (std::size_t i = 0; i < m_groups.size(); ++i) {
+        if (sameNode(m_groups[i], node))
+            return m_values[i];
+    }
+    if (node->kind == BoundKind::Apply && isAggregate(node->operation))
+        return joinedAggregate(*node);
+    if (node->operands.empty())
+        return node;
+    auto copy = std::make_shared<BoundNode>(*node);
+    copy->aggregate = false;
+    for (BoundPtr& operand : copy->operands) {
+        operand = overGroups(operand);
+        copy->aggregate = copy->aggregate || operand->aggregate;
+    }
+    return copy;
+}
+
+BoundPtr TextGroups::joinedAggregate(const BoundNode& node) {
+    if (node.operation == Operation::Average)
+        return joinedAverage(node);
+    BoundPtr column = addColumn(applyNode(node.operation, node.type, node.operands, node.width));
+    if (node.operation == Operation::Minimum || node.operation == Operation::Maximum)
+        return oneOfValues(node.operation, std::move(column));
+    return applyNode(Operation::Sum, node.type, {std::move(column)});
+}
+
+BoundPtr TextGroups::joinedAverage(const BoundNode& node) {
+    const auto total = [&](Operation operation, ValueType type) {
+        return applyNode(Operation::Sum, type,
+                         {addColumn(applyNode(operation, type, node.operands))});
+    };
+    return applyNode(
+        Operation::Divide, node.type,
+        {total(Operation::Sum, ValueType::Double), total(Operation::Count, ValueType::Long)});
+}
+
+} // namespace tallyroom::sql

@@ -1,0 +1,39 @@
+// Groups of texts, some of which are the same but for the case of an accented letter.
+#pragma once
+
+#include "store/sql/Bound.h"
+
+#include <unordered_map>
+
+namespace tallyroom::sql {
+
+// A grouped query as one over the groups that the files' indexes make, which costs no more than
+// those: it joins groups whose texts are the same. Of their spellings, it gives the first one in
+// the order of the indexes; spellings of ASCII have been one group before, which gives its first.
+class TextGroups {
+public:
+    // `alias` is what the statement may call the groups of the indexes.
+    explicit TextGroups(QString alias) : m_alias(std::move(alias)) {}
+
+    // For queries with groups of which at least one is a text, and without subqueries over them.
+    BoundSelect joined(BoundSelect query);
+
+    static bool suit(const BoundSelect& query);
+
+private:
+    void addGroups(BoundSelect& query);
+    BoundPtr inOrder(const BoundSelect& query, const BoundPtr& node);
+    BoundPtr addColumn(BoundPtr value);
+    BoundPtr overGroups(const BoundPtr& node);
+    BoundPtr rewritten(const BoundPtr& node);
+    BoundPtr joinedAggregate(const BoundNode& node);
+    BoundPtr joinedAverage(const BoundNode& node);
+
+    QString m_alias;
+    std::shared_ptr<BoundSelect> m_inner = std::make_shared<BoundSelect>();
+    std::vector<BoundPtr> m_groups;                 // as the query writes them ...
+    std::vector<BoundPtr> m_values;                 // ... and what they are over the inner groups
+    std::unordered_map<BoundPtr, BoundPtr> m_known; // what aliases share stays shared
+};
+
+} // namespace tallyroom::sql
