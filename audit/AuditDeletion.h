@@ -10,8 +10,8 @@ namespace tallyroom {
 // minutes, all entries of the employee, day, action, minutes and user. Only a plain "Accepted" or
 // "Declined" names a column of the time history; any other action text makes the first statement
 // fail, with nothing changed. The two statements stand on their own, but neither runs for a code or
-// user with an apostrophe (3075). Raises what the database raises, and 13 for cells that do not
-// read as dates or a time.
+// user with an apostrophe (3075), nor while either file is in use, read-only or gone. Raises what
+// the database raises, and 13 for cells that do not read as dates or a time.
 void deleteAuditLine(const QString& dataPath, const AuditEntries::Line& line);
 
 } // namespace tallyroom

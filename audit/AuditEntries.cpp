@@ -90,7 +90,7 @@ void read(const QString& dataPath, const QString& employeeFilter, const QString&
             QStringLiteral(") and ") + condition + QStringLiteral(" order by [now], [emp_code];"),
         RecordsetType::Dynaset);
     EmployeeNames names(*employees);
-    const Reading reading(entries->database());
+    const Transaction oneState(entries->database(), TransactionKind::Read);
     for (; !entries->eof(); entries->moveNext()) {
         const auto code = Readable::key(entries->field(QStringLiteral("emp_code")));
         if (!code)

@@ -47,19 +47,20 @@ UndoLine lineOf(const Recordset& entry, const QString& code, bool breakOut) {
     return line;
 }
 
+QString transactionOf(const Recordset& entry) {
+    const QString minutes = QString::number(entry.field(QStringLiteral("ot")).toLong());
+    return QStringLiteral("select * from [TimeHistory] where ([thist_emp] = ") +
+           SqlText::literal(entry.field(QStringLiteral("emp_code")).toText()) +
+           QStringLiteral(") and ([shift_date] = ") +
+           SqlText::literal(entry.field(QStringLiteral("date")).toDate()) +
+           QStringLiteral(") and (") +
+           SqlText::name(entry.field(QStringLiteral("thistfield")).toText()) +
+           QStringLiteral(" = ") + minutes + QLatin1Char(')');
+}
+
 // One transaction only, even if several are alike.
-void removeTransaction(const HostContext& context, const Recordset& entry) {
-    const auto rows =
-        Workspace::openHostOptions(context.DataPath)
-            ->openRecordset(QStringLiteral("select * from [TimeHistory] where ([thist_emp] = ") +
-                                SqlText::literal(entry.field(QStringLiteral("emp_code")).toText()) +
-                                QStringLiteral(") and ([shift_date] = ") +
-                                SqlText::literal(entry.field(QStringLiteral("date")).toDate()) +
-                                QStringLiteral(") and (") +
-                                SqlText::name(entry.field(QStringLiteral("thistfield")).toText()) +
-                                QStringLiteral(" = ") + entry.field(QStringLiteral("ot")).toText() +
-                                QLatin1Char(')'),
-                            RecordsetType::Dynaset);
+void removeTransaction(Database& host, const QString& query) {
+    const auto rows = host.openRecordset(query, RecordsetType::Dynaset);
     if (!rows->eof())
         rows->remove();
 }
@@ -83,8 +84,16 @@ void take(const HostContext& context, const QString& line, bool breakOut) {
     rows->findFirst(UndoLine::fromText(line, breakOut).criterion());
     if (rows->noMatch())
         return;
-    removeTransaction(context, *rows);
+    const QString query = transactionOf(*rows);
+    const auto host = Workspace::openHostOptions(context.DataPath);
+    Transaction history(host, TransactionKind::Reserve);
+    Transaction audit(rows->database(), TransactionKind::Reserve);
+    rows->edit(); // raises when somebody has taken it back meanwhile
+    rows->cancelUpdate();
+    removeTransaction(*host, query);
+    history.commit();
     rows->remove();
+    audit.commit();
 }
 
 } // namespace tallyroom::Undo

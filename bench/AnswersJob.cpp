@@ -24,7 +24,7 @@ public:
         copyFolder(kept, product());
         const HostContext host = hostOf(product());
         m_state.DataPath = product();
-        m_state.HostOptionsDb = Workspace::openDatabase(fileIn(product(), "bcx.mdb"));
+        m_state.openHostOptions();
         CanvassTotals::build(m_state, host.BucketForm, false, [](const RunError& error) {
             throw std::runtime_error(error.description().toStdString());
             return ErrorAnswer::Abort;
@@ -51,8 +51,8 @@ private:
     QString plain() const { return m_folders.filePath(QStringLiteral("plain")); }
 
     void record() {
-        int written = 0;
-        AnswerRecording::record(m_state, m_request, written);
+        if (const auto failure = AnswerRecording::record(m_state, m_request).failure)
+            throw std::runtime_error(failure->description().toStdString());
     }
 
     void write() {

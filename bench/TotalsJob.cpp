@@ -22,7 +22,7 @@ public:
         : m_folder(keptFolder(employees)), m_period(period), m_host(hostOf(m_folder)),
           m_plain(m_folder) {
         m_state.DataPath = m_folder;
-        m_state.HostOptionsDb = Workspace::openDatabase(fileIn(m_folder, "bcx.mdb"));
+        m_state.openHostOptions();
         m_state.period = period;
     }
 

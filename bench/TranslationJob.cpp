@@ -2,7 +2,7 @@
 #include "bench/BenchData.h"
 #include "bench/Jobs.h"
 #include "bench/Measure.h"
-#include "canvass/CanvassStatements.h"
+#include "board/BoardStatements.h"
 #include "store/SqliteCatalog.h"
 #include "store/sql/Generator.h"
 #include "store/sql/Parser.h"
@@ -18,7 +18,7 @@ void translatingTotals() {
     const SqliteCatalog catalog(connection);
     for (const auto& [name, filter] : {std::pair{"5,000 codes", everybody(folder)},
                                        std::pair{"one code", QStringLiteral("= '1001'")}}) {
-        const QString sql = CanvassStatements::totals(filter, {});
+        const QString sql = BoardStatements::totals(filter, {});
         std::vector<double> times;
         for (int round = 0; round < 51; ++round) {
             times.push_back(seconds([&] {

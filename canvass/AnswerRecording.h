@@ -4,6 +4,7 @@
 #include "canvass/CanvassState.h"
 
 #include <QStringList>
+#include <optional>
 
 namespace tallyroom {
 
@@ -27,13 +28,26 @@ namespace AnswerRecording {
 // Whether a typed amount can be recorded: a time from 0 to 24 hours.
 bool isValidAmount(const QString& amount);
 
+struct Result {
+    int employees = 0;               // whom the request names
+    int recorded = 0;                // of these, whose answer is written in full
+    std::optional<QString> partly;   // the code of who has not all writes of the answer
+    std::optional<RunError> failure; // what ended the command before its end
+
+    bool anyWritten() const { return recorded > 0 || partly.has_value(); }
+};
+
 // Writes, for each employee, an absence transaction into the host's TimeHistory, a row into the
 // audit and the minutes into the employee's row of the board. Each of these writes stands on its
-// own, and what was written before a failure stays. Employees who are not on the board, whose shift
-// the host does not know, or whose kind of answer has no absent code are passed over silently.
-// Raises what the database raises, and 13 for a canvass date that is none; `written` counts the
-// transactions even then.
-void record(CanvassState& state, const AnswerRequest& request, int& written);
+// own, and what was written before a failure stays; but all that can be told before the first of
+// them is told then, and nothing is written of that answer: a text that no statement can hold, and
+// a file that is in use, read-only, gone or exchanged. Employees who are not on the board, whose
+// shift the host does not know, or whose kind of answer has no absent code are passed over
+// silently. Fails with what the database raises, and 13 for a canvass date that is none.
+Result record(CanvassState& state, const AnswerRequest& request);
+
+// What hinders every answer of this user, as a note to read; empty when nothing does.
+QString hindranceOf(const QString& user);
 
 } // namespace AnswerRecording
 } // namespace tallyroom

@@ -1,6 +1,10 @@
 #include "canvass/CanvassColumns.h"
 
 #include "common/Units.h"
+#include "store/Readable.h"
+
+#include <cmath>
+#include <limits>
 
 namespace tallyroom {
 
@@ -14,7 +18,15 @@ struct ColumnRule {
 };
 
 bool isZero(const Variant& value) {
-    return Nz(value, Variant(0)).toDouble() == 0;
+    if (value.type() == Variant::Type::Text)
+        return parseNumber(value.toText()) == 0.0;
+    return value.isNull() || (value.isNumber() && value.toDouble() == 0);
+}
+
+// What is no number of minutes shows as a Null does.
+Variant readableMinutes(const Variant& value) {
+    constexpr double most = std::numeric_limits<std::int32_t>::max();
+    return value.isNumber() && std::abs(value.toDouble()) <= most ? value : Readable::number(value);
 }
 
 } // namespace
@@ -52,7 +64,8 @@ std::vector<CanvassColumn> canvassColumns(const CanvassOptions& o) {
 }
 
 QString cellText(const CanvassColumn& column, const Variant& value, bool blankForZero) {
-    if (column.isRightAligned() && blankForZero && isZero(value))
+    if (value.type() == Variant::Type::Bytes ||
+        (column.isRightAligned() && blankForZero && isZero(value)))
         return {};
     switch (column.kind) {
     case CellKind::Phone:
@@ -60,7 +73,7 @@ QString cellText(const CanvassColumn& column, const Variant& value, bool blankFo
     case CellKind::Day:
         return formatValue(value, QStringLiteral("mm/dd/yyyy"));
     case CellKind::Time:
-        return minutesAsTime(value);
+        return minutesAsTime(readableMinutes(value));
     default:
         return value.textOrEmpty();
     }

@@ -28,7 +28,7 @@ struct CanvassColumn {
 // The columns to show, from left to right.
 std::vector<CanvassColumn> canvassColumns(const CanvassOptions& options);
 
-// A Null shows as an empty cell.
+// A Null shows as an empty cell, and so does what cannot be read.
 QString cellText(const CanvassColumn& column, const Variant& value, bool blankForZero);
 
 // "5551234567" as "(555) 123-4567", "5551234" as "555-1234". A number that holds a dash already

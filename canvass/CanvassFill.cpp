@@ -2,6 +2,7 @@
 
 #include "canvass/CanvassColumns.h"
 #include "store/Database.h"
+#include "store/Readable.h"
 
 #include <unordered_map>
 
@@ -59,17 +60,24 @@ void begin(Grid& grid, TextMeasurer& measurer) {
     grid.setRowCount(2);
 }
 
-void fill(Grid& grid, TextMeasurer& measurer, Recordset& rows, const CanvassOptions& options) {
+int fill(Grid& grid, TextMeasurer& measurer, Recordset& rows, const CanvassOptions& options) {
     const std::vector<CanvassColumn> columns = canvassColumns(options);
     writeHeading(grid, columns);
     AutoSizeColumns(grid, measurer, 0, -1, false);
     RowTexts texts(rows, columns, options.blankForZero);
-    const Reading reading(rows.database());
+    const int code = rows.fieldPosition(QStringLiteral("emp_code"));
+    const Transaction oneState(rows.database(), TransactionKind::Read);
+    int leftOut = 0;
     for (; !rows.eof(); rows.moveNext()) {
+        if (!Readable::key(rows.field(code))) {
+            ++leftOut;
+            continue;
+        }
         grid.addRow(texts.of(rows));
         AutoSizeColumns(grid, measurer, -1, -1, false);
     }
     grid.removeRow(1);
+    return leftOut;
 }
 
 } // namespace tallyroom::CanvassFill

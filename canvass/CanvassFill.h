@@ -11,8 +11,9 @@ namespace tallyroom::CanvassFill {
 void begin(Grid& grid, TextMeasurer& measurer);
 
 // Writes the heading of the shown columns and a row for each row of the recordset, and fits the
-// columns to their texts; the empty row goes. An error ends the fill: what was written so far stays
-// in the grid.
-void fill(Grid& grid, TextMeasurer& measurer, Recordset& rows, const CanvassOptions& options);
+// columns to their texts; the empty row goes. Rows whose code cannot be read are left out: the code
+// is what an answer goes by. Returns how many. An error ends the fill: what was written so far
+// stays in the grid.
+int fill(Grid& grid, TextMeasurer& measurer, Recordset& rows, const CanvassOptions& options);
 
 } // namespace tallyroom::CanvassFill

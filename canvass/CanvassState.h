@@ -6,7 +6,6 @@
 #include "setup/TotallingPeriod.h"
 #include "store/Database.h"
 #include "store/Recordset.h"
-#include "store/Workspace.h"
 
 #include <memory>
 #include <optional>
@@ -19,6 +18,7 @@ struct CanvassState {
     std::shared_ptr<Database> HostOptionsDb; // bcx.mdb
     std::shared_ptr<Recordset> CanvassRs;    // all of tlyrTemp, replaced by every build
     std::optional<TotallingPeriod> period;   // nothing: the totals cover all dates
+    std::function<void()> progress;          // called during long queries on bcx.mdb
 
     // What the derived columns were computed for. They hold as long as the file stays the same.
     struct Derived {
@@ -29,11 +29,13 @@ struct CanvassState {
     std::optional<Derived> derived;
 
     // CanvassRs, which is not there as long as no build came that far: then raises 91.
-    Recordset& rows() const {
-        if (!CanvassRs)
-            throw RunError::make(ErrorNumber::objectNotSet);
-        return *CanvassRs;
-    }
+    Recordset& rows() const;
+
+    // Opens bcx.mdb; raises what hinders it.
+    void openHostOptions();
+    // HostOptionsDb, opened again when another file has taken the place of the one it has open: a
+    // file that is gone still shows its last figures. Raises 91 when it was never opened.
+    const std::shared_ptr<Database>& hostOptions();
 };
 
 } // namespace tallyroom

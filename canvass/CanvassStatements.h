@@ -1,21 +1,26 @@
-// The statements of the totals build, in the order in which it runs them.
+// Statements that write the scratch table.
 #pragma once
-
-#include "setup/TotallingPeriod.h"
 
 #include <QString>
 #include <QStringList>
-#include <optional>
 
 namespace tallyroom::CanvassStatements {
 
-// `filter` is the host's selection, which completes "[emp_code] ".
+// Empties the scratch table; runs on vrlxdb01.mdb.
+QString deleteRows();
+
+// Copies the selected employees into it; runs on bcx.mdb. `filter` is the host's: what completes
+// the condition "[Emp_Code] ".
 QString insertEmployees(const QString& dataPath, const QString& filter);
-// The totals over the host's history, a row for each employee who has any.
-QString totals(const QString& filter, const std::optional<TotallingPeriod>& period);
-// What follows once the totals are in tlyrTemp.
+
+// All its rows.
+QString allRows();
+
+// The rows and columns that take the totals, by code; positions are those of the totals query.
+QString mergedColumns();
+
+// What follows the merge: zeros for missing figures, which change nothing, and the two weighed
+// columns.
 QStringList finish();
-// The columns of tlyrTemp that are computed from others; `multiply` weighs each hour by its rate.
-QStringList deriveColumns(bool multiply);
 
 } // namespace tallyroom::CanvassStatements

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "canvass/CanvassState.h"
-#include "common/RunError.h"
 
 #include <functional>
 
@@ -22,11 +21,6 @@ namespace CanvassTotals {
 // Returns false after an abort.
 bool build(CanvassState& state, const ObjectRef& bucketForm, bool multiply,
            const ErrorQuestion& ask);
-
-// Recomputes the derived columns from the raw totals; `multiply` weighs each hour by its rate. They
-// hold nothing else, so nothing is done when they were computed alike and nobody has changed the
-// file since. CanvassRs must be open. Raises what the database raises.
-void applyMultipliers(CanvassState& state, bool multiply);
 
 } // namespace CanvassTotals
 } // namespace tallyroom

@@ -2,6 +2,7 @@
 
 #include "canvass/CanvassFill.h"
 #include "canvass/CanvassTotals.h"
+#include "canvass/DerivedColumns.h"
 #include "canvass/SortExpression.h"
 #include "common/ui/Background.h"
 #include "common/ui/DateBinding.h"
@@ -14,6 +15,7 @@
 #include "setup/Associations.h"
 #include "setup/frmTLYRAssoc.h"
 #include "store/FormOptionsTable.h"
+#include "store/Workspace.h"
 #include "ui_Tallyroom.h"
 
 #include <QCloseEvent>
@@ -46,12 +48,32 @@ ErrorAnswer askAboutError(QWidget* parent, const RunError& error) {
     }
 }
 
+// Raises 3049 for a damaged file. False when one could not be looked at: it fails those who use it,
+// in their turn.
+bool areFilesSound(const QString& dataPath) {
+    bool all = true;
+    for (const auto open : {Workspace::openAddIn, Workspace::openMain}) {
+        try {
+            open(dataPath, WhenInUse::Fail)->checkStructure();
+        } catch (const RunError& error) {
+            if (error.number() == ErrorNumber::damagedFile)
+                throw;
+            all = false;
+        }
+    }
+    return all;
+}
+
 } // namespace
 
 Tallyroom::Tallyroom(const HostContext& context)
     : QMainWindow(nullptr, frameWithoutClose), m_context(context),
-      m_ui(std::make_unique<Ui::Tallyroom>()), m_popup(new QMenu(QStringLiteral("PopUp"), this)) {
+      m_ui(std::make_unique<Ui::Tallyroom>()), m_popup(new QMenu(QStringLiteral("PopUp"), this)),
+      m_statusText(new QLabel(this)) {
     m_ui->setupUi(this);
+    m_statusText->setObjectName(QStringLiteral("lblStatus"));
+    m_statusText->setIndent(10); // under the grid
+    m_ui->StatusBar1->addWidget(m_statusText, 1);
     setWindowModality(Qt::ApplicationModal);
     m_ui->centralwidget->installEventFilter(this);
     Events::connect(m_ui->Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
@@ -74,11 +96,13 @@ void Tallyroom::showModally() {
 
 void Tallyroom::Form_Load() {
     m_state.DataPath = m_context.DataPath;
-    m_state.HostOptionsDb = Workspace::openHostOptions(m_state.DataPath);
-    m_state.HostOptionsDb->setProgress([this] { repaint(); }); // the build's long queries
+    m_state.progress = [this] { repaint(); };
+    m_state.openHostOptions();
+    m_areFilesSound = areFilesSound(m_state.DataPath);
+    m_status.user = AnswerRecording::hindranceOf(m_context.CurrentUser);
     Background::copyFrom(m_context.SplashPicture, m_ui->centralwidget);
     firstRunSetup();
-    m_state.period = TotallingPeriod::read(m_state.DataPath);
+    readPeriod();
     m_ui->mnuDefinePeriod->setVisible(m_context.isMaster());
     m_ui->mnuValidate->setVisible(m_context.isMaster());
     LoadOrderings();
@@ -105,6 +129,27 @@ void Tallyroom::firstRunSetup() {
             "identify DECLINED overtime."),
         QMessageBox::Information);
     frmTLYRAssoc(m_context, this).showModally();
+}
+
+// A period that is stored and cannot be read must not pass for none.
+void Tallyroom::readPeriod() {
+    m_state.period.reset();
+    m_status.period.clear();
+    try {
+        m_state.period = TotallingPeriod::read(m_state.DataPath);
+    } catch (const RunError& error) {
+        if (error.number() != TotallingPeriod::unreadable)
+            throw;
+        m_status.period = QStringLiteral(
+            "The stored totalling period cannot be read: the totals cover all dates");
+        Messages::show(this, m_status.period + QLatin1Char('.'), QMessageBox::Warning);
+    }
+}
+
+void Tallyroom::showStatus() {
+    const QString text = m_status.text();
+    m_statusText->setText(text);
+    m_statusText->setToolTip(text); // where the window is too narrow for it
 }
 
 void Tallyroom::Form_Activate() {
@@ -192,42 +237,55 @@ QStringList Tallyroom::reportDetails() const {
 void Tallyroom::Canvass() {
     WaitPointer::show();
     repaint(); // what a menu or a window has covered
+    m_areFilesSound = m_areFilesSound || areFilesSound(m_state.DataPath);
+    m_status.command.clear();
     const bool built =
         CanvassTotals::build(m_state, m_context.BucketForm, m_ui->mnuMult->isChecked(),
                              [this](const RunError& error) { return askAboutError(this, error); });
+    m_status.stale = m_status.stale && !built;
     if (built)
-        Update();
-    else
-        WaitPointer::hide();
+        return Update();
+    showStatus();
+    WaitPointer::hide();
+}
+
+void Tallyroom::Update() {
+    fillBoard();
 }
 
 // Any error ends the fill where it is, without a report; the grid shows what came in until then.
-void Tallyroom::Update() {
+bool Tallyroom::fillBoard() {
     WaitPointer::show();
     int unknownElements = 0;
+    bool filled = true;
     {
         const GridFill fill(*m_ui->Grid);
         try {
             fillGrid(unknownElements);
         } catch (const RunError&) {
+            filled = false;
         }
     }
+    showStatus();
     for (; unknownElements > 0; --unknownElements)
         Messages::show(this, QStringLiteral("Error"), QMessageBox::NoIcon);
     WaitPointer::hide();
+    return filled;
 }
 
 void Tallyroom::fillGrid(int& unknownElements) {
     TextMeasurer measurer(m_ui->Picture1);
     const CanvassOptions shown = options();
     CanvassFill::begin(*m_ui->Grid, measurer);
-    CanvassTotals::applyMultipliers(m_state, shown.multiply);
+    DerivedColumns::ApplyMultipliers(m_state, shown.multiply);
     if (const QAction* ordering = checkedOrdering())
         m_state.rows().setSort(sortExpression(ordering->data().toString(), shown,
                                               [&unknownElements] { ++unknownElements; }));
     const auto rows = m_state.rows().openRecordset();
-    if (!rows->eof())
-        CanvassFill::fill(*m_ui->Grid, measurer, *rows, shown);
+    const int leftOut = rows->eof() ? 0 : CanvassFill::fill(*m_ui->Grid, measurer, *rows, shown);
+    m_status.employees = leftOut == 0
+                             ? QString()
+                             : QStringLiteral("%1 left out: the code cannot be read").arg(leftOut);
 }
 
 CanvassOptions Tallyroom::options() const {

@@ -1,11 +1,13 @@
 // The main window: the canvassing board.
 #pragma once
 
+#include "canvass/AnswerRecording.h"
+#include "canvass/BoardStatus.h"
 #include "canvass/CanvassOptions.h"
-#include "canvass/CanvassState.h"
 
 #include <QAction>
 #include <QEventLoop>
+#include <QLabel>
 #include <QMainWindow>
 #include <memory>
 #include <vector>
@@ -16,7 +18,6 @@ class Tallyroom;
 
 namespace tallyroom {
 
-struct AnswerRequest;
 class DateBinding;
 
 class Tallyroom : public QMainWindow {
@@ -78,11 +79,17 @@ private:
     void addOrdering(const QString& descr, const QString& details);
     QAction* checkedOrdering() const;
     void firstRunSetup();
+    void readPeriod();
+    void showStatus();
     void showBreakOut();
     // Counts the elements of the ordering that the board does not know; they are reported later.
     void fillGrid(int& unknownElements);
     AnswerRequest answerRequest() const;
-    void showRecorded();
+    void showAfterFailure(const AnswerRecording::Result& result);
+    bool rebuildQuietly();
+    bool fillBoard(); // false when an error has ended it
+    std::optional<RunError> showRecorded(bool anyWritten);
+    void ownUpToOldFigures();
     QStringList selectedEmployees() const;
     CanvassOptions options() const;
     QStringList reportDetails() const;
@@ -93,8 +100,11 @@ private:
     std::vector<QAction*> m_orderings;    // MnuOrder items from 2 on; owned by the menu
     std::unique_ptr<DateBinding> m_dates; // while the window is loaded
     QMenu* m_popup;                       // mnuPopup
-    QEventLoop m_loop;                    // runs while the window is shown
-    bool m_closing = false;               // set by the only command that closes the window
+    QLabel* m_statusText;                 // in the status bar, which shows it
+    BoardStatus m_status;
+    bool m_areFilesSound = false; // looked at, which another program may have hindered
+    QEventLoop m_loop;            // runs while the window is shown
+    bool m_closing = false;       // set by the only command that closes the window
 };
 
 } // namespace tallyroom

@@ -1,8 +1,7 @@
 // The main window's menus: setup, view, orderings, shortcuts into the host, and the answers.
 #include "audit/frmTLYRAudit.h"
 #include "audit/frmUndo.h"
-#include "canvass/AnswerRecording.h"
-#include "canvass/CanvassTotals.h"
+#include "canvass/QuickBuild.h"
 #include "canvass/Tallyroom.h"
 #include "common/Units.h"
 #include "common/ui/Events.h"
@@ -98,7 +97,7 @@ void Tallyroom::mnuBuckets_Click() {
 
 void Tallyroom::mnuDefinePeriod_Click() {
     frmTLYRPeriod(m_context, this).showModally();
-    m_state.period = TotallingPeriod::read(m_state.DataPath);
+    readPeriod();
     Canvass();
 }
 
@@ -159,7 +158,13 @@ void Tallyroom::LoadOrderings() {
     const QAction* inForce = checkedOrdering();
     const QString caption = inForce ? inForce->property("descr").toString() : QString();
     removeOrderings();
-    for (const Ordering& ordering : Orderings::readAll(m_state.DataPath).orderings) {
+    const Orderings::Stored stored = Orderings::readAll(m_state.DataPath);
+    m_status.orderings = stored.unreadable == 0
+                             ? QString()
+                             : QStringLiteral("%1 orderings left out: the description cannot be "
+                                              "read")
+                                   .arg(stored.unreadable);
+    for (const Ordering& ordering : stored.orderings) {
         addOrdering(ordering.descr, ordering.details);
         if (!caption.isEmpty() && caption == ordering.descr)
             m_orderings.back()->setChecked(true);
@@ -246,17 +251,27 @@ void Tallyroom::RecordAnswer(bool accept, bool decline, const QString& comment) 
     request.accept = accept;
     request.decline = decline;
     request.comment = comment;
-    int written = 0;
-    try {
-        AnswerRecording::record(m_state, request, written);
-    } catch (const RunError&) {
-        if (written > 0)
-            showRecorded();
-        throw;
+    m_status.command.clear();
+    AnswerRecording::Result result = AnswerRecording::record(m_state, request);
+    if (!result.failure)
+        result.failure = showRecorded(result.anyWritten());
+    if (result.failure) {
+        showAfterFailure(result);
+        throw RunError(*result.failure);
     }
-    m_state.rows().requery();
-    Update();
     WaitPointer::hide();
+}
+
+// Returns what keeps the new figures from being read.
+std::optional<RunError> Tallyroom::showRecorded(bool anyWritten) {
+    try {
+        m_state.rows().requery();
+    } catch (const RunError& error) {
+        return error;
+    }
+    if (!fillBoard() && anyWritten)
+        ownUpToOldFigures();
+    return std::nullopt;
 }
 
 // What the controls say; the answer itself is the command's.
@@ -275,18 +290,34 @@ AnswerRequest Tallyroom::answerRequest() const {
     return request;
 }
 
-// After a failure among many answers: those before it are written, and must be seen to be, lest
-// they be given again. With a board that cannot be counted any more the old figures stay.
-void Tallyroom::showRecorded() {
-    m_ui->Grid->clearSelection();
-    try {
-        CanvassTotals::applyMultipliers(m_state, m_ui->mnuMult->isChecked());
-        m_state.rows().requery();
-    } catch (const RunError&) {
-        return; // the failure that led here is reported
+// What is written must be seen to be, lest it be given again.
+void Tallyroom::showAfterFailure(const AnswerRecording::Result& result) {
+    if (!result.anyWritten()) {
+        m_status.command = QStringLiteral("Nothing was recorded");
+        return showStatus();
     }
-    Update();
-    WaitPointer::show(); // as the failure has left it
+    m_ui->Grid->clearSelection();
+    m_status.command =
+        QStringLiteral("Recorded for %1 of %2").arg(result.recorded).arg(result.employees);
+    if (result.partly)
+        m_status.command += QStringLiteral(", for %1 in part").arg(*result.partly);
+    if (!rebuildQuietly())
+        ownUpToOldFigures();
+}
+
+// Who does not see that an answer is recorded gives it again.
+void Tallyroom::ownUpToOldFigures() {
+    m_ui->Grid->clearSelection();
+    m_status.stale = true;
+    showStatus();
+}
+
+// The failure that led here is reported; no other question is asked.
+bool Tallyroom::rebuildQuietly() {
+    if (!QuickBuild::run(m_state, m_context.BucketForm, m_ui->mnuMult->isChecked()))
+        return false;
+    m_status.stale = false;
+    return fillBoard();
 }
 
 QStringList Tallyroom::selectedEmployees() const {

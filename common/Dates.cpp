@@ -175,16 +175,22 @@ QString toText(Date date) {
 
 namespace {
 
-// "mm/dd/yyyy", in which the board shows thousands of days.
+// Thousands of days are shown and stored, for which the toolkit's pictures are slow.
+void appendDigits(QString& text, int number, int power) {
+    for (; power > 0; power /= 10)
+        text += QChar(static_cast<char16_t>(u'0' + number / power % 10));
+}
+
+// "mm/dd/yyyy"
 QString monthDayYear(QDate day) {
-    const auto digit = [](int number, int power) {
-        return QChar(static_cast<char16_t>(u'0' + number / power % 10));
-    };
-    const QChar text[] = {digit(day.month(), 10),  digit(day.month(), 1),  u'/',
-                          digit(day.day(), 10),    digit(day.day(), 1),    u'/',
-                          digit(day.year(), 1000), digit(day.year(), 100), digit(day.year(), 10),
-                          digit(day.year(), 1)};
-    return QString(text, std::size(text));
+    QString text;
+    text.reserve(10);
+    appendDigits(text, day.month(), 10);
+    text += u'/';
+    appendDigits(text, day.day(), 10);
+    text += u'/';
+    appendDigits(text, day.year(), 1000);
+    return text;
 }
 
 } // namespace
@@ -197,7 +203,21 @@ QString format(Date date, const QString& picture) {
 }
 
 QString toIso(Date date) {
-    return toQDateTime(date).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    const QDateTime moment = toQDateTime(date);
+    QString text;
+    text.reserve(19);
+    appendDigits(text, moment.date().year(), 1000);
+    text += u'-';
+    appendDigits(text, moment.date().month(), 10);
+    text += u'-';
+    appendDigits(text, moment.date().day(), 10);
+    text += u' ';
+    appendDigits(text, moment.time().hour(), 10);
+    text += u':';
+    appendDigits(text, moment.time().minute(), 10);
+    text += u':';
+    appendDigits(text, moment.time().second(), 10);
+    return text;
 }
 
 namespace {

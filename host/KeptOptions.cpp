@@ -13,7 +13,7 @@ const QString optionsField = QStringLiteral("formoptions");
 // Under this name add-ins remember what windows are like while nobody is signed in.
 const QString nobody = QStringLiteral("*Master*");
 
-std::shared_ptr<Recordset> rowsOf(const QString& dataFolder, QString user) {
+std::shared_ptr<Recordset> rowsOf(const QString& dataFolder, const QString& user) {
     return Workspace::openHostOptions(dataFolder)
         ->openRecordset(QStringLiteral("Select * from [FormOptions] where [Username] = '%1';")
                             .arg(SqlText::escaped(user)),

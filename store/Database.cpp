@@ -2,46 +2,36 @@
 
 #include "common/RunError.h"
 
+#include <utility>
+
 namespace tallyroom {
 
-void Database::executeAll(const QStringList& updates, qsizetype& done) {
-    if (executeAsOne(updates.mid(done)))
-        done = updates.size();
-    for (; done < updates.size(); ++done)
-        execute(updates.at(done));
-}
-
-Batch::Batch(std::shared_ptr<Database> database) {
-    if (!database || database->inBatch())
+Transaction::Transaction(std::shared_ptr<Database> database, TransactionKind kind) {
+    if (database->inTransaction())
         return;
-    database->beginBatch();
+    database->begin(kind);
     m_database = std::move(database);
 }
 
-Batch::~Batch() {
-    try {
-        commit();
-    } catch (const RunError&) {
-        // Only reached on the way out of a failed command, whose own error is reported; callers
-        // that go on end the batch with commit().
-    }
+Transaction::~Transaction() {
+    if (m_database)
+        m_database->rollback();
 }
 
-void Batch::commit() {
+void Transaction::commit() {
     if (const auto database = std::exchange(m_database, nullptr))
-        database->commitBatch();
+        database->commit();
 }
 
-Reading::Reading(std::shared_ptr<Database> database)
-    : m_database(std::move(database)), m_began(m_database->beginReading()) {}
+Impatience::Impatience(std::shared_ptr<Database> database) : m_database(std::move(database)) {
+    m_database->setWhenInUse(WhenInUse::Fail);
+}
 
-Reading::~Reading() {
-    if (!m_began)
-        return;
+Impatience::~Impatience() {
     try {
-        m_database->endReading();
+        m_database->setWhenInUse(WhenInUse::Wait);
     } catch (const RunError&) {
-        // Closed in between, which has ended the reading.
+        // Closed in between: there is nothing left that could wait.
     }
 }
 

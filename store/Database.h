@@ -1,6 +1,8 @@
 // A connection to one database file.
 #pragma once
 
+#include "common/Variant.h"
+
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -8,7 +10,13 @@
 
 namespace tallyroom {
 
+namespace Schema {
+struct Table;
+}
+
 class Recordset;
+
+using Row = std::vector<Variant>;
 
 // See Database::changeMark(). Marks of different connections do not compare.
 struct ChangeMark {
@@ -20,6 +28,15 @@ struct ChangeMark {
 
 enum class RecordsetType { Dynaset, Snapshot };
 
+// Whether others who use a file are waited for, two seconds at the most, or hinder at once.
+enum class WhenInUse { Wait, Fail };
+
+enum class TransactionKind {
+    Read,   // rows are read as they stand at the first read; others who want to write wait
+    Write,  // others may read until it is committed, which fails while they do
+    Reserve // nobody else reads or writes: what could hinder the commit shows at the beginning
+};
+
 // Statements are written in the desktop engine's SQL; the store translates them. Errors are
 // RunErrors with that engine's numbers, texts and sources. A connection closes with its last
 // owner; recordsets are owners.
@@ -29,44 +46,35 @@ public:
 
     // Runs one Delete, Insert, Update or Drop statement. Rows that cannot be written (a duplicate
     // key, a required value missing) are skipped and the others written; a statement that cannot
-    // be understood, an unknown name or an unavailable file raise.
+    // be understood, an unknown name or an unavailable file raise. An Insert into another file
+    // cannot run in a transaction: raises 3219.
     virtual void execute(const QString& sql) = 0;
-
-    // Runs Update statements in one pass over the rows, if it can be told that this leaves what
-    // they leave when they run in turn. Otherwise, and when anything fails, nothing is done and the
-    // result is false: run them one by one, then, so that each fails in its turn. Raises only when
-    // a disk that fails has undone the batch around it.
-    virtual bool executeAsOne(const QStringList& updates) = 0;
-
-    // Runs an Insert into another file after emptying the table that it names, as one write. When
-    // anything fails, and inside a batch, nothing is done and the result is false: run a Delete
-    // and the Insert one by one, then, so that each fails in its turn.
-    virtual bool refill(const QString& insert) = 0;
-
-    // Runs Update statements in turn, from the one at `done` on, which counts those that are done
-    // even when one of them raises; all as one where possible.
-    void executeAll(const QStringList& updates, qsizetype& done);
 
     // Opens the rows of a Select statement. The first row, if any, is current.
     virtual std::shared_ptr<Recordset> openRecordset(const QString& sql, RecordsetType type) = 0;
 
-    // Groups the statements that follow into one write to the disk. Without a batch each statement
-    // is durable when it returns. Batches do not nest: see Batch.
-    virtual void beginBatch() = 0;
-    virtual void commitBatch() = 0; // raises; the statements are then undone
-    virtual void undoBatch() = 0;
-    // No longer once a statement met a disk that fails, which undoes the whole batch.
-    virtual bool inBatch() const = 0;
+    // Whether the table is there with all columns of `table` in their types, none with a value of
+    // its own, and without triggers or rules: then a row holds what was written into it.
+    virtual bool isPlain(const Schema::Table& table) = 0;
 
-    // Between the two, rows are read as they stand at the first read, without a lock for each.
-    // Others who want to write wait that long. Nothing may be written in between. Inside a batch,
-    // or while it goes on already, the first does nothing and returns false; then leave out the
-    // second.
-    virtual bool beginReading() = 0;
-    virtual void endReading() = 0;
+    // Empties the table and fills it anew, in one write unless a transaction is open. The values of
+    // a row go to `columns` in this order and convert as an Insert converts them; rows that the
+    // table cannot keep are skipped. Raises what an Insert raises; nothing is changed then.
+    virtual void replaceRows(const QString& table, const QStringList& columns,
+                             const std::vector<Row>& rows) = 0;
+
+    // Transactions do not nest: see Transaction.
+    virtual void begin(TransactionKind kind) = 0;
+    virtual void commit() = 0; // raises; the statements are then undone
+    virtual void rollback() noexcept = 0;
+    // No longer once a statement met a disk that fails, which undoes the whole transaction.
+    virtual bool inTransaction() const = 0;
 
     // Stays the same as long as nobody changes the file, through this connection or another one.
     virtual ChangeMark changeMark() = 0;
+
+    // What statements do when others use the file.
+    virtual void setWhenInUse(WhenInUse answer) = 0;
 
     // Calls back again and again during a statement that takes long, about every tenth of a second:
     // by the work that is done, not by the clock. The callback neither uses a database nor throws;
@@ -76,36 +84,42 @@ public:
     // Whether the file that was opened is still the one at its path.
     virtual bool isInPlace() = 0;
 
+    // Reads the whole file. Raises 3049 for one whose structure is damaged; a value that was
+    // changed inside a sound structure cannot be told.
+    virtual void checkStructure() = 0;
+
     // Closes the file at once; later use of the connection or its recordsets raises 3420.
     virtual void close() = 0;
 };
 
-// Scope in which statements share one write. What was done before a failure stays done: leaving
-// the scope by an exception commits as well. Inside another batch this one does nothing.
-class Batch {
+// Scope in which statements share one write, or many rows are read at one state of the file.
+// Leaving it without a commit undoes the statements. Inside another transaction it does nothing.
+class Transaction {
 public:
-    explicit Batch(std::shared_ptr<Database> database);
-    ~Batch();
-    Batch(const Batch&) = delete;
-    Batch& operator=(const Batch&) = delete;
+    // Raises what hinders it: 3196 (in use), and for Reserve 3027 (read-only), 3024 (the file is no
+    // longer there), 3420 (another file has taken its place), 3051 and 3026 (the folder cannot be
+    // written, the disk is full). A transaction that is open already reserves nothing more.
+    Transaction(std::shared_ptr<Database> database, TransactionKind kind);
+    ~Transaction();
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
 
-    void commit(); // ends the scope early and reports what goes wrong
+    void commit();
 
 private:
-    std::shared_ptr<Database> m_database; // null once the batch is over or was not ours
+    std::shared_ptr<Database> m_database; // null once it is over, or was not ours
 };
 
-// Scope in which many rows are read at one state of the file: see beginReading().
-class Reading {
+// Scope in which statements fail at once where they would wait for others.
+class Impatience {
 public:
-    explicit Reading(std::shared_ptr<Database> database);
-    ~Reading();
-    Reading(const Reading&) = delete;
-    Reading& operator=(const Reading&) = delete;
+    explicit Impatience(std::shared_ptr<Database> database);
+    ~Impatience();
+    Impatience(const Impatience&) = delete;
+    Impatience& operator=(const Impatience&) = delete;
 
 private:
     std::shared_ptr<Database> m_database;
-    bool m_began;
 };
 
 } // namespace tallyroom

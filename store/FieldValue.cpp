@@ -37,4 +37,17 @@ Variant fieldValue(const Variant& value, sql::ValueType type, int width) {
     return result;
 }
 
+Variant insertedValue(const Variant& value, sql::ValueType type, int width) {
+    if (value.isNull() || value.isEmpty())
+        return Variant::null();
+    try {
+        Variant result = converted(value, type);
+        if (type == sql::ValueType::Text && width > 0 && result.toText().size() > width)
+            return {result.toText().left(width)};
+        return result;
+    } catch (const RunError&) {
+        return Variant::null();
+    }
+}
+
 } // namespace tallyroom

@@ -10,4 +10,8 @@ namespace tallyroom {
 // 3421 for a value that does not convert, 3163 for a text that is too long.
 Variant fieldValue(const Variant& value, sql::ValueType type, int width);
 
+// The value as an Insert writes it into such a field: what does not convert becomes Null, and a
+// text that is too long is cut.
+Variant insertedValue(const Variant& value, sql::ValueType type, int width);
+
 } // namespace tallyroom

@@ -4,19 +4,13 @@
 
 namespace tallyroom::Readable {
 
-namespace {
-
-// The platform's dates, in days.
-constexpr double firstDay = -657434;
-constexpr double afterLastDay = 2958466;
-
-} // namespace
-
 std::optional<QString> key(const Variant& value) {
-    if (!value.isNull() && value.type() != Variant::Type::Text)
+    if (!value.isNull() && !value.isNumber() && value.type() != Variant::Type::Text)
         return std::nullopt;
     QString text = value.textOrEmpty();
-    return text.contains(QChar(QChar::Null)) ? std::nullopt : std::optional(std::move(text));
+    const bool whole =
+        !text.contains(QChar(QChar::Null)) && !text.contains(QChar(QChar::ReplacementCharacter));
+    return whole ? std::optional(std::move(text)) : std::nullopt;
 }
 
 QString text(const Variant& value) {
@@ -25,12 +19,10 @@ QString text(const Variant& value) {
 
 Variant date(const Variant& value) {
     try {
-        const Date date = value.toDate();
-        if (date.serial >= firstDay && date.serial < afterLastDay)
-            return {date};
+        return {value.toDate()};
     } catch (const RunError&) {
+        return Variant::null();
     }
-    return Variant::null();
 }
 
 Variant number(const Variant& value) {

@@ -8,8 +8,9 @@
 
 namespace tallyroom::Readable {
 
-// The text that a row is found by; "" for a Null. Nothing for what only looks like one: bytes, a
-// number, a text with a NUL, after which an engine reads no further. Such a row is left out.
+// The text that a row is found by; "" for a Null. Nothing for bytes, and for a text with a NUL,
+// after which an engine reads no further, or with bytes that were no character. Such a row is left
+// out.
 std::optional<QString> key(const Variant& value);
 
 // The value for a cell of a row that is shown all the same: what cannot be read is as a Null is.

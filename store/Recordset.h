@@ -45,12 +45,6 @@ public:
     virtual void setField(int position, const Variant& value) = 0;
     virtual void update() = 0;
     virtual void cancelUpdate() = 0;
-    // Says that these Update statements will run on the table when the edits are done: for a set
-    // that was opened in the batch each update() may then leave in its row what they would, and
-    // fails where they would. They need not run any more when every row of the table has been
-    // edited since and all edits have done so.
-    virtual void expectUpdates(const QStringList& updates) = 0;
-    virtual bool hasLeftExpected() const = 0;
     virtual void remove() = 0; // deletes the current row; no row is current until the next move
 
     // Moves to the first row of the set for which the criteria (the body of a Where clause) hold.

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <SQLiteCpp/SQLiteCpp.h>
+#include <stdexcept>
 
 namespace tallyroom::Schema {
 
@@ -59,6 +60,24 @@ void createFile(const QString& path, const File& file) {
 }
 
 } // namespace
+
+const Table& table(std::u16string_view name) {
+    for (const File& file : files()) {
+        for (const Table& candidate : file.tables) {
+            if (candidate.name == name)
+                return candidate;
+        }
+    }
+    throw std::logic_error("no such table in the schema");
+}
+
+const Column& column(const Table& table, std::u16string_view name) {
+    for (const Column& candidate : table.columns) {
+        if (candidate.name == name)
+            return candidate;
+    }
+    throw std::logic_error("no such column in the schema");
+}
 
 QStringList createTableStatements(const File& file) {
     QStringList statements;

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 #include <span>
+#include <string_view>
 
 namespace tallyroom::Schema {
 
@@ -42,6 +43,10 @@ struct File {
 };
 
 std::span<const File> files();
+
+// By name, spelled as here. Both throw std::logic_error for one that is not there.
+const Table& table(std::u16string_view name);
+const Column& column(const Table& table, std::u16string_view name);
 
 // What makes a table or its indexes in the engine's own SQL, one statement an entry. A loader of
 // many rows runs the table's statements first and those of the indexes once the rows are there.

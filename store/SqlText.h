@@ -23,13 +23,8 @@ QString literal(Date date);
 // [column]. Raises 3126 for a name that is blank or holds a bracket.
 QString name(const QString& column);
 
-// The text with its apostrophes doubled, to stand between two of them: for names that no statement
-// may fail for.
+// The text with its apostrophes doubled, to stand between two of them: for what no statement may
+// fail for, such as the data folder.
 QString escaped(const QString& text);
-
-// The data folder in the clause "in 'folder\file'".
-inline QString path(const QString& folder) {
-    return escaped(folder);
-}
 
 } // namespace tallyroom::SqlText

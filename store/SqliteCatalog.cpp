@@ -2,6 +2,8 @@
 
 #include "store/SqliteTypes.h"
 
+#include <algorithm>
+
 namespace tallyroom {
 
 namespace {
@@ -63,12 +65,24 @@ std::shared_ptr<const sql::CatalogTable> SqliteCatalog::read(const QString& plac
     table->name = query.text(0);
     table->keyed = query.text(1) == QLatin1String("table") && query.key(2) == 0;
     readColumns(*table);
-    table->plain = isPlain(*table);
+    table->plain = table->keyed && !hasRules(*table) && !hasDefaults(*table);
     return table;
 }
 
-// Only what is surely so: a column that is called "check" makes a table another one.
-bool SqliteCatalog::isPlain(const sql::CatalogTable& table) const {
+bool SqliteCatalog::isPlain(const Schema::Table& table) const {
+    const auto known = findTable(QString::fromUtf16(table.name));
+    const auto isKept = [&](const Schema::Column& column) {
+        const int at = known->indexOf(QString::fromUtf16(column.name));
+        if (at < 0)
+            return false;
+        const sql::CatalogColumn& found = known->columns[static_cast<std::size_t>(at)];
+        return found.type == valueType(column.type) && found.width == column.width;
+    };
+    return known && known->plain && std::all_of(table.columns.begin(), table.columns.end(), isKept);
+}
+
+// On the safe side: a column that is called "check" counts as a rule.
+bool SqliteCatalog::hasRules(const sql::CatalogTable& table) const {
     SqliteQuery query(m_connection,
                       QStringLiteral("SELECT 1 FROM %1.sqlite_master WHERE tbl_name = ?1 COLLATE "
                                      "NOCASE AND (type = 'trigger' OR type = 'index' AND (sql IS "
@@ -77,7 +91,16 @@ bool SqliteCatalog::isPlain(const sql::CatalogTable& table) const {
                                      "LIKE '%KEY%' OR sql LIKE '%REFERENCES%'))")
                           .replace(QLatin1String("%1"), table.place));
     query.bind(1, Variant(table.name));
-    return !query.next();
+    return query.next();
+}
+
+bool SqliteCatalog::hasDefaults(const sql::CatalogTable& table) const {
+    SqliteQuery query(m_connection,
+                      QStringLiteral("SELECT 1 FROM pragma_table_info(?1, ?2) WHERE dflt_value IS "
+                                     "NOT NULL"));
+    query.bind(1, Variant(table.name));
+    query.bind(2, Variant(table.place));
+    return query.next();
 }
 
 void SqliteCatalog::readColumns(sql::CatalogTable& table) const {

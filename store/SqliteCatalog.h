@@ -1,6 +1,7 @@
 // The tables of a connection's files, read from the engine and kept until a file's tables change.
 #pragma once
 
+#include "store/Schema.h"
 #include "store/SqliteConnection.h"
 #include "store/sql/Catalog.h"
 
@@ -17,6 +18,8 @@ public:
     std::shared_ptr<const sql::CatalogTable> findTable(const QString& name) const override;
     std::shared_ptr<const sql::CatalogTable> findTargetTable(const QString& name) const override;
 
+    bool isPlain(const Schema::Table& table) const; // see Database
+
     void setInsertPlace(const QString& place) { m_insertPlace = place; }
 
 private:
@@ -28,7 +31,8 @@ private:
     qint64 version(const QString& place) const;
     std::shared_ptr<const sql::CatalogTable> find(const QString& place, const QString& name) const;
     std::shared_ptr<const sql::CatalogTable> read(const QString& place, const QString& name) const;
-    bool isPlain(const sql::CatalogTable& table) const;
+    bool hasRules(const sql::CatalogTable& table) const;
+    bool hasDefaults(const sql::CatalogTable& table) const;
     void readColumns(sql::CatalogTable& table) const;
 
     SqliteConnection& m_connection;

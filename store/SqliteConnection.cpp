@@ -22,8 +22,8 @@ SQLite::Database openFile(const QString& file) {
     const int flags = SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX;
     try {
         if (file.isEmpty())
-            return {":memory:", flags | SQLite::OPEN_CREATE, 0};
-        return {file.toUtf8().constData(), flags, busyTimeout};
+            return {":memory:", flags | SQLite::OPEN_CREATE};
+        return {file.toUtf8().constData(), flags};
     } catch (const SQLite::Exception& error) {
         throw storeError(error, file);
     }
@@ -80,13 +80,22 @@ Variant typedText(const QString& text, sql::ValueType type) {
 
 } // namespace
 
-SqliteConnection::SqliteConnection(const QString& file) : m_file(file), m_database(openFile(file)) {
+SqliteConnection::SqliteConnection(const QString& file, WhenInUse answer)
+    : m_file(file), m_database(openFile(file)) {
     sqlite3_extended_result_codes(handle(), 1);
     if (!harden(handle()) || !registerSqliteFunctions(handle()))
         throw RunError::make(ErrorNumber::outOfMemory);
     sqlite3_rollback_hook(
         handle(), [](void* count) { ++*static_cast<qint64*>(count); }, &m_rollbacks);
+    setWhenInUse(answer);
     synchronize(QStringLiteral("main"));
+    // A page that is damaged shows when it is read, not by what it does to others.
+    run(QStringLiteral("PRAGMA cell_size_check = ON"));
+}
+
+void SqliteConnection::setWhenInUse(WhenInUse answer) {
+    m_timeout = answer == WhenInUse::Wait ? busyTimeout : 0;
+    sqlite3_busy_timeout(handle(), m_timeout);
 }
 
 void SqliteConnection::setProgress(std::function<void()> callback) {
@@ -126,7 +135,7 @@ bool SqliteConnection::isTargetToBlame(int code) const {
     sqlite3_busy_timeout(handle(), 0); // who waited once need not wait again
     const bool isOwnReadable = sqlite3_exec(handle(), "SELECT 1 FROM main.sqlite_master", nullptr,
                                             nullptr, nullptr) == SQLITE_OK;
-    sqlite3_busy_timeout(handle(), busyTimeout);
+    sqlite3_busy_timeout(handle(), m_timeout);
     return isOwnReadable;
 }
 
@@ -187,6 +196,10 @@ bool SqliteQuery::next() {
     const int result = sqlite3_step(m_statement.get());
     m_connection.require(result == SQLITE_ROW || result == SQLITE_DONE);
     return result == SQLITE_ROW;
+}
+
+void SqliteQuery::again() {
+    sqlite3_reset(m_statement.get()); // as above
 }
 
 qint64 SqliteQuery::key(int column) const {

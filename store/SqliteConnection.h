@@ -1,7 +1,7 @@
 // A connection of the engine with its prepared statements.
 #pragma once
 
-#include "common/Variant.h"
+#include "store/Database.h"
 #include "store/sql/Operation.h"
 
 #include <QHash>
@@ -18,7 +18,7 @@ class SqliteConnection {
 public:
     // Opens an existing file, never creates one; without a name, a database in memory. Raises a
     // RunError when the file is not to be had.
-    explicit SqliteConnection(const QString& file);
+    explicit SqliteConnection(const QString& file, WhenInUse answer = WhenInUse::Wait);
     SqliteConnection(const SqliteConnection&) = delete;
     SqliteConnection& operator=(const SqliteConnection&) = delete;
 
@@ -30,7 +30,8 @@ public:
 
     qint64 rollbacks() const { return m_rollbacks; } // also those by the engine itself
 
-    void setProgress(std::function<void()> callback); // see Database
+    void setWhenInUse(WhenInUse answer);              // see Database
+    void setProgress(std::function<void()> callback); // likewise
 
     // What is committed in the schema ("main", or an attached one) survives a power cut.
     void synchronize(const QString& schema);
@@ -47,6 +48,7 @@ private:
     QString m_file;
     QString m_target;
     qint64 m_rollbacks = 0;
+    int m_timeout = 0; // milliseconds
     std::function<void()> m_progress;
     SQLite::Database m_database;
     QHash<QString, std::shared_ptr<sqlite3_stmt>> m_statements; // none is ever mid-way
@@ -64,6 +66,7 @@ public:
     void bind(int parameter, const Variant& value);
     void bind(int parameter, qint64 key);
     bool next();
+    void again(); // from the beginning; the parameters stay
     qint64 key(int column) const;
     QString text(int column) const;
     // The value as the column's type has it; what was stored with another type keeps its own.

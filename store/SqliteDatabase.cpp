@@ -2,12 +2,12 @@
 
 #include "store/SqliteCopy.h"
 #include "store/SqliteDynaset.h"
+#include "store/SqliteRows.h"
 #include "store/StoreErrors.h"
 #include "store/Workspace.h"
 #include "store/sql/Generator.h"
 #include "store/sql/Parser.h"
 #include "store/sql/StatementBinder.h"
-#include "store/sql/UpdateChain.h"
 
 #include <QFileInfo>
 #include <QScopeGuard>
@@ -69,7 +69,8 @@ sql::SelectStatement parseSelect(const QString& text) {
 
 } // namespace
 
-SqliteDatabase::SqliteDatabase(const QString& file) : m_session(std::make_unique<Session>(file)) {
+SqliteDatabase::SqliteDatabase(const QString& file, WhenInUse answer)
+    : m_session(std::make_unique<Session>(file, answer)) {
     m_session->connection.run(QStringLiteral("SELECT count(*) FROM main.sqlite_master"));
 }
 
@@ -128,24 +129,10 @@ QString SqliteDatabase::targetFile(const QString& named) {
     return own ? QString() : file;
 }
 
-// A file cannot be detached inside a batch, which is therefore written first and begun again.
+// The engine attaches no file inside a transaction.
 void SqliteDatabase::insertInto(const sql::InsertStatement& statement, const QString& file) {
-    const bool batch = m_inBatch;
-    if (batch)
-        commitBatch();
-    const auto goOn = qScopeGuard([this, batch] {
-        ++m_batches; // others may have written
-        if (batch)
-            m_inBatch = sqlite3_exec(m_session->connection.handle(), "BEGIN", nullptr, nullptr,
-                                     nullptr) == SQLITE_OK;
-    });
-    withTarget(file, [&] {
-        connection().run(generator().insertRows(sql::bindInsert(catalog(), statement)));
-    });
-}
-
-// While the work runs, inserts go to the file.
-void SqliteDatabase::withTarget(const QString& file, const std::function<void()>& work) {
+    if (inTransaction())
+        throw RunError::make(ErrorNumber::invalidOperation, {}, ErrorSource::database);
     const auto backToOwnFile = qScopeGuard([this] {
         m_session->catalog.setInsertPlace(SqliteCatalog::ownPlace);
         m_session->connection.setTarget({});
@@ -153,75 +140,7 @@ void SqliteDatabase::withTarget(const QString& file, const std::function<void()>
     connection().setTarget(file);
     const Attachment attachment(connection(), file);
     session().catalog.setInsertPlace(SqliteCatalog::targetPlace);
-    work();
-}
-
-bool SqliteDatabase::refill(const QString& insert) {
-    if (!isOpen() || sqlite3_get_autocommit(connection().handle()) == 0)
-        return false;
-    try {
-        const sql::Statement statement = sql::parseStatement(insert);
-        const auto* parsed = std::get_if<sql::InsertStatement>(&statement);
-        const QString file = parsed ? targetFile(parsed->file) : QString();
-        if (file.isEmpty())
-            return false;
-        withTarget(file, [&] { refillTarget(*parsed); });
-        return true;
-    } catch (const RunError&) { // whatever it is, it comes again when they run one by one
-        return false;
-    }
-}
-
-// Begins without a lock: the own file is only read, and others may write to it meanwhile.
-void SqliteDatabase::refillTarget(const sql::InsertStatement& statement) {
-    sqlite3* handle = connection().handle();
-    const sql::BoundInsert filling = sql::bindInsert(catalog(), statement);
-    connection().run(QStringLiteral("BEGIN"));
-    const auto undo = qScopeGuard([handle] {
-        if (sqlite3_get_autocommit(handle) == 0)
-            sqlite3_exec(handle, "ROLLBACK", nullptr, nullptr, nullptr);
-    });
-    connection().run(generator().deleteRows({filling.target, nullptr}));
-    connection().run(generator().insertRows(filling));
-    connection().run(QStringLiteral("COMMIT"));
-}
-
-bool SqliteDatabase::executeAsOne(const QStringList& updates) {
-    const QString native = composedText(updates);
-    if (native.isEmpty())
-        return false;
-    const bool batched = inBatch();
-    try {
-        connection().run(native);
-        return true;
-    } catch (const RunError&) {
-        if (batched && !inBatch())
-            throw;
-        return false;
-    }
-}
-
-// Empty when they cannot be told to come to the same in one.
-QString SqliteDatabase::composedText(const QStringList& updates) {
-    const auto whole = sql::composed(boundUpdates(updates));
-    return whole ? generator().updateAllOrNone(*whole) : QString();
-}
-
-std::vector<sql::BoundUpdate> SqliteDatabase::boundUpdates(const QStringList& updates) {
-    session();
-    std::vector<sql::BoundUpdate> bound;
-    try {
-        for (const QString& update : updates) {
-            const sql::Statement statement = sql::parseStatement(update);
-            const auto* parsed = std::get_if<sql::UpdateStatement>(&statement);
-            if (!parsed)
-                return {};
-            bound.push_back(sql::bindUpdate(catalog(), *parsed));
-        }
-        return bound;
-    } catch (const RunError&) {
-        return {};
-    }
+    connection().run(generator().insertRows(sql::bindInsert(catalog(), statement)));
 }
 
 std::shared_ptr<Recordset> SqliteDatabase::openRecordset(const QString& sql, RecordsetType type) {
@@ -248,47 +167,80 @@ std::shared_ptr<Recordset> SqliteDatabase::open(const RecordsetQuery& query) {
     return recordset;
 }
 
-void SqliteDatabase::beginBatch() {
-    connection().run(
-        QStringLiteral("BEGIN IMMEDIATE")); // a later upgrade would not wait for others
-    m_inBatch = true;
-    ++m_batches;
+bool SqliteDatabase::isPlain(const Schema::Table& table) {
+    return session().catalog.isPlain(table);
 }
 
-bool SqliteDatabase::inBatch() const {
-    return m_inBatch && m_session && sqlite3_get_autocommit(m_session->connection.handle()) == 0;
+void SqliteDatabase::replaceRows(const QString& table, const QStringList& columns,
+                                 const std::vector<Row>& rows) {
+    const auto target = catalog().findTable(table);
+    if (!target)
+        throw RunError::make(ErrorNumber::unknownOutputTable, {table}, ErrorSource::database);
+    Transaction write(shared_from_this(), TransactionKind::Write);
+    SqliteRows(connection(), *target, columns).replaceBy(rows);
+    write.commit();
 }
 
-// The engine itself ends a batch when the disk fails; the statement that met it has raised that.
-void SqliteDatabase::commitBatch() {
-    m_inBatch = false;
-    if (sqlite3_get_autocommit(connection().handle()) != 0)
+void SqliteDatabase::begin(TransactionKind kind) {
+    if (kind == TransactionKind::Reserve)
+        return reserve();
+    connection().run(kind == TransactionKind::Read ? QStringLiteral("BEGIN")
+                                                   // A later upgrade would not wait for others.
+                                                   : QStringLiteral("BEGIN IMMEDIATE"));
+}
+
+// A folder that cannot be written and a full disk show when the engine begins its journal, which it
+// does for the first change: one that changes nothing.
+void SqliteDatabase::reserve() {
+    if (sqlite3_db_readonly(connection().handle(), "main") != 0)
+        throw RunError::make(ErrorNumber::readOnly, {}, ErrorSource::database);
+    connection().run(QStringLiteral("BEGIN EXCLUSIVE"));
+    auto undo = qScopeGuard([this] { rollback(); });
+    requireInPlace();
+    connection().run(QStringLiteral("PRAGMA main.user_version = %1").arg(userVersion()));
+    undo.dismiss();
+}
+
+qint64 SqliteDatabase::userVersion() {
+    SqliteQuery query(connection(), QStringLiteral("PRAGMA main.user_version"));
+    query.next();
+    return query.key(0);
+}
+
+void SqliteDatabase::requireInPlace() {
+    if (isInPlace())
         return;
+    const QString file = connection().file();
+    throw QFileInfo::exists(file)
+        ? RunError::make(ErrorNumber::objectInvalid, {}, ErrorSource::database)
+        : RunError::make(ErrorNumber::fileNotFound, {file}, ErrorSource::database);
+}
+
+bool SqliteDatabase::inTransaction() const {
+    return m_session && sqlite3_get_autocommit(m_session->connection.handle()) == 0;
+}
+
+// The engine itself ends a transaction when the disk fails.
+void SqliteDatabase::commit() {
+    session();
+    if (!inTransaction())
+        throw RunError::make(ErrorNumber::cannotOpenFile, {connection().file()},
+                             ErrorSource::database);
     try {
         connection().run(QStringLiteral("COMMIT"));
     } catch (const RunError&) {
-        sqlite3_exec(connection().handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+        rollback();
         throw;
     }
 }
 
-void SqliteDatabase::undoBatch() {
-    if (inBatch())
-        sqlite3_exec(m_session->connection.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
-    m_inBatch = false;
-}
-
-bool SqliteDatabase::beginReading() {
-    if (m_inBatch || sqlite3_get_autocommit(connection().handle()) == 0)
-        return false;
-    connection().run(QStringLiteral("BEGIN"));
-    m_reading = true;
-    return true;
-}
-
-void SqliteDatabase::endReading() {
-    if (std::exchange(m_reading, false) && sqlite3_get_autocommit(connection().handle()) == 0)
-        connection().run(QStringLiteral("COMMIT"));
+// After reading alone there is nothing to undo, and the change mark stays.
+void SqliteDatabase::rollback() noexcept {
+    if (!inTransaction())
+        return;
+    sqlite3* handle = m_session->connection.handle();
+    const bool hasWritten = sqlite3_txn_state(handle, "main") == SQLITE_TXN_WRITE;
+    sqlite3_exec(handle, hasWritten ? "ROLLBACK" : "COMMIT", nullptr, nullptr, nullptr);
 }
 
 ChangeMark SqliteDatabase::changeMark() {
@@ -296,6 +248,10 @@ ChangeMark SqliteDatabase::changeMark() {
     query.next();
     return {query.key(0), sqlite3_total_changes(connection().handle()) + m_drops,
             connection().rollbacks()};
+}
+
+void SqliteDatabase::setWhenInUse(WhenInUse answer) {
+    connection().setWhenInUse(answer);
 }
 
 void SqliteDatabase::setProgress(std::function<void()> callback) {
@@ -308,11 +264,16 @@ bool SqliteDatabase::isInPlace() {
     return moved == 0;
 }
 
+void SqliteDatabase::checkStructure() {
+    SqliteQuery query(connection(), QStringLiteral("PRAGMA main.quick_check(1)"));
+    if (!query.next() || query.text(0) != QLatin1String("ok"))
+        throw RunError::make(ErrorNumber::damagedFile, {connection().file()},
+                             ErrorSource::database);
+}
+
 void SqliteDatabase::close() {
     session();
     m_session.reset();
-    m_inBatch = false;
-    m_reading = false;
 }
 
 } // namespace tallyroom

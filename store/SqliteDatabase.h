@@ -20,23 +20,22 @@ struct RecordsetQuery {
 class SqliteDatabase final : public Database {
 public:
     // `file` is a native path of an existing file.
-    explicit SqliteDatabase(const QString& file);
+    SqliteDatabase(const QString& file, WhenInUse answer);
 
     void execute(const QString& sql) override;
-    bool executeAsOne(const QStringList& updates) override;
-    bool refill(const QString& insert) override;
     std::shared_ptr<Recordset> openRecordset(const QString& sql, RecordsetType type) override;
-    void beginBatch() override;
-    void commitBatch() override;
-    void undoBatch() override;
-    bool inBatch() const override;
-    // Counts the batches; 0 while there is none, so that others may write.
-    int batchNumber() const { return inBatch() ? m_batches : 0; }
-    bool beginReading() override;
-    void endReading() override;
+    bool isPlain(const Schema::Table& table) override;
+    void replaceRows(const QString& table, const QStringList& columns,
+                     const std::vector<Row>& rows) override;
+    void begin(TransactionKind kind) override;
+    void commit() override;
+    void rollback() noexcept override;
+    bool inTransaction() const override;
     ChangeMark changeMark() override;
+    void setWhenInUse(WhenInUse answer) override;
     void setProgress(std::function<void()> callback) override;
     bool isInPlace() override;
+    void checkStructure() override;
     void close() override;
 
     // For the recordsets of this connection; each raises 3420 after close().
@@ -45,12 +44,11 @@ public:
     bool isOpen() const { return m_session != nullptr; }
     const sql::Catalog& catalog();
     sql::BoundSelect bind(const RecordsetQuery& query);
-    // None when one of them is no Update that can be understood.
-    std::vector<sql::BoundUpdate> boundUpdates(const QStringList& updates);
 
 private:
     struct Session {
-        explicit Session(const QString& file) : connection(file), catalog(connection) {}
+        Session(const QString& file, WhenInUse answer)
+            : connection(file, answer), catalog(connection) {}
         SqliteConnection connection;
         SqliteCatalog catalog;
     };
@@ -61,17 +59,14 @@ private:
     void runStatement(const sql::InsertStatement& statement);
     void runStatement(const sql::UpdateStatement& statement);
     void runStatement(const sql::DropStatement& statement);
-    QString composedText(const QStringList& updates);
     QString targetFile(const QString& named);
     void insertInto(const sql::InsertStatement& statement, const QString& file);
-    void withTarget(const QString& file, const std::function<void()>& work);
-    void refillTarget(const sql::InsertStatement& statement);
+    void reserve();
+    void requireInPlace();
+    qint64 userVersion();
 
     std::unique_ptr<Session> m_session; // null once closed
-    bool m_inBatch = false;
-    int m_batches = 0;
-    bool m_reading = false;
-    qint64 m_drops = 0; // tables, which the engine does not count among the changes
+    qint64 m_drops = 0;                 // tables, which the engine does not count among the changes
 };
 
 } // namespace tallyroom

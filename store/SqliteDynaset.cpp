@@ -3,7 +3,6 @@
 #include "store/FieldValue.h"
 #include "store/sql/Generator.h"
 #include "store/sql/StatementBinder.h"
-#include "store/sql/UpdateChain.h"
 
 #include <algorithm>
 #include <sqlite3.h>
@@ -24,7 +23,6 @@ sql::Generator generator() {
 
 void SqliteDynaset::readRows() {
     m_keys.clear();
-    m_keysBatch = sqlite().batchNumber();
     SqliteQuery query(sqlite().connection(), generator().keys(bound()));
     while (query.next())
         m_keys.push_back(query.key(0));
@@ -32,7 +30,6 @@ void SqliteDynaset::readRows() {
     m_removedTotal = 0;
     m_positions.clear();
     m_rowText = generator().rowByKey(bound());
-    m_firstText.clear();
     m_updated.clear();
 }
 
@@ -43,83 +40,38 @@ bool SqliteDynaset::isRemoved(int position) const {
 void SqliteDynaset::forgetRow() {
     m_pending.reset();
     m_rowRead = false;
-    m_first.reset();
 }
 
 const Row& SqliteDynaset::rowAt(int position) const {
     if (m_rowRead)
         return m_row;
     SqliteQuery query(sqlite().connection(), m_rowText);
-    find(query, position);
+    query.bind(1, m_keys[static_cast<std::size_t>(position)]);
+    if (!query.next())
+        raise(ErrorNumber::recordDeleted);
     m_row.clear();
     m_row.reserve(bound().columns.size());
     for (const sql::BoundColumn& column : bound().columns)
         m_row.push_back(query.value(static_cast<int>(m_row.size()), column.value->type));
     m_rowRead = true;
-    m_first.reset(); // one state of the row, not two
     return m_row;
 }
 
-void SqliteDynaset::find(SqliteQuery& query, int position) const {
-    query.bind(1, m_keys[static_cast<std::size_t>(position)]);
-    if (!query.next())
-        raise(ErrorNumber::recordDeleted);
+void SqliteDynaset::beginChange(bool adding, Row row) {
+    const std::size_t count = row.size();
+    m_pending = Pending{adding, std::move(row), std::vector<bool>(count, false)};
 }
 
-// In the batch in which the keys were read nobody else has changed or removed a row.
-bool SqliteDynaset::isGuarded() const {
-    return m_keysBatch != 0 && m_keysBatch == sqlite().batchNumber();
-}
-
-// While the rows are guarded, the first value of one is read by itself: who merges looks at one and
-// passes on.
-Variant SqliteDynaset::valueAt(int position, std::size_t column) const {
-    if (m_first && m_first->column == column)
-        return m_first->value;
-    if (m_rowRead || m_first || !isGuarded())
-        return rowAt(position)[column];
-    if (m_firstText.isEmpty() || m_firstColumn != column) {
-        m_firstText = generator().valueByKey(bound(), column);
-        m_firstColumn = column;
-    }
-    SqliteQuery query(sqlite().connection(), m_firstText);
-    find(query, position);
-    m_first = FirstValue{column, query.value(0, bound().columns[column].value->type)};
-    return m_first->value;
-}
-
-void SqliteDynaset::beginChange(bool adding) {
-    const std::size_t count = bound().columns.size();
-    m_pending =
-        Pending{adding, adding, Row(count, Variant::null()), std::vector<bool>(count, false)};
-}
-
-// Somebody may have removed a row that is not guarded, which is reported here.
+// Somebody may have removed the row, which is reported here.
 void SqliteDynaset::edit() {
     requireRow();
     forgetRow();
-    if (!isGuarded())
-        asRecordset([this] { rowAt(position()); });
-    beginChange(false);
+    beginChange(false, asRecordset([this] { return rowAt(position()); }));
 }
 
 void SqliteDynaset::addNew() {
     requireOpen();
-    beginChange(true);
-}
-
-const Row* SqliteDynaset::pendingRow() const {
-    if (!m_pending)
-        return nullptr;
-    if (!m_pending->complete) {
-        const Row& stored = asRecordset([this]() -> const Row& { return rowAt(position()); });
-        for (std::size_t i = 0; i < stored.size(); ++i) {
-            if (!m_pending->changed[i])
-                m_pending->row[i] = stored[i];
-        }
-        m_pending->complete = true;
-    }
-    return &m_pending->row;
+    beginChange(true, Row(bound().columns.size(), Variant::null()));
 }
 
 void SqliteDynaset::setField(int position, const Variant& value) {
@@ -169,7 +121,6 @@ void SqliteDynaset::bindChanges(SqliteQuery& query) const {
 
 // A new row of which nothing was set still needs one column to name, which stays Null.
 void SqliteDynaset::insertRow() {
-    m_expected.clear();
     QStringList names = changedColumns();
     if (names.isEmpty())
         names << table().columns.front().name;
@@ -183,51 +134,17 @@ void SqliteDynaset::insertRow() {
         leaveToEnd();
 }
 
-std::vector<sql::BoundAssignment> SqliteDynaset::changesAsParameters() const {
-    std::vector<sql::BoundAssignment> result;
-    for (std::size_t i = 0; i < m_pending->row.size(); ++i) {
-        if (!m_pending->changed[i])
-            continue;
-        auto node = std::make_shared<sql::BoundNode>(*bound().columns[i].value);
-        node->kind = sql::BoundKind::Parameter;
-        node->parameter = static_cast<int>(result.size()) + 1;
-        result.push_back({node->column, node});
-    }
-    return result;
-}
-
-void SqliteDynaset::expectUpdates(const QStringList& updates) {
-    requireOpen();
-    const auto isOurs = [this](const sql::BoundUpdate& update) {
-        return update.target.table->name == table().name;
-    };
-    m_expected.clear();
-    m_updated.clear();
-    std::vector<sql::BoundUpdate> bound = sqlite().boundUpdates(updates);
-    if (isGuarded() && std::all_of(bound.begin(), bound.end(), isOurs))
-        m_expected = std::move(bound);
-}
-
-QString SqliteDynaset::updateText(int keyParameter) {
-    const std::vector<sql::BoundAssignment> changes = changesAsParameters();
-    const auto all = sql::followed(changes, m_expected);
-    if (!all)
-        m_expected.clear();
-    return generator().updateRow(table(), all.value_or(changes), keyParameter);
-}
-
 void SqliteDynaset::updateRow() {
-    const auto count =
-        static_cast<int>(std::count(m_pending->changed.begin(), m_pending->changed.end(), true));
-    if (count == 0)
-        return m_expected.clear();
+    const QStringList names = changedColumns();
+    if (names.isEmpty())
+        return;
     if (m_updated != m_pending->changed) {
-        m_updateText = updateText(count + 1);
+        m_updateText = generator().updateRow(table(), names);
         m_updated = m_pending->changed;
     }
     SqliteQuery query(sqlite().connection(), m_updateText);
     bindChanges(query);
-    query.bind(count + 1, m_keys[static_cast<std::size_t>(position())]);
+    query.bind(static_cast<int>(names.size()) + 1, m_keys[static_cast<std::size_t>(position())]);
     query.next();
     if (changedRows() == 0)
         raise(ErrorNumber::recordDeleted);

@@ -130,7 +130,7 @@ void highestSame(sqlite3_context* context, int, sqlite3_value** values) {
 
 // Of a text with more spellings than can be listed, those that people use.
 QStringList usedSpellings(const QString& text) {
-    const QStringList all = TextOrder::spellings(text);
+    QStringList all = TextOrder::spellings(text);
     if (!all.isEmpty())
         return all;
     const QString lower = text.toLower();

@@ -115,7 +115,7 @@ Variant SqliteRecordset::field(int position) const {
         return (*pending)[index];
     if (!m_onRow)
         requireRow();
-    return asRecordset([&] { return valueAt(m_position, index); });
+    return asRecordset([&] { return rowAt(m_position)[index]; });
 }
 
 int SqliteRecordset::fieldCount() const {

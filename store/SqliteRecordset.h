@@ -7,8 +7,6 @@
 
 namespace tallyroom {
 
-using Row = std::vector<Variant>;
-
 class SqliteRecordset : public Recordset {
 public:
     SqliteRecordset(std::shared_ptr<SqliteDatabase> database, RecordsetQuery query,
@@ -39,8 +37,6 @@ public:
     void setField(int position, const Variant& value) override;
     void update() override;
     void cancelUpdate() override;
-    void expectUpdates(const QStringList&) override {}
-    bool hasLeftExpected() const override { return false; }
     void remove() override;
 
     void findFirst(const QString& criteria) override;
@@ -57,10 +53,6 @@ protected:
     virtual int removedTotal() const { return 0; }
     virtual bool isRemoved(int) const { return false; }
     virtual const Row& rowAt(int position) const = 0;
-    // One value of the row at the position, which is the current one.
-    virtual Variant valueAt(int position, std::size_t column) const {
-        return rowAt(position)[column];
-    }
     virtual const Row* pendingRow() const { return nullptr; } // of an edit or an addition
     virtual void forgetRow() {}                               // and the changes to it
     // The position of the first row for which the criteria hold, or −1.

@@ -66,7 +66,7 @@ QString resolveFile(const QString& path) {
     return file;
 }
 
-std::shared_ptr<Database> openDatabase(const QString& path) {
+std::shared_ptr<Database> openDatabase(const QString& path, WhenInUse answer) {
     QString file = resolveFile(path);
     // The engine would take an empty file for a new database. Nothing here may open the file
     // itself: closing it again would end the locks that other connections of the process hold on
@@ -74,18 +74,18 @@ std::shared_ptr<Database> openDatabase(const QString& path) {
     if (QFileInfo(file).size() == 0)
         throw workspaceError(ErrorNumber::unrecognizedFormat, path);
     try {
-        return std::make_shared<SqliteDatabase>(file);
+        return std::make_shared<SqliteDatabase>(file, answer);
     } catch (const RunError& error) {
         throw withSource(error, ErrorSource::workspace);
     }
 }
 
-std::shared_ptr<Database> openAddIn(const QString& dataPath) {
-    return openDatabase(dataPath + QStringLiteral("\\aidb01.mdb"));
+std::shared_ptr<Database> openAddIn(const QString& dataPath, WhenInUse answer) {
+    return openDatabase(dataPath + QStringLiteral("\\aidb01.mdb"), answer);
 }
 
-std::shared_ptr<Database> openMain(const QString& dataPath) {
-    return openDatabase(dataPath + QStringLiteral("\\vrlxdb01.mdb"));
+std::shared_ptr<Database> openMain(const QString& dataPath, WhenInUse answer) {
+    return openDatabase(dataPath + QStringLiteral("\\vrlxdb01.mdb"), answer);
 }
 
 std::shared_ptr<Database> openHostOptions(const QString& dataPath) {

@@ -11,12 +11,12 @@ namespace tallyroom::Workspace {
 // Opens the database file at `path` for reading and writing. "\" and "/" both separate folders,
 // and names are found without regard to case. Raises 3024 (no such file), 3044 (no such folder),
 // 3343 (not a database), 3051 (no permission). Never creates a file.
-std::shared_ptr<Database> openDatabase(const QString& path);
+std::shared_ptr<Database> openDatabase(const QString& path, WhenInUse answer = WhenInUse::Wait);
 
-// The same for the three files of the host's data folder.
-std::shared_ptr<Database> openAddIn(const QString& dataPath);       // aidb01.mdb
-std::shared_ptr<Database> openMain(const QString& dataPath);        // vrlxdb01.mdb
-std::shared_ptr<Database> openHostOptions(const QString& dataPath); // bcx.mdb
+// The same for the three files of the host's data folder: aidb01.mdb, vrlxdb01.mdb and bcx.mdb.
+std::shared_ptr<Database> openAddIn(const QString& dataPath, WhenInUse answer = WhenInUse::Wait);
+std::shared_ptr<Database> openMain(const QString& dataPath, WhenInUse answer = WhenInUse::Wait);
+std::shared_ptr<Database> openHostOptions(const QString& dataPath);
 
 // The existing file that a path as the host writes it stands for; raises 3024 or 3044.
 QString resolveFile(const QString& path);

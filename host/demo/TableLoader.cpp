@@ -3,25 +3,13 @@
 #include "common/Dates.h"
 #include "store/Schema.h"
 
-#include <stdexcept>
-
 namespace tallyroom::host {
 
 namespace {
 
-std::size_t columnCount(const char16_t* table) {
-    for (const Schema::File& file : Schema::files()) {
-        for (const Schema::Table& candidate : file.tables) {
-            if (std::u16string_view(candidate.name) == table)
-                return candidate.columns.size();
-        }
-    }
-    throw std::logic_error("no such table in the schema");
-}
-
 std::string insertStatement(const char16_t* table) {
     std::string marks = "?";
-    for (std::size_t column = 1; column < columnCount(table); ++column)
+    for (std::size_t column = 1; column < Schema::table(table).columns.size(); ++column)
         marks += ", ?";
     return "INSERT INTO \"" + QString::fromUtf16(table).toStdString() + "\" VALUES (" + marks + ")";
 }

@@ -12,14 +12,13 @@ struct BoundNode;
 struct BoundSelect;
 using BoundPtr = std::shared_ptr<const BoundNode>; // aliases share what they stand for
 
-enum class BoundKind { Literal, Parameter, Column, Apply, InList, InSelect, Subquery };
+enum class BoundKind { Literal, Column, Apply, InList, InSelect, Subquery };
 
 struct BoundNode {
     BoundKind kind = BoundKind::Literal;
     ValueType type = ValueType::Null;
     int width = 0;                   // of a text; 0 is any length
     Variant value = Variant::null(); // Literal
-    int parameter = 0;               // Parameter: its number, from 1
     QString source;                  // Column: the alias that the statement gives its table
     QString column;                  // Column
     Operation operation = {};        // Apply

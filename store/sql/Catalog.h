@@ -20,7 +20,7 @@ struct CatalogTable {
     QString name;  // as the engine spells it
     std::vector<CatalogColumn> columns;
     bool keyed = true;  // its rows can be found again by key
-    bool plain = false; // no trigger sees its rows change, no rule forbids them a value
+    bool plain = false; // a row holds what was written into it: no triggers, rules or defaults
 
     // Position of the column, or −1; names are compared without regard to case.
     int indexOf(const QString& column) const;

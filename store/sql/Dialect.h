@@ -24,8 +24,6 @@ struct Dialect {
     // Rows that cannot be kept are skipped.
     const char16_t* insertRows; // $1 table, $2 columns, $3 rows
     const char16_t* updateRows; // $1 table, $2 alias, $3 assignments, $4 condition
-    // A row that cannot be kept is an error and all rows stay as they were.
-    const char16_t* updateAllOrNone; // as updateRows
     // One row of a recordset; what cannot be kept is an error.
     const char16_t* insertRow; // $1 table, $2 columns, $3 parameters
     const char16_t* updateRow; // $1 table, $2 assignments, $3 key, $4 its parameter

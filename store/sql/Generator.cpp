@@ -68,16 +68,8 @@ QString Generator::keys(const BoundSelect& query) {
 }
 
 QString Generator::rowByKey(const BoundSelect& query) {
-    return byKey(query, columns(query));
-}
-
-QString Generator::valueByKey(const BoundSelect& query, std::size_t column) {
-    return byKey(query, text(*query.columns[column].value));
-}
-
-QString Generator::byKey(const BoundSelect& query, const QString& columnTexts) {
     return QStringLiteral("SELECT %1 FROM %2 WHERE %3 = %4")
-        .arg(columnTexts, source(*query.source), key(*query.source), parameter(1));
+        .arg(columns(query), source(*query.source), key(*query.source), parameter(1));
 }
 
 QString Generator::keysWhere(const BoundSelect& query, const BoundPtr& criteria) {
@@ -101,15 +93,7 @@ QString Generator::insertRows(const BoundInsert& statement) {
 }
 
 QString Generator::updateRows(const BoundUpdate& statement) {
-    return update(m_dialect.updateRows, statement);
-}
-
-QString Generator::updateAllOrNone(const BoundUpdate& statement) {
-    return update(m_dialect.updateAllOrNone, statement);
-}
-
-QString Generator::update(const char16_t* form, const BoundUpdate& statement) {
-    return filled(form,
+    return filled(m_dialect.updateRows,
                   {tableName(*statement.target.table), quotedName(statement.target.alias),
                    assignmentTexts(statement.assignments), clause(u" WHERE ", statement.where)});
 }
@@ -126,19 +110,25 @@ QString Generator::dropTable(const BoundDrop& statement) {
 }
 
 QString Generator::insertRow(const CatalogTable& table, const QStringList& names) const {
-    QStringList parameters;
-    for (qsizetype i = 0; i < names.size(); ++i)
-        parameters << parameter(i + 1);
     return filled(m_dialect.insertRow,
                   {tableName(table), quotedNames(names).join(QStringLiteral(", ")),
-                   parameters.join(QStringLiteral(", "))});
+                   parameters(names.size()).join(QStringLiteral(", "))});
 }
 
-QString Generator::updateRow(const CatalogTable& table,
-                             const std::vector<BoundAssignment>& assignments, int keyParameter) {
+QString Generator::insertRowOrSkip(const CatalogTable& table, const QStringList& names) const {
+    return filled(
+        m_dialect.insertRows,
+        {tableName(table), quotedNames(names).join(QStringLiteral(", ")),
+         QStringLiteral("VALUES (%1)").arg(parameters(names.size()).join(QStringLiteral(", ")))});
+}
+
+QString Generator::updateRow(const CatalogTable& table, const QStringList& names) const {
+    QStringList assignments;
+    for (const QString& name : names)
+        assignments << quotedName(name) + QStringLiteral(" = ") + parameter(assignments.size() + 1);
     return filled(m_dialect.updateRow,
-                  {tableName(table), assignmentTexts(assignments),
-                   QString::fromUtf16(m_dialect.keyColumn), parameter(keyParameter)});
+                  {tableName(table), assignments.join(QStringLiteral(", ")),
+                   QString::fromUtf16(m_dialect.keyColumn), parameter(names.size() + 1)});
 }
 
 QString Generator::deleteRow(const CatalogTable& table) const {
@@ -158,6 +148,13 @@ QStringList Generator::quotedNames(const QStringList& names) const {
     QStringList result;
     for (const QString& name : names)
         result << quotedName(name);
+    return result;
+}
+
+QStringList Generator::parameters(qsizetype count) const {
+    QStringList result;
+    for (qsizetype number = 1; number <= count; ++number)
+        result << parameter(number);
     return result;
 }
 
@@ -246,9 +243,6 @@ void Generator::append(const BoundNode& node) {
     switch (node.kind) {
     case BoundKind::Literal:
         appendLiteral(node);
-        break;
-    case BoundKind::Parameter:
-        m_out += parameter(node.parameter);
         break;
     case BoundKind::Column:
         m_out += quotedName(node.source) + u'.' + quotedName(node.column);

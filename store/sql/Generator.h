@@ -17,21 +17,18 @@ public:
     QString keys(const BoundSelect& select);
     // ... all columns of the row whose key is the one parameter ...
     QString rowByKey(const BoundSelect& select);
-    QString valueByKey(const BoundSelect& select, std::size_t column);
     // ... and the keys of the rows of the table for which criteria hold.
     QString keysWhere(const BoundSelect& select, const BoundPtr& criteria);
 
     QString deleteRows(const BoundDelete& statement);
     QString insertRows(const BoundInsert& statement);
     QString updateRows(const BoundUpdate& statement);
-    // Changes all rows that it is for, or none.
-    QString updateAllOrNone(const BoundUpdate& statement);
     QString dropTable(const BoundDrop& statement);
 
     // One row of a table: with a parameter for each of the columns, then one for its key.
     QString insertRow(const CatalogTable& table, const QStringList& columns) const;
-    QString updateRow(const CatalogTable& table, const std::vector<BoundAssignment>& assignments,
-                      int keyParameter);
+    QString insertRowOrSkip(const CatalogTable& table, const QStringList& columns) const;
+    QString updateRow(const CatalogTable& table, const QStringList& columns) const;
     QString deleteRow(const CatalogTable& table) const;
 
     // A table as statements name it, and any name in quotes.
@@ -48,11 +45,9 @@ private:
     QString textSet(const QStringList& texts) const;
     void appendSubquery(const BoundSelect& select);
 
-    QString update(const char16_t* form, const BoundUpdate& statement);
     QString text(const BoundNode& node);
     QString texts(const std::vector<BoundPtr>& nodes);
     QString assignmentTexts(const std::vector<BoundAssignment>& assignments);
-    QString byKey(const BoundSelect& query, const QString& columnTexts);
     QString select(const BoundSelect& select, const QString& columns);
     QString subselect(const BoundSelect& select);
     QString clause(const char16_t* keyword, const BoundPtr& condition);
@@ -63,6 +58,7 @@ private:
     QString source(const BoundSource& source);
     QString namedRows(const BoundSelect& query);
     QStringList quotedNames(const QStringList& names) const;
+    QStringList parameters(qsizetype count) const;
 
     const Dialect& m_dialect;
     QString m_out;

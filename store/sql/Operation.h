@@ -14,7 +14,6 @@ enum class Operation {
     Not,
     Equal,
     NotEqual,
-    Differs, // as NotEqual, but two Nulls are the same and one alone is not
     Less,
     LessOrEqual,
     Greater,

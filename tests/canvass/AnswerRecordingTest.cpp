@@ -1,11 +1,13 @@
 #include "canvass/AnswerRecording.h"
 #include "canvass/CanvassTotals.h"
+#include "canvass/DerivedColumns.h"
 #include "tests/support/DataFolder.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/FaultyFiles.h"
 #include "tests/support/Printing.h"
 
 #include <QFile>
+#include <SQLiteCpp/SQLiteCpp.h>
 
 using namespace tallyroom;
 
@@ -36,8 +38,9 @@ protected:
     }
 
     void record() {
-        int written = 0;
-        AnswerRecording::record(state, request, written);
+        result = AnswerRecording::record(state, request);
+        if (result.failure)
+            throw RunError(*result.failure);
     }
 
     QStringList history() const {
@@ -65,6 +68,7 @@ protected:
     FakeHost host;
     CanvassState state;
     AnswerRequest request;
+    AnswerRecording::Result result;
 };
 
 TEST_F(AnswerRecordingTest, WritesTransactionAuditAndBoard) {
@@ -181,30 +185,63 @@ TEST_F(AnswerRecordingTest, AnApostropheBreaksItsStatementAndNothingElse) {
     request.comment.clear();
     request.user = QStringLiteral("O'Neill");
     EXPECT_EQ(errorNumberOf([&] { record(); }), 3075);
-    EXPECT_EQ(history().size(), 1) << "each write stands on its own";
-    EXPECT_TRUE(audit().isEmpty());
+    EXPECT_TRUE(history().isEmpty()) << "no transaction without its audit row";
+    EXPECT_FALSE(AnswerRecording::hindranceOf(request.user).isEmpty());
+    EXPECT_TRUE(AnswerRecording::hindranceOf(QStringLiteral("Ann")).isEmpty());
+    request.user = QStringLiteral("Ann");
+    request.employees = {QStringLiteral("'or'a'='a")};
+    EXPECT_EQ(errorNumberOf([&] { record(); }), 3077);
+    EXPECT_TRUE(history().isEmpty() && audit().isEmpty());
 }
 
-// The host's file, which calls before each statement.
+// What hinders a write is told before the first one, whichever file it is.
+TEST_F(AnswerRecordingTest, AFileThatCannotBeWrittenLeavesTheOthersAlone) {
+    const auto nothingWritten = [&] {
+        EXPECT_EQ(result.recorded, 0);
+        EXPECT_FALSE(result.anyWritten());
+        EXPECT_TRUE(history().isEmpty());
+        EXPECT_TRUE(audit().isEmpty());
+        EXPECT_EQ(board(QStringLiteral("E2")), QStringLiteral("Null|Null|Null|Null|0"));
+    };
+    for (const char16_t* file : {addInFile, mainFile, hostFile}) {
+        for (const char* use : {"BEGIN IMMEDIATE", "BEGIN; SELECT * FROM sqlite_master"}) {
+            SQLite::Database other(folder.file(file).toStdString(), SQLite::OPEN_READWRITE);
+            other.exec(use);
+            EXPECT_EQ(errorNumberOf([&] { record(); }), 3196)
+                << QString::fromUtf16(file).toStdString();
+            other.exec("ROLLBACK");
+            nothingWritten();
+        }
+    }
+    const QString file = folder.file(mainFile);
+    ASSERT_TRUE(QFile::rename(file, file + u'1'));
+    EXPECT_EQ(errorNumberOf([&] { record(); }), 3024);
+    ASSERT_TRUE(QFile::copy(file + u'1', file));
+    EXPECT_EQ(errorNumberOf([&] { record(); }), 3420) << "a board that nobody has looked at";
+    nothingWritten();
+}
+
+// The host's file, which calls before each query.
 class CallingDatabase : public Database {
 public:
     CallingDatabase(std::shared_ptr<Database> real, std::function<void()> call)
         : m_real(std::move(real)), m_call(std::move(call)) {}
-    void execute(const QString& sql) override {
-        m_call();
-        m_real->execute(sql);
-    }
-    bool executeAsOne(const QStringList& updates) override { return m_real->executeAsOne(updates); }
-    bool refill(const QString& insert) override { return m_real->refill(insert); }
+    void execute(const QString& sql) override { m_real->execute(sql); }
     std::shared_ptr<Recordset> openRecordset(const QString& sql, RecordsetType type) override {
+        m_call();
         return m_real->openRecordset(sql, type);
     }
-    void beginBatch() override { m_real->beginBatch(); }
-    void commitBatch() override { m_real->commitBatch(); }
-    void undoBatch() override { m_real->undoBatch(); }
-    bool inBatch() const override { return m_real->inBatch(); }
-    bool beginReading() override { return m_real->beginReading(); }
-    void endReading() override { m_real->endReading(); }
+    bool isPlain(const Schema::Table& table) override { return m_real->isPlain(table); }
+    void replaceRows(const QString& table, const QStringList& columns,
+                     const std::vector<Row>& rows) override {
+        m_real->replaceRows(table, columns, rows);
+    }
+    void begin(TransactionKind kind) override { m_real->begin(kind); }
+    void commit() override { m_real->commit(); }
+    void rollback() noexcept override { m_real->rollback(); }
+    bool inTransaction() const override { return m_real->inTransaction(); }
+    void setWhenInUse(WhenInUse answer) override { m_real->setWhenInUse(answer); }
+    void checkStructure() override { m_real->checkStructure(); }
     ChangeMark changeMark() override { return m_real->changeMark(); }
     void setProgress(std::function<void()> callback) override {
         m_real->setProgress(std::move(callback));
@@ -223,19 +260,20 @@ TEST_F(AnswerRecordingTest, AnAuditFileThatIsExchangedOrGoesIsNoticed) {
     request.employees = {QStringLiteral("E1"), QStringLiteral("E2"), QStringLiteral("E3")};
     const QString file = folder.file(addInFile);
     ASSERT_TRUE(QFile::copy(file, file + u'2'));
-    int statements = 0;
+    int employees = 0;
     state.HostOptionsDb = std::make_shared<CallingDatabase>(folder.open(hostFile), [&] {
-        ++statements;
-        if (statements == 2) {
+        ++employees;
+        if (employees == 2) {
             EXPECT_TRUE(QFile::rename(file, file + u'1') && QFile::rename(file + u'2', file));
-        } else if (statements == 3) {
+        } else if (employees == 3) {
             EXPECT_TRUE(QFile::remove(file));
         }
     });
     EXPECT_EQ(errorNumberOf([&] { record(); }), 3024);
     EXPECT_EQ(board(QStringLiteral("E2")), QStringLiteral("90|Null|Null|Null|90"));
     EXPECT_EQ(board(QStringLiteral("E3")), QStringLiteral("Null|Null|Null|Null|0"));
-    EXPECT_EQ(history().size(), 3) << "each write stands on its own";
+    EXPECT_EQ(history().size(), 2);
+    EXPECT_EQ(result.recorded, 2);
     QFile::rename(file + u'1', file);
     EXPECT_EQ(audit().size(), 1) << "the second went to the file that was there then";
 }
@@ -286,7 +324,7 @@ TEST_F(AnswerRecordingTest, ADiskThatFailsLosesNoAnswerThatWasWritten) {
         const auto recorded = history().size() - historyBefore;
         EXPECT_TRUE(recorded == audited || (failed && recorded == audited + 1)) << n;
         EXPECT_TRUE(failed || audited == 3) << n;
-        CanvassTotals::applyMultipliers(state, false);
+        DerivedColumns::ApplyMultipliers(state, false);
         int onBoard = 0;
         for (const QString& row : folder.rows(mainFile, derived)) {
             const QStringList cells = row.split(u'|');

@@ -5,6 +5,7 @@
 #include "common/ui/Grid.h"
 #include "tests/support/WindowTest.h"
 
+#include <QLabel>
 #include <QLineEdit>
 
 namespace tallyroom {
@@ -45,6 +46,8 @@ protected:
         }
         return result;
     }
+
+    static QString status(QWidget& board) { return child<QLabel>(board, u"lblStatus").text(); }
 
     static void type(QWidget& board, QStringView box, QStringView text) {
         auto& edit = child<QLineEdit>(board, box);

@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <QMenu>
 #include <QTest>
+#include <SQLiteCpp/SQLiteCpp.h>
 
 using namespace tallyroom;
 
@@ -116,8 +117,80 @@ TEST_F(TallyroomAnswersTest, AfterAFailureTheBoardShowsWhatIsRecorded) {
         answer(board, u"mnuAccept");
         EXPECT_TRUE(lines(board).value(2).endsWith(QStringLiteral("01:00|00:00|01:00")));
         EXPECT_FALSE(grid(board).selectionModel()->hasSelection()) << "Accept would repeat E2";
+        EXPECT_EQ(status(board), QStringLiteral("Recorded for 1 of 2"));
     });
     EXPECT_EQ(audit(), QStringList(QStringLiteral("E2|0|60|tlyrAccepted")));
+}
+
+// A second press is the natural answer to an error: it must not count an answer twice.
+TEST_F(TallyroomAnswersTest, AnAnswerThatALockRefusesIsNotDoubledByTheNextPress) {
+    show([&](QWidget& board) {
+        type(board, u"Text1", u"1:00");
+        select(board, 2, 2);
+        SQLite::Database other(folder.file(addInFile).toStdString(), SQLite::OPEN_READWRITE);
+        other.exec("BEGIN IMMEDIATE");
+        script.expectBox(
+            QStringLiteral("Run-time error '3196':\n\n") +
+                RunError::make(ErrorNumber::databaseInUse, {folder.file(addInFile)}).description(),
+            QMessageBox::Ok, QMessageBox::Critical);
+        answer(board, u"mnuAccept");
+        EXPECT_EQ(status(board), QStringLiteral("Nothing was recorded"));
+        other.exec("ROLLBACK");
+        answer(board, u"mnuAccept");
+        EXPECT_EQ(status(board), QString());
+        EXPECT_TRUE(lines(board).value(2).endsWith(QStringLiteral("01:00|00:00|01:00")));
+    });
+    EXPECT_EQ(audit().size(), 1);
+    EXPECT_EQ(folder.rows(hostFile, u"Select [tlyrAccepted] from [TimeHistory];"),
+              QStringList(QStringLiteral("60")));
+}
+
+// What is written without its audit row counts on the board all the same, or the board says that it
+// does not.
+TEST_F(TallyroomAnswersTest, AnAnswerWrittenInPartIsShownOrOwnedUpTo) {
+    folder.execute(addInFile, u"Drop Table [TLYR_Audit];");
+    const QString report = QStringLiteral("Run-time error '3192':\n\nCould not find output table "
+                                          "'TLYR_Audit'.");
+    show([&](QWidget& board) {
+        type(board, u"Text1", u"1:00");
+        select(board, 2, 3);
+        script.expectBox(report, QMessageBox::Ok, QMessageBox::Critical);
+        answer(board, u"mnuAccept");
+        EXPECT_EQ(status(board), QStringLiteral("Recorded for 0 of 2, for E2 in part"));
+        EXPECT_TRUE(lines(board).value(2).endsWith(QStringLiteral("01:00|00:00|01:00")));
+        select(board, 1, 1);
+        script.expectBox(report, QMessageBox::Ok, QMessageBox::Critical);
+        host.onFilterRead = [] { throw RunError::make(ErrorNumber::noSuchMember); };
+        answer(board, u"mnuAccept");
+        EXPECT_EQ(status(board), QStringLiteral("Recorded for 0 of 1, for E1 in part; the figures "
+                                                "are not current: Refresh"));
+        type(board, u"Text1", u"1");
+        child<QAction>(board, u"mnuAccept").setEnabled(true);
+        script.expectBox(QStringLiteral("'1' is not a valid time."), QMessageBox::Ok,
+                         QMessageBox::Information);
+        trigger(board, u"mnuAccept");
+        EXPECT_TRUE(status(board).endsWith(QStringLiteral("not current: Refresh"))) << "still";
+        host.onFilterRead = {};
+        trigger(board, u"mnuRefresh");
+        EXPECT_EQ(status(board), QString());
+        EXPECT_TRUE(lines(board).value(1).endsWith(QStringLiteral("01:00|00:00|01:00")));
+    });
+}
+
+TEST_F(TallyroomAnswersTest, ANameThatNoStatementHoldsIsSaidAtOpening) {
+    show(
+        [&](QWidget& board) {
+            EXPECT_EQ(status(board),
+                      QStringLiteral("Answers cannot be recorded under the name O'Neil"));
+            type(board, u"Text1", u"1:00");
+            select(board, 2, 2);
+            script.expectBox(QStringLiteral("Run-time error '3075':\n\nSyntax error (missing "
+                                            "operator) in query expression ''O'Neil''."),
+                             QMessageBox::Ok, QMessageBox::Critical);
+            answer(board, u"mnuAccept");
+        },
+        QStringLiteral("O'Neil"));
+    EXPECT_TRUE(folder.rows(hostFile, u"Select * from [TimeHistory];").isEmpty());
 }
 
 TEST_F(TallyroomAnswersTest, TheOrderFollowsTheNewFigures) {

@@ -66,6 +66,56 @@ TEST_F(TallyroomTest, AMissingFileIsReportedAndNoWindowAppears) {
     }
 }
 
+TEST_F(TallyroomTest, ADamagedFileIsNamedAndLeftAlone) {
+    for (const char16_t* name : {mainFile, addInFile}) {
+        QFile file(folder.file(name));
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        const QByteArray sound = file.readAll();
+        ASSERT_TRUE(file.seek(sound.size() - 4096) && file.write(QByteArray(60, '\x55')) > 0);
+        file.flush();
+        const QByteArray damaged =
+            QByteArray(sound).replace(sound.size() - 4096, 60, QByteArray(60, '\x55'));
+        const HostContext context = host.context(folder.path());
+        Tallyroom window(context);
+        script.expectBox(
+            QStringLiteral("Run-time error '3049':\n\n") +
+                RunError::make(ErrorNumber::damagedFile, {folder.file(name)}).description(),
+            QMessageBox::Ok, QMessageBox::Critical);
+        window.showModally();
+        file.seek(0);
+        EXPECT_EQ(file.readAll(), damaged);
+        ASSERT_TRUE(file.seek(0) && file.write(sound) > 0);
+        file.flush();
+    }
+}
+
+// Each bad row is left out and counted, and the board opens.
+TEST_F(TallyroomTest, OneBadRowClosesNoWindow) {
+    folder.executeNatively(hostFile, "INSERT INTO Employee (emp_code, emp_shift) VALUES "
+                                     "('E4' || char(0) || 'x', 'S1'), (x'4535', 'S1'), "
+                                     "(cast(x'45e936' AS TEXT), 'S1')");
+    folder.executeNatively(hostFile, "UPDATE Employee SET emp_name = x'00', phone = x'00', "
+                                     "sendate = x'00', Seniority = 'none' WHERE emp_code = 'E2'");
+    folder.executeNatively(addInFile,
+                           "INSERT INTO tlyr_order VALUES (x'00ff', 'x'), ('Good', x'00')");
+    folder.executeNatively(addInFile, "INSERT INTO tlyr_period VALUES ('no date', '2020-01-01')");
+    host.filter = QStringLiteral("like '*'");
+    script.expectBox(QStringLiteral("The stored totalling period cannot be read: the totals cover "
+                                    "all dates."),
+                     QMessageBox::Ok, QMessageBox::Warning);
+    show([&](QWidget& board) {
+        EXPECT_EQ(lines(board).size(), 4);
+        EXPECT_EQ(status(board),
+                  QStringLiteral("The stored totalling period cannot be read: the totals cover all "
+                                 "dates  \u00b7  3 left out: the code cannot be read  \u00b7  1 "
+                                 "orderings left out: the description cannot be read"));
+        EXPECT_TRUE(child<QAction>(board, u"MnuOrder_2").isVisible());
+        trigger(board, u"mnuBlank0");
+        trigger(board, u"mnuSenNum");
+        EXPECT_EQ(lines(board).size(), 4) << "an unreadable cell is empty";
+    });
+}
+
 TEST_F(TallyroomTest, AFailingBuildAsksAndAbortLeavesTheOldGrid) {
     show([&](QWidget& board) {
         const QStringList before = lines(board);

@@ -1,10 +1,11 @@
-// Work that the store does once for many: composed updates, changes that it can rule out, rows read
-// at one state of the file. None of it may be told from the plain way.
+// Work that the store does once for many rows or statements: a table replaced, files reserved, rows
+// read at one state of the file.
+#include "store/Schema.h"
 #include "tests/store/StoreFixture.h"
 
+#include <QFile>
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <random>
-#include <span>
 
 namespace tallyroom {
 
@@ -43,146 +44,96 @@ protected:
     std::shared_ptr<Database> m_database = m_folder.open(mainFile);
 };
 
-// The random statements of a chain, in which later ones read what earlier ones set.
-QStringList randomChain(std::mt19937& random) {
-    static const char16_t* const columns[] = {u"a", u"b", u"c"};
-    static const char16_t* const values[] = {u"%1 * 1.5",
-                                             u"%1 + %2",
-                                             u"iif(isnull(%1),0,%1) + iif(isnull(%2),0,%2)",
-                                             u"- %1",
-                                             u"%1 * 0.5 - d",
-                                             u"%1 * 3000000000",
-                                             u"%1 - 2 * d",
-                                             u"iif(isnull(%1),%2,%1)"};
-    static const char16_t* const others[] = {u"iif(%1 > 2,%2,1)", u"%1 / 2"};
-    const auto any = [&](std::span<const char16_t* const> list) {
-        return QString::fromUtf16(list[random() % list.size()]);
+// A row that is given in full is kept as an Insert keeps it; nobody sees the table in between.
+TEST_F(SharedWorkTest, RowsAreReplacedWithAnInsertsConversions) {
+    remake(QStringLiteral(", CHECK (a < 100)"));
+    const auto all = [&] { return rows(); };
+    m_database->replaceRows(
+        QStringLiteral("W"), {QStringLiteral("k"), QStringLiteral("A"), QStringLiteral("t")},
+        {{Variant(1), Variant(2.5), Variant(u"longer than nine")},
+         {Variant(u"3"), Variant(u"x"), Variant(7)},
+         {Variant(4), Variant(100), Variant(u"refused")},
+         {Variant(5), Variant(1e10), Variant(*Dates::parse(QStringLiteral("2/3/2020")))}});
+    EXPECT_EQ(all(), QStringList({QStringLiteral("1 | 2 | Null | Null | Null | 'longer th'"),
+                                  QStringLiteral("3 | Null | Null | Null | Null | '7'"),
+                                  QStringLiteral("5 | Null | Null | Null | Null | '2/3/2020'")}));
+    const QStringList before = all();
+    for (const auto& [table, column, number] :
+         {std::tuple(u"nowhere", u"k", 3192), std::tuple(u"w", u"missing", 3127)})
+        EXPECT_EQ(errorNumberOf([&] {
+                      m_database->replaceRows(QString::fromUtf16(table),
+                                              {QString::fromUtf16(column)}, {{Variant(9)}});
+                  }),
+                  number);
+    SQLite::Database reader(m_folder.file(mainFile).toStdString());
+    SQLite::Statement reading(reader, "SELECT * FROM w");
+    ASSERT_TRUE(reading.executeStep());
+    const Impatience atOnce(m_database);
+    EXPECT_EQ(errorNumberOf(
+                  [&] { m_database->replaceRows(QStringLiteral("w"), {QStringLiteral("k")}, {}); }),
+              3196);
+    EXPECT_EQ(all(), before);
+}
+
+TEST_F(SharedWorkTest, APlainTableKeepsWhatIsWritten) {
+    const Schema::Table& scratch = Schema::table(u"tlyrTemp");
+    EXPECT_TRUE(m_database->isPlain(scratch));
+    EXPECT_FALSE(m_database->isPlain(Schema::table(u"Employee"))) << "not in this file";
+    const struct {
+        const char16_t* change;
+        const char16_t* back;
+        bool plain;
+    } changes[] = {
+        {u"CREATE TRIGGER seen AFTER UPDATE ON tlyrTemp BEGIN SELECT 1; END", u"DROP TRIGGER seen",
+         false},
+        {u"CREATE UNIQUE INDEX one ON tlyrTemp (emp_code)", u"DROP INDEX one", false},
+        {u"ALTER TABLE tlyrTemp ADD COLUMN further TEXT", u"", true},
+        {u"ALTER TABLE tlyrTemp ADD COLUMN given INTEGER DEFAULT 5",
+         u"ALTER TABLE tlyrTemp DROP COLUMN given", false},
+        {u"ALTER TABLE tlyrTemp DROP COLUMN phone",
+         u"ALTER TABLE tlyrTemp ADD COLUMN phone "
+         u"TEXT(20) COLLATE NOCASE",
+         false},
+        {u"ALTER TABLE tlyrTemp DROP COLUMN TotalOT1",
+         u"ALTER TABLE tlyrTemp ADD COLUMN TotalOT1 DOUBLE", false},
     };
-    QStringList chain;
-    for (int count = 6; count > 0; --count) {
-        QString where;
-        if (random() % 4 == 0)
-            where = QStringLiteral(" Where a = Null");
-        if (random() % 40 == 0)
-            where = QStringLiteral(" Where b = Null or c > 1");
-        chain << QStringLiteral("Update w Set [") + any(columns) + QStringLiteral("] = ") +
-                     (random() % 20 == 0 ? any(others) : any(values))
-                         .replace(QStringLiteral("%1"), any(columns))
-                         .replace(QStringLiteral("%2"), any(columns)) +
-                     where + u';';
+    for (const auto& c : changes) {
+        native(QString::fromUtf16(c.change));
+        EXPECT_EQ(m_database->isPlain(scratch), c.plain)
+            << QString::fromUtf16(c.change).toStdString();
+        native(QString::fromUtf16(c.back));
     }
-    return chain;
+    EXPECT_FALSE(m_database->isPlain(scratch)) << "a column came back with another type";
 }
 
-TEST_F(SharedWorkTest, AChainOfUpdatesLeavesWhatItsStatementsLeaveOneByOne) {
-    std::mt19937 random(7);
-    int together = 0;
-    for (int round = 0; round < 120; ++round) {
-        // Rows that cannot be kept are passed over by the statement that meets them alone.
-        const QString definitions[] = {QString(), QStringLiteral(", CHECK (a < 10)"),
-                                       QStringLiteral(", UNIQUE (b)")};
-        const QString& definition = definitions[static_cast<std::size_t>(round) % 3];
-        const QStringList chain = randomChain(random);
-        remake(definition);
-        m_database->beginBatch();
-        for (const QString& statement : chain)
-            m_database->execute(statement);
-        m_database->commitBatch();
-        const QStringList expected = rows();
-        remake(definition);
-        if (m_database->executeAsOne(chain)) {
-            ++together;
-        } else {
-            qsizetype done = 0;
-            m_database->executeAll(chain, done);
-            EXPECT_EQ(done, chain.size());
-        }
-        ASSERT_EQ(rows(), expected) << chain.join(u'\n').toStdString();
+// A reservation finds out at once what a commit would fail for.
+TEST_F(SharedWorkTest, AReservationTellsWhatHindersAWrite) {
+    const Impatience atOnce(m_database);
+    const auto reserve = [&] {
+        return errorNumberOf([&] { Transaction(m_database, TransactionKind::Reserve).commit(); });
+    };
+    EXPECT_EQ(reserve(), 0);
+    {
+        SQLite::Database other(m_folder.file(mainFile).toStdString(), SQLite::OPEN_READWRITE);
+        SQLite::Statement reading(other, "SELECT * FROM w");
+        ASSERT_TRUE(reading.executeStep());
+        EXPECT_EQ(reserve(), 3196) << "a reader";
+        reading.reset();
+        other.exec("BEGIN IMMEDIATE");
+        EXPECT_EQ(reserve(), 3196) << "a writer";
     }
-    EXPECT_GT(together, 10);
-}
-
-// Gives each row new values in all number columns.
-void renumber(Recordset& rows) {
-    for (int n = 0; !rows.eof(); rows.moveNext(), ++n) {
-        rows.edit();
-        rows.setField(0, n == 2 ? Variant::null() : Variant(n * 7));
-        rows.setField(1, Variant(3 - n));
-        rows.setField(2, Variant(n));
-        rows.setField(3, Variant(n * 0.5));
-        rows.update();
+    {
+        const Transaction ours(m_database, TransactionKind::Reserve);
+        SQLite::Database other(m_folder.file(mainFile).toStdString());
+        EXPECT_THROW(other.execAndGet("SELECT count(*) FROM w"), SQLite::Exception);
     }
-}
-
-TEST_F(SharedWorkTest, EditsThatExpectAChainLeaveWhatItLeaves) {
-    const QString edited = QStringLiteral("Select a, b, c, d From w Order By k");
-    std::mt19937 random(11);
-    int withTheEdits = 0;
-    for (int round = 0; round < 90; ++round) {
-        const QString definition = round % 3 == 0 ? QStringLiteral(", CHECK (a < 10)") : QString();
-        const QStringList chain = randomChain(random);
-        QStringList expected;
-        for (const bool expecting : {false, true}) {
-            remake(definition);
-            const Batch batch(m_database);
-            const auto set = m_database->openRecordset(edited, RecordsetType::Dynaset);
-            if (expecting)
-                set->expectUpdates(chain);
-            try {
-                renumber(*set);
-            } catch (const RunError&) { // of the rule, on the plain edit
-            }
-            qsizetype done = 0;
-            if (set->hasLeftExpected())
-                ++withTheEdits;
-            else
-                m_database->executeAll(chain, done);
-            if (expecting) {
-                EXPECT_EQ(rows(), expected) << chain.join(u'\n').toStdString();
-            }
-            expected = rows();
-        }
-    }
-    EXPECT_GT(withTheEdits, 10);
-}
-
-TEST_F(SharedWorkTest, AFailingUpdateLeavesTheOnesBeforeItDone) {
-    const QStringList chain{assignment("a", "1"), assignment("b", "[a] + 1"),
-                            assignment("missing", "2"), assignment("c", "4")};
-    qsizetype done = 0;
-    EXPECT_EQ(errorNumberOf([&] { m_database->executeAll(chain, done); }), 3061);
-    EXPECT_EQ(done, 2);
-    EXPECT_TRUE(rows().first().startsWith(QStringLiteral("1 | 1 | 2 | 3")));
-    done = 3;
-    m_database->executeAll(chain, done);
-    EXPECT_EQ(done, 4);
-    EXPECT_TRUE(rows().first().startsWith(QStringLiteral("1 | 1 | 2 | 4")));
-}
-
-TEST_F(SharedWorkTest, WhatTriggersRulesOrTextsCouldTellRunsOneByOne) {
-    const QStringList chain{assignment("a", "[b] + 1"), assignment("c", "[a] + 1")};
-    EXPECT_TRUE(m_database->executeAsOne(chain));
-    EXPECT_FALSE(m_database->executeAsOne({assignment("t", "'y'"), assignment("a", "1")}));
-    EXPECT_FALSE(m_database->executeAsOne({chain[0], QStringLiteral("Delete * From w;")}));
-    EXPECT_FALSE(m_database->executeAsOne({chain[0], QStringLiteral("Update tlyrTemp Set "
-                                                                    "T15Hours = 1;")}));
-    native(QStringLiteral("CREATE UNIQUE INDEX one ON w (a)"));
-    EXPECT_FALSE(m_database->executeAsOne(chain));
-    native(QStringLiteral("DROP INDEX one"));
-    EXPECT_TRUE(m_database->executeAsOne(chain));
-    native(QStringLiteral("CREATE TRIGGER seen AFTER UPDATE ON w BEGIN SELECT 1; END"));
-    EXPECT_FALSE(m_database->executeAsOne(chain));
-    m_database->close();
-    EXPECT_EQ(errorNumberOf([&] { m_database->executeAsOne(chain); }), 3420);
-}
-
-TEST_F(SharedWorkTest, OnlyRowsThatChangeAreWritten) {
-    const QStringList chain{assignment("a", "iif(isnull([b]),0,[b])"), assignment("c", "[a] * 2")};
-    const auto other = m_folder.open(mainFile);
-    EXPECT_TRUE(m_database->executeAsOne(chain));
-    const ChangeMark before = other->changeMark();
-    EXPECT_TRUE(m_database->executeAsOne(chain));
-    EXPECT_EQ(other->changeMark(), before) << "nothing reached the file";
+    EXPECT_FALSE(m_database->inTransaction());
+    const QString file = m_folder.file(mainFile);
+    ASSERT_TRUE(QFile::rename(file, file + u'1'));
+    EXPECT_EQ(reserve(), 3024);
+    ASSERT_TRUE(QFile::copy(file + u'1', file));
+    EXPECT_EQ(reserve(), 3420) << "another file in its place";
+    EXPECT_FALSE(m_database->inTransaction());
 }
 
 TEST_F(SharedWorkTest, TheMarkTellsEveryChangeAndNothingElse) {
@@ -194,6 +145,10 @@ TEST_F(SharedWorkTest, TheMarkTellsEveryChangeAndNothingElse) {
         return before != last;
     };
     EXPECT_FALSE(changedBy([&] { rows(); }));
+    EXPECT_FALSE(changedBy([&] {
+        const Transaction reading(m_database, TransactionKind::Read);
+        rows();
+    }));
     EXPECT_TRUE(changedBy([&] { m_database->execute(assignment("a", "1")); }));
     EXPECT_TRUE(changedBy([&] { other->execute(assignment("a", "2")); }));
     EXPECT_TRUE(changedBy([&] {
@@ -202,10 +157,10 @@ TEST_F(SharedWorkTest, TheMarkTellsEveryChangeAndNothingElse) {
         set->setField(QStringLiteral("a"), Variant(77));
         set->update();
     }));
-    m_database->beginBatch();
+    m_database->begin(TransactionKind::Write);
     m_database->execute(assignment("a", "3"));
     last = m_database->changeMark();
-    EXPECT_FALSE(changedBy([&] { m_database->commitBatch(); }));
+    EXPECT_FALSE(changedBy([&] { m_database->commit(); }));
     EXPECT_TRUE(changedBy([&] { m_database->execute(QStringLiteral("Drop Table w;")); }));
 }
 
@@ -213,7 +168,7 @@ TEST_F(SharedWorkTest, ReadingHoldsOneStateAndLetsGoOfIt) {
     SQLite::Database other(m_folder.file(mainFile).toStdString(), SQLite::OPEN_READWRITE);
     const auto set = m_database->openRecordset(QStringLiteral("w"), RecordsetType::Dynaset);
     {
-        const Reading reading(m_database);
+        const Transaction reading(m_database, TransactionKind::Read);
         set->field(0);
         EXPECT_THROW(other.exec("UPDATE w SET k = k + 100"), SQLite::Exception);
         set->moveNext();
@@ -222,36 +177,19 @@ TEST_F(SharedWorkTest, ReadingHoldsOneStateAndLetsGoOfIt) {
     other.exec("UPDATE w SET k = k + 100");
     set->moveFirst();
     EXPECT_EQ(shown(set->field(0)), QStringLiteral("101"));
-    m_database->beginBatch();
     {
-        const Reading reading(m_database);
-        m_database->execute(assignment("a", "1"));
+        Transaction write(m_database, TransactionKind::Write);
+        {
+            const Transaction inner(m_database, TransactionKind::Read);
+            m_database->execute(assignment("a", "1"));
+        }
+        EXPECT_TRUE(m_database->inTransaction()) << "the inner one does nothing";
     }
-    EXPECT_TRUE(m_database->inBatch()) << "inside a batch a reading does nothing";
-    m_database->commitBatch();
+    EXPECT_TRUE(rows().first().startsWith(QStringLiteral("101 | 5"))) << "nothing was committed";
     {
-        const Reading reading(m_database);
+        const Transaction reading(m_database, TransactionKind::Read);
         m_database->close();
     }
-}
-
-TEST_F(SharedWorkTest, AnEditInABatchSeesWhatTheBatchHasDone) {
-    const auto set = m_database->openRecordset(QStringLiteral("w"), RecordsetType::Dynaset);
-    EXPECT_EQ(shown(set->field(1)), QStringLiteral("5"));
-    native(QStringLiteral("UPDATE w SET a = 6"));
-    m_database->beginBatch();
-    set->edit();
-    EXPECT_EQ(shown(set->field(1)), QStringLiteral("6")) << "read before the batch";
-    m_database->execute(assignment("a", "7"));
-    set->edit();
-    EXPECT_EQ(shown(set->field(1)), QStringLiteral("7")) << "changed in the batch";
-    set->setField(2, Variant(1));
-    set->update();
-    set->edit();
-    set->setField(3, Variant(2)); // other columns than before
-    set->update();
-    m_database->commitBatch();
-    EXPECT_TRUE(rows().first().startsWith(QStringLiteral("1 | 7 | 1 | 2")));
 }
 
 TEST_F(SharedWorkTest, SumsCountANullAsZeroWithOrWithoutGroups) {

@@ -58,7 +58,6 @@ TEST(SqlText, GivesWhatTheStatementsWrite) {
     EXPECT_EQ(SqlText::name(QStringLiteral("Now")), QStringLiteral("[Now]"));
     for (const char16_t* column : {u"", u" ", u"a] = 1) or ([b", u"[", u"]"})
         EXPECT_EQ(errorNumberOf([&] { SqlText::name(QString::fromUtf16(column)); }), 3126);
-    EXPECT_EQ(SqlText::path(QStringLiteral("/o'neil''")), QStringLiteral("/o''neil''''"));
 }
 
 } // namespace

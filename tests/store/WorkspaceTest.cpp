@@ -105,51 +105,38 @@ protected:
     std::shared_ptr<Database> m_database = m_folder.open(addInFile);
 };
 
-TEST_F(DatabaseTest, KeepsWhatABatchHasDoneBeforeAFailure) {
+TEST_F(DatabaseTest, ATransactionThatIsLeftUndoesItsStatements) {
     EXPECT_EQ(errorNumberOf([&] {
-                  const Batch batch(m_database);
-                  const Batch inner(m_database);
+                  const Transaction write(m_database, TransactionKind::Write);
                   insertAssoc(*m_database);
                   EXPECT_EQ(assocRows(), 0);
+                  EXPECT_EQ(errorNumberOf([&] {
+                                m_database->execute(
+                                    QStringLiteral("Insert Into tlyrTemp In '%1\\vrlxdb01.mdb' "
+                                                   "Select Accepted As emp_code From tlyr_assoc")
+                                        .arg(hostPath(m_folder)));
+                            }),
+                            3219)
+                      << "no other file can take part";
                   m_database->execute(QStringLiteral("Delete * From nowhere"));
               }),
               3078);
-    EXPECT_FALSE(m_database->inBatch());
-    EXPECT_EQ(assocRows(), 1);
+    EXPECT_FALSE(m_database->inTransaction());
+    EXPECT_EQ(assocRows(), 0);
 }
 
-TEST_F(DatabaseTest, ReportsABatchThatCannotBeWritten) {
-    const auto other = m_folder.open(addInFile);
+TEST_F(DatabaseTest, ReportsATransactionThatCannotBeWritten) {
     SQLite::Database reader(m_folder.file(addInFile).toStdString());
-    Batch batch(m_database);
+    Transaction write(m_database, TransactionKind::Write);
     insertAssoc(*m_database);
     SQLite::Statement reading(reader, "SELECT * FROM sqlite_master");
     ASSERT_TRUE(reading.executeStep());
-    EXPECT_EQ(errorNumberOf([&] { batch.commit(); }), 3196);
+    EXPECT_EQ(errorNumberOf([&] { write.commit(); }), 3196);
     reading.reset();
-    EXPECT_FALSE(m_database->inBatch());
+    EXPECT_FALSE(m_database->inTransaction());
     EXPECT_EQ(assocRows(), 0);
     insertAssoc(*m_database);
     EXPECT_EQ(assocRows(), 1);
-}
-
-TEST_F(DatabaseTest, InsertsIntoAnotherFileInsideABatchAndLetsGoOfItOnFailure) {
-    const QString into = QStringLiteral("Insert Into tlyrTemp In '%1\\vrlxdb01.mdb' Select ")
-                             .arg(hostPath(m_folder));
-    const Batch batch(m_database);
-    insertAssoc(*m_database);
-    for (int attempt = 0; attempt < 2; ++attempt) {
-        EXPECT_EQ(errorNumberOf([&] {
-                      m_database->execute(into + QStringLiteral("Accepted As x From tlyr_assoc"));
-                  }),
-                  3127);
-        m_database->execute(into + QStringLiteral("Accepted As emp_code From tlyr_assoc"));
-        EXPECT_TRUE(m_database->inBatch());
-    }
-    const auto main = m_folder.open(mainFile);
-    EXPECT_EQ(main->openRecordset(QStringLiteral("tlyrTemp"), RecordsetType::Dynaset)->rowCount(),
-              2);
-    main->execute(QStringLiteral("Drop Table tlyrTemp"));
 }
 
 TEST_F(DatabaseTest, AnInsertIntoAnotherFileNamesTheOneThatFails) {
@@ -179,6 +166,18 @@ TEST_F(DatabaseTest, AnInsertIntoAnotherFileNamesTheOneThatFails) {
     };
     for (const char16_t* file : {hostFile, mainFile})
         EXPECT_EQ(shortened(file), QString::fromUtf16(file));
+}
+
+TEST_F(DatabaseTest, ADamagedFileIsNamed) {
+    m_folder.addHost();
+    m_database = m_folder.open(hostFile);
+    EXPECT_EQ(errorNumberOf([&] { m_database->checkStructure(); }), 0);
+    QByteArray bytes = readFile(m_folder.file(hostFile));
+    bytes.replace(bytes.size() - 4096, 60, QByteArray(60, '\x55')); // the last page's heading
+    writeFile(m_folder.file(hostFile), bytes);
+    std::optional<RunError> error;
+    EXPECT_EQ(errorNumberOf([&] { m_folder.open(hostFile)->checkStructure(); }, &error), 3049);
+    EXPECT_TRUE(error && error->description().contains(QLatin1String("bcx.mdb")));
 }
 
 TEST_F(DatabaseTest, RefusesAllUseOnceClosed) {

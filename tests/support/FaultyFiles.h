@@ -17,7 +17,7 @@ public:
     // Operations since the last call of failAt().
     int operations() const;
     // Of these, files removed in a way that a power cut may take back: a journal that comes back
-    // undoes what was committed.
+    // undoes what was committed. One that a crash had left behind does not count.
     int looseRemovals() const;
 };
 

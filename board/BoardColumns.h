@@ -1,0 +1,37 @@
+// Between the board's rows and the columns of tlyrTemp.
+#pragma once
+
+#include "board/BoardRows.h"
+#include "store/Schema.h"
+
+#include <QStringList>
+
+namespace tallyroom {
+
+class Recordset;
+
+namespace BoardColumns {
+
+// tlyrTemp as the board needs it.
+const Schema::Table& table();
+
+// The columns that the board fills, and a row's values for them.
+QStringList names();
+Row values(const BoardRow& row);
+
+// A sum that a row takes when it is merged with its totals: WorkedOT, AcceptedOT, DeclinedOT,
+// TotalOT1, TotalOT2. Positions are those of the totals query.
+struct MergedSum {
+    int position;
+    std::span<const int> summands;
+
+    double of(const Recordset& totals) const;
+};
+std::span<const MergedSum> mergedSums();
+
+// The current row of the query of employees, each value as tlyrTemp keeps it. Raises 3421 for a
+// value of another type, or of more characters, than its column's.
+BoardRow employeeRow(const Recordset& employees);
+
+} // namespace BoardColumns
+} // namespace tallyroom

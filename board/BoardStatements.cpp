@@ -1,0 +1,48 @@
+#include "board/BoardStatements.h"
+
+#include "store/SqlText.h"
+
+namespace tallyroom::BoardStatements {
+
+namespace {
+
+QString dateClause(const std::optional<TotallingPeriod>& period) {
+    if (!period)
+        return {};
+    return QStringLiteral(" and ([shift_date] between ") + SqlText::literal(period->from) +
+           QStringLiteral(" and ") + SqlText::literal(period->to) + QLatin1Char(')');
+}
+
+} // namespace
+
+QString employees(const QString& filter) {
+    return QStringLiteral(
+               "Select Employee.emp_code, Employee.emp_name, Employee.sendate, "
+               "IIf(IsNull([Employee].[Seniority]),0,[Employee].[Seniority]) AS Seniority, "
+               "Employee.emp_dept, Employee.phone, Employee.emp_shift, Employee.defaulttimecalc,"
+               "(Select [Qual_Code] From [Emp_Qualifications] Where "
+               "([Emp_Qualifications].[Emp_Code] = [Employee].[Emp_Code]) and "
+               "([Emp_Qualifications].[Default] = TRUE)) AS Qual_Code "
+               "FROM Employee Where ([Emp_Code] ") +
+           filter + QLatin1Char(')');
+}
+
+QString totals(const QString& filter, const std::optional<TotallingPeriod>& period) {
+    return QStringLiteral("select [thist_emp], "
+                          "((sum(iif(Isnull([t15]),0,[t15])) * 1440)) as [T15Hours], "
+                          "((sum(iif(Isnull([t20]),0,[t20])) * 1440)) as [T20Hours], "
+                          "Sum(iif(isnull([tlyrAccepted]),0,[tlyrAccepted])) as [xT15Accepted], "
+                          "Sum(iif(isnull([tlyrAccepted2]),0,[tlyrAccepted2])) as [xT20Accepted], "
+                          "Sum(iif(isnull([tlyrDeclined]),0,[tlyrDeclined])) as [xT15Declined], "
+                          "Sum(iif(isnull([tlyrDeclined2]),0,[tlyrDeclined2])) as [xT20Declined], "
+                          "([T15Hours] + [T20Hours]) As [WorkedOT], "
+                          "([xT15Accepted] + [xT20Accepted]) As [AcceptedOT], "
+                          "([xT15Declined] + [xT20Declined]) As [DeclinedOT], "
+                          "([WorkedOT] + [AcceptedOT] + [DeclinedOT]) As [TotalOT1], "
+                          "([WorkedOT] + [DeclinedOT]) AS [TotalOT2] "
+                          "From [Timehistory] where ([thist_emp] ") +
+           filter + QStringLiteral(") and ([thist_record_type] in ('TR','AR','HR'))") +
+           dateClause(period) + QStringLiteral(" group by [thist_emp] order by [thist_emp];");
+}
+
+} // namespace tallyroom::BoardStatements

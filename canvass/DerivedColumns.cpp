@@ -1,0 +1,104 @@
+#include "canvass/DerivedColumns.h"
+
+#include "board/BoardColumns.h"
+
+namespace tallyroom::DerivedColumns {
+
+namespace {
+
+constexpr qsizetype workedOT = 4;
+
+// In the order in which they are computed.
+QStringList assignments(bool multiply) {
+    const QString f15 = multiply ? QStringLiteral("1.5") : QStringLiteral("1");
+    const QString f20 = multiply ? QStringLiteral("2") : QStringLiteral("1");
+    const QString s = multiply ? QStringLiteral("_Mult") : QString();
+    return {QStringLiteral("[T15Accepted] = ([xT15Accepted] * ") + f15 + QLatin1Char(')'),
+            QStringLiteral("[T20Accepted] = ([xT20Accepted] * ") + f20 + QLatin1Char(')'),
+            QStringLiteral("[T15Declined] = ([xT15Declined] * ") + f15 + QLatin1Char(')'),
+            QStringLiteral("[T20Declined] = ([xT20Declined] * ") + f20 + QLatin1Char(')'),
+            // No guard against nulls: who has no hours has no worked overtime either.
+            QStringLiteral("[WorkedOT] = ([T15Hours%1] + [T20Hours%1])").arg(s),
+            QStringLiteral("[AcceptedOT] = Iif(Isnull([t15Accepted]),0,[t15Accepted]) + "
+                           "Iif(Isnull([t20Accepted]),0,[t20accepted])"),
+            QStringLiteral("[DeclinedOT] = iif(isnull([t15Declined]),0,[t15Declined]) + "
+                           "iif(isnull([t20Declined]),0,[t20Declined])"),
+            QStringLiteral("[TotalOT1] = iif(isnull([WorkedOT]),0,[WorkedOT]) + "
+                           "iif(isnull([AcceptedOT]),0,[AcceptedOT]) + "
+                           "iif(isnull([DeclinedOT]),0,[DeclinedOT])"),
+            QStringLiteral("[TotalOT2] = iif(isnull([WorkedOT]),0,[WorkedOT])  + "
+                           "iif(isnull([DeclinedOT]),0,[DeclinedOT])")};
+}
+
+QString update(const QString& assigned) {
+    return QStringLiteral("Update [tlyrTemp] Set ") + assigned;
+}
+
+// No assignment of a group reads a column that another one of the group sets.
+QStringList groupedAssignments(bool multiply) {
+    const QStringList all = assignments(multiply);
+    const QString comma = QStringLiteral(", ");
+    return {all.sliced(0, 5).join(comma), all.sliced(5, 2).join(comma),
+            all.sliced(7, 2).join(comma)};
+}
+
+// Only in a table where no rule could refuse one value of a group and take another.
+bool computeGrouped(Database& board, bool multiply, const QString& condition) {
+    if (!board.isPlain(BoardColumns::table()))
+        return false;
+    for (const QString& group : groupedAssignments(multiply))
+        board.execute(update(group) + condition + QLatin1Char(';'));
+    return true;
+}
+
+bool computeAtOnce(CanvassState& state, bool multiply) {
+    const auto board = state.rows().database();
+    const Impatience atOnce(board);
+    try {
+        Transaction write(board, TransactionKind::Write);
+        if (!computeGrouped(*board, multiply, {}))
+            return false;
+        noteCurrent(state, board, multiply);
+        write.commit();
+        return true;
+    } catch (const RunError&) {
+        state.derived.reset();
+        return false; // its statement raises it again
+    }
+}
+
+} // namespace
+
+void computeOneByOne(Database& board, bool multiply) {
+    const QStringList all = assignments(multiply);
+    for (qsizetype at = 0; at < all.size(); ++at)
+        board.execute(update(all[at]) + (at == workedOT ? QString() : QStringLiteral(";")));
+}
+
+void ApplyMultipliers(CanvassState& state, bool multiply) {
+    if (!areCurrent(state, multiply) && !computeAtOnce(state, multiply))
+        computeOneByOne(*state.rows().database(), multiply);
+}
+
+bool computeFor(Database& board, bool multiply, const QString& employee) {
+    try {
+        return computeGrouped(
+            board, multiply, QStringLiteral(" Where ([Emp_Code] = ") + employee + QLatin1Char(')'));
+    } catch (const RunError&) {
+        if (!board.inTransaction()) // the disk has undone it all
+            throw;
+        return false; // its statement raises it again
+    }
+}
+
+bool areCurrent(const CanvassState& state, bool multiply) {
+    const auto board = state.rows().database();
+    return state.derived && state.derived->database.lock() == board &&
+           state.derived->multiply == multiply && state.derived->mark == board->changeMark();
+}
+
+void noteCurrent(CanvassState& state, const std::shared_ptr<Database>& board, bool multiply) {
+    state.derived = CanvassState::Derived{board, multiply, board->changeMark()};
+}
+
+} // namespace tallyroom::DerivedColumns
