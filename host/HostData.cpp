@@ -1,5 +1,8 @@
 #include "host/HostData.h"
 
+#include "common/TextOrder.h"
+#include "store/Readable.h"
+
 #include <algorithm>
 
 namespace tallyroom::host {
@@ -51,11 +54,13 @@ std::vector<Employee> readEmployees(Database& database) {
         rowsOf(database, QStringLiteral("Select [emp_code], [emp_name], [emp_dept], [emp_shift] "
                                         "from [Employee] order by [emp_code];"));
     for (; !rows->eof(); rows->moveNext()) {
-        const QString code = fieldText(*rows, QStringLiteral("emp_code"));
-        employees.push_back({code, fieldText(*rows, QStringLiteral("emp_name")),
+        const auto code = Readable::key(rows->field(QStringLiteral("emp_code")));
+        if (!code) // nobody could be selected by it
+            continue;
+        employees.push_back({*code, fieldText(*rows, QStringLiteral("emp_name")),
                              fieldText(*rows, QStringLiteral("emp_dept")),
                              fieldText(*rows, QStringLiteral("emp_shift")),
-                             qualifications.value(code)});
+                             qualifications.value(*code)});
     }
     return employees;
 }
@@ -63,7 +68,10 @@ std::vector<Employee> readEmployees(Database& database) {
 } // namespace
 
 QString HostData::employeeName(const QString& code) const {
-    const auto found = std::ranges::lower_bound(employees, code, {}, &Employee::code);
+    const auto inOrder = [](const QString& a, const QString& b) {
+        return TextOrder::compare(a, b) < 0; // as they were read
+    };
+    const auto found = std::ranges::lower_bound(employees, code, inOrder, &Employee::code);
     return found != employees.end() && found->code == code ? found->name : QString();
 }
 
@@ -88,7 +96,7 @@ QString shownTime(const Variant& time) {
 }
 
 QString fieldText(const Recordset& rows, const QString& name) {
-    return rows.field(name).textOrEmpty();
+    return Readable::text(rows.field(name));
 }
 
 } // namespace tallyroom::host
