@@ -45,6 +45,11 @@ bool isPlain(const BoundPtr& node) {
            (node->kind == BoundKind::Literal && TextOrder::isAscii(node->value.toText()));
 }
 
+bool isPlainCode(const QString& text) {
+    return TextOrder::isAscii(text) &&
+           std::all_of(text.begin(), text.end(), [](QChar c) { return c.isLetterOrNumber(); });
+}
+
 BoundPtr asText(Operation operation, BoundPtr value) {
     if (value->type != ValueType::Text)
         return value;
@@ -194,6 +199,17 @@ BoundPtr caseBlind(BoundPtr value) {
 
 BoundPtr collated(BoundPtr value) {
     return asText(Operation::Collated, std::move(value));
+}
+
+bool limitsToPlainCodes(const BoundPtr& condition, const BoundPtr& text) {
+    if (!condition || text->type != ValueType::Text)
+        return false;
+    const auto limits = [&](const BoundPtr& part) { return limitsToPlainCodes(part, text); };
+    if (condition->kind == BoundKind::Apply && condition->operation == Operation::And)
+        return std::any_of(condition->operands.begin(), condition->operands.end(), limits);
+    return condition->kind == BoundKind::InList && !condition->texts.isEmpty() &&
+           sameNode(condition->operands.front(), caseBlind(text)) &&
+           std::all_of(condition->texts.begin(), condition->texts.end(), isPlainCode);
 }
 
 } // namespace tallyroom::sql

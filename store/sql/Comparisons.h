@@ -17,4 +17,8 @@ BoundPtr inSelect(const BoundPtr& value, std::shared_ptr<const BoundSelect> sele
 BoundPtr caseBlind(BoundPtr value);
 BoundPtr collated(BoundPtr value);
 
+// Whether the condition lets only such texts through as both take in the same order: a list of
+// codes that are letters and digits of ASCII alone.
+bool limitsToPlainCodes(const BoundPtr& condition, const BoundPtr& text);
+
 } // namespace tallyroom::sql

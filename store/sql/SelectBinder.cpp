@@ -174,17 +174,22 @@ void SelectBinder::simplifySums() {
     m_result.having = sums.simplified(m_result.having);
 }
 
+// Where an index has the order that people want, it may serve.
+BoundPtr SelectBinder::sorted(const BoundPtr& value) const {
+    return limitsToPlainCodes(m_result.where, value) ? caseBlind(value) : collated(value);
+}
+
 void SelectBinder::groupTexts() {
     if (TextGroups::suit(m_result))
         m_result = TextGroups(m_context.newAlias()).joined(std::move(m_result));
     for (BoundPtr& group : m_result.groupBy)
-        group = collated(std::move(group));
+        group = sorted(group);
 }
 
 // What is compared in sorting and leaving out doubles.
 void SelectBinder::sortTexts() {
     for (BoundOrder& order : m_result.orderBy)
-        order.value = collated(std::move(order.value));
+        order.value = sorted(order.value);
     if (!m_result.distinct)
         return;
     for (BoundColumn& column : m_result.columns)

@@ -29,6 +29,7 @@ private:
     BoundOrder bindOrder(const OrderItem& item);
     void checkGroups(const SelectStatement& select) const;
     void simplifySums();
+    BoundPtr sorted(const BoundPtr& value) const;
     void groupTexts();
     void sortTexts();
     bool isGrouped(const BoundPtr& node, std::unordered_set<const BoundNode*>& known) const;

@@ -33,7 +33,10 @@ BoundPtr oneOfValues(Operation operation, BoundPtr value) {
 
 bool TextGroups::suit(const BoundSelect& query) {
     std::unordered_set<const BoundNode*> known;
-    return std::any_of(query.groupBy.begin(), query.groupBy.end(), isText) &&
+    const auto isSpeltVariously = [&](const BoundPtr& group) {
+        return isText(group) && !limitsToPlainCodes(query.where, group);
+    };
+    return std::any_of(query.groupBy.begin(), query.groupBy.end(), isSpeltVariously) &&
            !hasSubquery(query.having, known) &&
            std::none_of(query.columns.begin(), query.columns.end(),
                         [&](const auto& column) { return hasSubquery(column.value, known); }) &&

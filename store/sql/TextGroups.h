@@ -15,7 +15,8 @@ public:
     // `alias` is what the statement may call the groups of the indexes.
     explicit TextGroups(QString alias) : m_alias(std::move(alias)) {}
 
-    // For queries with groups of which at least one is a text, and without subqueries over them.
+    // For queries that suit: with a group of texts that may be spelt variously, and without
+    // subqueries over the groups.
     BoundSelect joined(BoundSelect query);
 
     static bool suit(const BoundSelect& query);

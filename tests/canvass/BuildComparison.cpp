@@ -20,8 +20,9 @@ BuildComparison::BuildComparison(unsigned seed) : m_random(seed) {
     addQualifications();
     addHistory();
     static const char16_t* const filters[] = {u"like '*'", u"<> Null",
-                                              u"in ('a1', 'B1', 'b2', 'e1')", u"> 'a'"};
-    m_host.filter = QString::fromUtf16(filters[upTo(4)]);
+                                              u"in ('a1', 'B1', 'b2', 'e1')", u"> 'a'",
+                                              u"in ('a1', 'A10', 'B1', 'b2', 'E1', 'z', '12')"};
+    m_host.filter = QString::fromUtf16(filters[upTo(5)]);
     build();
 }
 

@@ -192,6 +192,24 @@ TEST_F(SharedWorkTest, ReadingHoldsOneStateAndLetsGoOfIt) {
     }
 }
 
+// A list of plain codes lets an index group and sort; a further code must not change that.
+TEST_F(SharedWorkTest, PlainCodesComeInTheOrderOfAllTexts) {
+    native(QStringLiteral("CREATE TABLE c (code TEXT(9) COLLATE NOCASE, n INTEGER)"));
+    native(QStringLiteral("CREATE INDEX by_code ON c (code, n)"));
+    native(QStringLiteral("INSERT INTO c VALUES ('b2', 1), ('B2 ', 2), ('a10', 3), ('A1', 4), "
+                          "('z', 5), ('12', 6), ('a1', 7), ('9', 8), ('Z1', 9)"));
+    const QString codes = QStringLiteral("'a1', 'A10', 'b2', 'Z', '12', '9', 'z1'");
+    const auto answer = [&](const QString& list) {
+        return rowsOf(*m_database->openRecordset(
+            QStringLiteral("Select code, Sum(n) As s From c Where code In (") + list +
+                QStringLiteral(") And n > 0 Group By code Order By code"),
+            RecordsetType::Snapshot));
+    };
+    EXPECT_EQ(answer(codes).size(), 7);
+    EXPECT_EQ(answer(codes), answer(codes + QStringLiteral(", '\u00e9'")));
+    EXPECT_EQ(answer(codes), answer(codes + QStringLiteral(", 'a-1'")));
+}
+
 TEST_F(SharedWorkTest, SumsCountANullAsZeroWithOrWithoutGroups) {
     const auto answer = [&](const QString& sql) {
         return rowsOf(*m_database->openRecordset(sql, RecordsetType::Snapshot));
