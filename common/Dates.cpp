@@ -204,19 +204,24 @@ QString format(Date date, const QString& picture) {
 
 QString toIso(Date date) {
     const QDateTime moment = toQDateTime(date);
+    const QTime time = moment.time();
+    int year = 0;
+    int month = 0;
+    int day = 0;
+    moment.date().getDate(&year, &month, &day);
     QString text;
     text.reserve(19);
-    appendDigits(text, moment.date().year(), 1000);
+    appendDigits(text, year, 1000);
     text += u'-';
-    appendDigits(text, moment.date().month(), 10);
+    appendDigits(text, month, 10);
     text += u'-';
-    appendDigits(text, moment.date().day(), 10);
+    appendDigits(text, day, 10);
     text += u' ';
-    appendDigits(text, moment.time().hour(), 10);
+    appendDigits(text, time.hour(), 10);
     text += u':';
-    appendDigits(text, moment.time().minute(), 10);
+    appendDigits(text, time.minute(), 10);
     text += u':';
-    appendDigits(text, moment.time().second(), 10);
+    appendDigits(text, time.second(), 10);
     return text;
 }
 

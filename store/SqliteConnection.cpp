@@ -186,10 +186,11 @@ void SqliteQuery::bind(int parameter, const Variant& value) {
 }
 
 void SqliteQuery::bind(int parameter, const QString& text) {
-    const QByteArray utf8 = text.toUtf8();
+    QByteArray& utf8 = m_texts[parameter];
+    utf8 = text.toUtf8();
     m_connection.require(sqlite3_bind_text(m_statement.get(), parameter, utf8.constData(),
                                            static_cast<int>(utf8.size()),
-                                           SQLITE_TRANSIENT) == SQLITE_OK);
+                                           SQLITE_STATIC) == SQLITE_OK);
 }
 
 bool SqliteQuery::next() {

@@ -77,6 +77,7 @@ private:
 
     SqliteConnection& m_connection;
     std::shared_ptr<sqlite3_stmt> m_statement;
+    QHash<int, QByteArray> m_texts; // by parameter: the engine reads them here
 };
 
 } // namespace tallyroom
