@@ -13,10 +13,14 @@ int BucketModel::checkedCount() const {
 }
 
 void BucketModel::setChecked(const QModelIndexList& rows, bool checked) {
+    std::vector<bool> all = m_checked;
     for (const QModelIndex& index : rows)
-        m_checked[static_cast<std::size_t>(index.row())] = checked;
-    if (rows.isEmpty())
-        return;
+        all[static_cast<std::size_t>(index.row())] = checked;
+    setAllChecked(std::move(all));
+}
+
+void BucketModel::setAllChecked(std::vector<bool> checked) {
+    m_checked = std::move(checked);
     Q_EMIT dataChanged(index(0, Code), index(rowCount() - 1, Code), {Qt::CheckStateRole});
     Q_EMIT checkedChanged();
 }
@@ -83,25 +87,14 @@ BucketFilter::BucketFilter(BucketModel* model, QObject* parent)
     setSourceModel(model);
 }
 
-void BucketFilter::change(QString& criterion, const QString& value) {
-    criterion = value;
+void BucketFilter::setCriteria(const BucketCriteria& criteria) {
+    m_criteria = criteria;
     invalidateFilter();
 }
 
-void BucketFilter::setDepartment(const QString& code) {
-    change(m_department, code);
-}
-
-void BucketFilter::setShift(const QString& code) {
-    change(m_shift, code);
-}
-
-void BucketFilter::setQualification(const QString& code) {
-    change(m_qualification, code);
-}
-
 void BucketFilter::setSearch(const QString& text) {
-    change(m_search, text.trimmed());
+    m_search = text.trimmed();
+    invalidateFilter();
 }
 
 QModelIndexList BucketFilter::shownRows() const {
@@ -113,11 +106,8 @@ QModelIndexList BucketFilter::shownRows() const {
 
 bool BucketFilter::filterAcceptsRow(int row, const QModelIndex&) const {
     const Employee& employee = m_model->employee(row);
-    return (m_department.isEmpty() || employee.department == m_department) &&
-           (m_shift.isEmpty() || employee.shift == m_shift) &&
-           (m_qualification.isEmpty() || employee.qualifications.contains(m_qualification)) &&
-           (employee.code.contains(m_search, Qt::CaseInsensitive) ||
-            employee.name.contains(m_search, Qt::CaseInsensitive));
+    return m_criteria.hold(employee) && (employee.code.contains(m_search, Qt::CaseInsensitive) ||
+                                         employee.name.contains(m_search, Qt::CaseInsensitive));
 }
 
 } // namespace tallyroom::host

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/BucketSelection.h"
+#include "host/NamedBuckets.h"
 
 #include <QAbstractTableModel>
 #include <QSortFilterProxyModel>
@@ -21,6 +22,7 @@ public:
     const std::vector<bool>& checked() const { return m_checked; }
     int checkedCount() const;
     void setChecked(const QModelIndexList& rows, bool checked); // of this model
+    void setAllChecked(std::vector<bool> checked);              // one for each employee
 
     const Employee& employee(int row) const {
         return m_selection.employees()[static_cast<std::size_t>(row)];
@@ -51,9 +53,8 @@ class BucketFilter : public QSortFilterProxyModel {
 public:
     BucketFilter(BucketModel* model, QObject* parent);
 
-    void setDepartment(const QString& code);
-    void setShift(const QString& code);
-    void setQualification(const QString& code);
+    void setCriteria(const BucketCriteria& criteria);
+    const BucketCriteria& criteria() const { return m_criteria; }
     void setSearch(const QString& text); // somewhere in the code or the name, in any case
 
     QModelIndexList shownRows() const; // of the model behind
@@ -62,12 +63,8 @@ protected:
     bool filterAcceptsRow(int row, const QModelIndex& parent) const override;
 
 private:
-    void change(QString& criterion, const QString& value);
-
     BucketModel* m_model;
-    QString m_department;
-    QString m_shift;
-    QString m_qualification;
+    BucketCriteria m_criteria;
     QString m_search;
 };
 

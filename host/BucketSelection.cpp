@@ -11,8 +11,9 @@ namespace tallyroom::host {
 BucketSelection::BucketSelection(const std::vector<Employee>& employees)
     : m_employees(employees), m_selected(employees.size(), true) {}
 
-void BucketSelection::setSelected(std::vector<bool> selected) {
+void BucketSelection::setSelected(std::vector<bool> selected, const QString& name) {
     m_selected = std::move(selected);
+    m_name = name;
 }
 
 QStringList BucketSelection::select(const QStringList& codes) {
@@ -23,7 +24,7 @@ QStringList BucketSelection::select(const QStringList& codes) {
     QStringList unknown = wanted.values();
     unknown.sort();
     if (unknown.isEmpty())
-        m_selected = std::move(selected);
+        setSelected(std::move(selected), {});
     return unknown;
 }
 

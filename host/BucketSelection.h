@@ -16,7 +16,9 @@ public:
     const std::vector<Employee>& employees() const { return m_employees; }
     const std::vector<bool>& selected() const { return m_selected; } // one for each employee
 
-    void setSelected(std::vector<bool> selected); // as many as there are employees
+    // One for each employee, and what the choice is called; "" without a name.
+    void setSelected(std::vector<bool> selected, const QString& name);
+    const QString& name() const { return m_name; }
 
     // Selects exactly these; returns the codes that nobody has, and then changes nothing.
     QStringList select(const QStringList& codes);
@@ -32,6 +34,7 @@ public:
 private:
     const std::vector<Employee>& m_employees;
     std::vector<bool> m_selected;
+    QString m_name;
 };
 
 } // namespace tallyroom::host

@@ -6,6 +6,8 @@
 #include "host/SplashPicture.h"
 #include "store/Workspace.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <algorithm>
 
 namespace tallyroom::host {
@@ -23,13 +25,29 @@ const Guid& classOf(const QString& member) {
                    QStringLiteral("Brightclock"));
 }
 
+// The folder is what users can put right; a file that is damaged or in use speaks for itself.
+std::shared_ptr<Database> openData(const QString& folder) {
+    const auto refuse = [&folder](const QString& text) {
+        throw RunError(ErrorNumber::invalidPath, text.arg(QDir::toNativeSeparators(folder)),
+                       QStringLiteral("Brightclock"));
+    };
+    if (!QFileInfo(folder).isDir())
+        refuse(QStringLiteral("There is no data folder \"%1\"."));
+    if (!QFileInfo::exists(QDir(folder).filePath(QStringLiteral("bcx.mdb"))))
+        refuse(QStringLiteral("\"%1\" is no data folder: it has no file bcx.mdb."));
+    return Workspace::openHostOptions(folder);
+}
+
 } // namespace
 
 Host::Host(const Options& options)
-    : m_options(options), m_database(Workspace::openHostOptions(options.dataFolder)),
-      m_data(readHostData(*m_database)), m_selection(m_data.employees) {
+    : m_options(options), m_database(openData(options.dataFolder)),
+      m_data(readHostData(*m_database)), m_buckets(options.dataFolder, options.user),
+      m_selection(m_data.employees) {
     if (options.selection)
         select(*options.selection);
+    else if (const NamedBucket* last = m_buckets.chosen(); last && !options.selectsAll)
+        m_selection.setSelected(last->members(m_data.employees), last->name);
     const QImage splash = drawSplash();
     m_menu = std::make_unique<frmMenu>(m_database, m_data, splash);
     m_menu->describe(options.dataFolder, options.user);
@@ -37,7 +55,7 @@ Host::Host(const Options& options)
                      [this](const QString& callName) {
                          runCommand(m_menu.get(), [this, callName] { callEntry(callName); });
                      });
-    m_bucket = new BucketObject(m_selection, m_data);
+    m_bucket = new BucketObject(m_selection, m_buckets, m_data);
     m_bucketForm = ObjectRef(Counted<IObject>(m_bucket));
     m_datePickerForm = makeObject<DatePickerObject>();
     m_menuForm = makeObject<MenuObject>(m_menu.get());

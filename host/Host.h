@@ -3,8 +3,8 @@
 
 #include "host/AddInEntries.h"
 #include "host/AddInModule.h"
+#include "host/BucketObject.h"
 #include "host/Options.h"
-#include "host/frmBucket.h"
 #include "host/frmMenu.h"
 
 #include <memory>
@@ -36,6 +36,7 @@ private:
     Options m_options;
     std::shared_ptr<Database> m_database;
     HostData m_data;
+    NamedBuckets m_buckets;
     BucketSelection m_selection;
     std::unique_ptr<frmMenu> m_menu;
     BucketObject* m_bucket;

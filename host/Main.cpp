@@ -5,16 +5,24 @@
 #include "host/Host.h"
 #include "host/HostMessages.h"
 #include "host/Options.h"
+#include "host/RecentFolders.h"
 #include "host/demo/DemoData.h"
+#include "host/frmStart.h"
 
 #include <QApplication>
 #include <QTextStream>
-#include <SQLiteCpp/Exception.h>
 
 using namespace tallyroom;
 using namespace tallyroom::host;
 
 namespace {
+
+QStringList argumentTexts(int argc, char** argv) {
+    QStringList texts;
+    for (int at = 0; at < argc; ++at)
+        texts << QString::fromLocal8Bit(argv[at]);
+    return texts;
+}
 
 int showHelp(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
@@ -37,23 +45,36 @@ int createData(const DemoSettings& settings) {
         return exitSuccess;
     } catch (const RunError& error) {
         printError(error.description());
-    } catch (const SQLite::Exception& error) {
-        printError(QStringLiteral("The data could not be written: ") +
-                   QString::fromUtf8(error.what()));
     }
     return exitFailure;
 }
 
 int runWindow(const Options& options) {
     Host host(options);
+    RecentFolders::remember(options.dataFolder, options.user);
     host.showMenu();
     return QApplication::exec();
+}
+
+// Asks until something can be opened, or the user gives up.
+int askAndRun(Options options) {
+    for (frmStart form; form.exec() == QDialog::Accepted;) {
+        options.dataFolder = form.folder();
+        options.user = form.user();
+        try {
+            return runWindow(options);
+        } catch (const RunError& error) {
+            showError(error, &form);
+        }
+    }
+    return exitSuccess;
 }
 
 int run(const Options& options, int argc, char** argv) {
     if (!options.pictureFile.isEmpty())
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    if (!hasDisplay()) {
+    const bool namesPlatform = argumentTexts(argc, argv).contains(QStringLiteral("-platform"));
+    if (!namesPlatform && !hasDisplay()) {
         printError(QStringLiteral("there is no display. --picture FILE needs none."));
         return exitNoDisplay;
     }
@@ -61,6 +82,8 @@ int run(const Options& options, int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("Brightclock"));
     QApplication::setQuitOnLastWindowClosed(false);
     try {
+        if (options.dataFolder.isEmpty())
+            return askAndRun(options);
         return options.isScripted() ? runBoard(options) : runWindow(options);
     } catch (const RunError& error) {
         if (options.isScripted())
@@ -69,13 +92,6 @@ int run(const Options& options, int argc, char** argv) {
             showError(error, nullptr);
         return exitFailure;
     }
-}
-
-QStringList argumentTexts(int argc, char** argv) {
-    QStringList texts;
-    for (int at = 0; at < argc; ++at)
-        texts << QString::fromLocal8Bit(argv[at]);
-    return texts;
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include <QCommandLineParser>
 #include <QDir>
+#include <QHash>
 
 namespace tallyroom::host {
 
@@ -34,7 +35,9 @@ void addRunOptions(QCommandLineParser& parser) {
     parser.addOptions({
         {text("data"), text("Run the host on this data folder."), text("DIR")},
         {text("user"), text("Name of the current user."), text("NAME")},
-        {text("select"), text("Employees selected at the start: codes, or \"all\"."),
+        {text("select"),
+         text("Employees selected at the start: codes, or \"all\" (the last bucket of the user, or "
+              "everybody)."),
          text("CODE,...")},
         {text("open"), text("Open this entry of the add-in (TLYRShow) at once and end with it."),
          text("ENTRY")},
@@ -48,10 +51,33 @@ void addRunOptions(QCommandLineParser& parser) {
 void prepare(QCommandLineParser& parser) {
     parser.setApplicationDescription(
         text("Stand-in for the Brightclock host: runs the overtime canvassing board on a data "
-             "folder.\nUse either --create-data or --data."));
+             "folder.\nUse either --create-data or --data; without either it asks what to open."));
     parser.addOption({{text("h"), text("help")}, text("Show this help.")});
     addDataOptions(parser);
     addRunOptions(parser);
+}
+
+// What the toolkit takes out of the arguments by itself, and whether a value follows.
+const QHash<QString, bool>& toolkitOptions() {
+    static const QHash<QString, bool> known{
+        {text("-style"), true},    {text("-stylesheet"), true}, {text("-platform"), true},
+        {text("-display"), true},  {text("-geometry"), true},   {text("-qwindowgeometry"), true},
+        {text("-reverse"), false},
+    };
+    return known;
+}
+
+QStringList withoutToolkitOptions(const QStringList& arguments) {
+    QStringList own;
+    for (qsizetype at = 0; at < arguments.size(); ++at) {
+        const QString name = arguments[at].section(u'=', 0, 0);
+        const auto taken = toolkitOptions().constFind(name);
+        if (taken == toolkitOptions().constEnd())
+            own << arguments[at];
+        else if (*taken && name == arguments[at])
+            ++at; // its value
+    }
+    return own;
 }
 
 // Names of the given options that do not belong to the command.
@@ -116,9 +142,12 @@ std::optional<QStringList> selection(const QCommandLineParser& parser) {
 }
 
 void readRunOptions(const QCommandLineParser& parser, Options& options) {
+    if (!parser.isSet(text("data")))
+        return; // the user is asked
     options.dataFolder = folder(parser, "data");
     options.user = parser.value(text("user"));
     options.selection = selection(parser);
+    options.selectsAll = parser.isSet(text("select")) && !options.selection;
     options.pictureFile = parser.value(text("picture"));
     options.moduleFile = parser.value(text("module"));
     options.openEntry = parser.isSet(text("open"))      ? parser.value(text("open"))
@@ -135,7 +164,7 @@ Options readOptions(const QCommandLineParser& parser) {
     if (!parser.positionalArguments().isEmpty())
         throw UsageError{
             text("Unexpected argument \"%1\".").arg(parser.positionalArguments().first())};
-    if (!creating && !parser.isSet(text("data")))
+    if (!creating && !parser.isSet(text("data")) && !parser.optionNames().isEmpty())
         throw UsageError{text("Give a data folder with --data, or make one with --create-data.")};
     if (const QStringList foreign = foreignOptions(parser, creating); !foreign.isEmpty())
         throw UsageError{
@@ -159,7 +188,7 @@ bool Options::opensBoard() const {
 OptionsResult parseOptions(const QStringList& arguments) {
     QCommandLineParser parser;
     prepare(parser);
-    if (!parser.parse(arguments))
+    if (!parser.parse(withoutToolkitOptions(arguments)))
         return {std::nullopt, parser.errorText()};
     if (parser.isSet(text("help"))) {
         Options help;
@@ -176,7 +205,10 @@ OptionsResult parseOptions(const QStringList& arguments) {
 QString helpText() {
     QCommandLineParser parser;
     prepare(parser);
-    return parser.helpText();
+    return parser.helpText() +
+           text("\nOptions of the toolkit, -style and -platform among them, are taken as well.\n"
+                "\nExit codes: 0 done; 1 an error, which is printed or was shown; 2 wrong use;\n"
+                "3 no display; 4 another window stood in the way of --picture.\n");
 }
 
 } // namespace tallyroom::host

@@ -14,9 +14,10 @@ enum class Command { ShowHelp, CreateData, Run };
 struct Options {
     Command command = Command::Run;
     DemoSettings demo;                    // CreateData
-    QString dataFolder;                   // Run; absolute
+    QString dataFolder;                   // Run; absolute, empty to ask the user
     QString user;                         // empty when the host has no users
-    std::optional<QStringList> selection; // employee codes; without them everybody
+    std::optional<QStringList> selection; // employee codes; without them the user's last bucket
+    bool selectsAll = false;              // everybody, whatever the last bucket was
     QString openEntry;                    // call this entry of the add-in at once and end with it
     QString pictureFile;                  // save a picture of the board there, without a display
     QString moduleFile;                   // the add-in's module; empty to look in the usual places

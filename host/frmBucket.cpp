@@ -1,21 +1,41 @@
 #include "host/frmBucket.h"
 
+#include "host/HostMessages.h"
+#include "host/frmBucketName.h"
 #include "ui_frmBucket.h"
 
-#include <QApplication>
 #include <QKeyEvent>
+#include <QMap>
 #include <QPushButton>
 #include <QShortcut>
+#include <QSignalBlocker>
 
 namespace tallyroom::host {
 
-frmBucket::frmBucket(const BucketSelection& selection, const HostData& hostData, bool allowSort,
-                     QWidget* parent)
-    : QDialog(parent), m_ui(std::make_unique<Ui::frmBucket>()), m_model(selection, hostData, this),
-      m_filter(&m_model, this) {
+namespace {
+
+// The entry that is ahead of the buckets with names.
+constexpr int everybody = 0;
+
+void choose(QComboBox& box, const QString& code) {
+    box.setCurrentIndex(std::max(0, box.findData(code)));
+}
+
+QString chosen(const QComboBox& box) {
+    return box.currentData().toString();
+}
+
+} // namespace
+
+frmBucket::frmBucket(const BucketSelection& selection, NamedBuckets& buckets,
+                     const HostData& hostData, bool allowSort, QWidget* parent)
+    : QDialog(parent), m_ui(std::make_unique<Ui::frmBucket>()), m_buckets(buckets),
+      m_data(hostData), m_model(selection, hostData, this), m_filter(&m_model, this) {
     m_ui->setupUi(this);
     setUpTable(allowSort);
-    setUpChoices(hostData);
+    setUpChoices();
+    m_ui->Saved->setVisible(buckets.canKeep());
+    listBuckets(selection.name());
     connectControls();
     showCount();
 }
@@ -37,11 +57,12 @@ void frmBucket::setUpTable(bool allowSort) {
     table.installEventFilter(this);
 }
 
-void frmBucket::setUpChoices(const HostData& hostData) {
+void frmBucket::setUpChoices() {
     QMap<QString, QString> departments;
     QMap<QString, QString> qualifications;
-    for (const Employee& employee : hostData.employees) {
-        departments.insert(hostData.departmentName(employee.department), employee.department);
+    for (const Employee& employee : m_data.employees) {
+        if (!employee.department.isEmpty()) // an empty code stands for all
+            departments.insert(m_data.departmentName(employee.department), employee.department);
         for (const QString& code : employee.qualifications)
             qualifications.insert(code, code);
     }
@@ -49,30 +70,31 @@ void frmBucket::setUpChoices(const HostData& hostData) {
         box->addItem(QStringLiteral("All"), QString());
     for (auto entry = departments.cbegin(); entry != departments.cend(); ++entry)
         m_ui->Department->addItem(entry.key(), entry.value());
-    for (const Shift& shift : hostData.shifts)
+    for (const Shift& shift : m_data.shifts)
         m_ui->Shift->addItem(shift.code + QStringLiteral("  ") + shift.description, shift.code);
     for (const QString& code : qualifications)
         m_ui->Qualification->addItem(code, code);
 }
 
 void frmBucket::connectControls() {
-    const auto connectChoice = [this](QComboBox* box, void (BucketFilter::*set)(const QString&)) {
-        connect(box, &QComboBox::currentIndexChanged, this, [this, box, set] {
-            (m_filter.*set)(box->currentData().toString());
-            showFiltered();
-        });
-    };
-    connectChoice(m_ui->Department, &BucketFilter::setDepartment);
-    connectChoice(m_ui->Shift, &BucketFilter::setShift);
-    connectChoice(m_ui->Qualification, &BucketFilter::setQualification);
-    connect(m_ui->Search, &QLineEdit::textChanged, this, [this](const QString& text) {
-        m_filter.setSearch(text);
-        showFiltered();
+    for (auto* box : {m_ui->Department, m_ui->Shift, m_ui->Qualification})
+        connect(box, &QComboBox::currentIndexChanged, this, &frmBucket::showFiltered);
+    connect(m_ui->Search, &QLineEdit::textChanged, this, &frmBucket::showFiltered);
+    connect(m_ui->SelectShown, &QPushButton::clicked, this, [this] {
+        m_model.setAllChecked(std::vector<bool>(m_model.checked().size(), false));
+        m_model.setChecked(m_filter.shownRows(), true);
     });
-    connect(m_ui->SelectShown, &QPushButton::clicked, this,
+    connect(m_ui->AddShown, &QPushButton::clicked, this,
             [this] { m_model.setChecked(m_filter.shownRows(), true); });
     connect(m_ui->ClearShown, &QPushButton::clicked, this,
             [this] { m_model.setChecked(m_filter.shownRows(), false); });
+    connect(m_ui->Buckets, &QListWidget::currentRowChanged, this, &frmBucket::chooseListed);
+    connect(m_ui->Buckets, &QListWidget::itemClicked, this, &frmBucket::chooseListed);
+    connect(m_ui->Buckets, &QListWidget::itemActivated, this, &frmBucket::chooseListed);
+    connect(m_ui->SaveBucket, &QPushButton::clicked, this,
+            [this] { runCommand(this, [this] { saveBucket(); }); });
+    connect(m_ui->RemoveBucket, &QPushButton::clicked, this,
+            [this] { runCommand(this, [this] { removeBucket(); }); });
     connect(&m_model, &BucketModel::checkedChanged, this, &frmBucket::showCount);
     connect(m_ui->Buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(m_ui->Buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -80,19 +102,106 @@ void frmBucket::connectControls() {
     connect(find, &QShortcut::activated, m_ui->Search, qOverload<>(&QWidget::setFocus));
 }
 
+// There is always a current row, or else the first one would become it, and be chosen, as soon as
+// the list is given the focus.
+void frmBucket::listBuckets(const QString& current) {
+    const QSignalBlocker listing(m_ui->Buckets);
+    m_ui->Buckets->clear();
+    m_ui->Buckets->addItem(QStringLiteral("Everybody"));
+    m_ui->Buckets->setCurrentRow(everybody, QItemSelectionModel::NoUpdate);
+    for (const NamedBucket& bucket : m_buckets.all()) {
+        m_ui->Buckets->addItem(bucket.name);
+        if (bucket.name == current)
+            m_ui->Buckets->setCurrentRow(m_ui->Buckets->count() - 1);
+    }
+    showCount();
+}
+
+QString frmBucket::listedName() const {
+    const QListWidgetItem* item = m_ui->Buckets->currentItem();
+    return item && m_ui->Buckets->currentRow() != everybody ? item->text() : QString();
+}
+
+std::vector<bool> frmBucket::listedMembers() const {
+    const NamedBucket* bucket = m_buckets.find(listedName());
+    return bucket ? bucket->members(m_data.employees)
+                  : std::vector<bool>(m_data.employees.size(), true);
+}
+
+QString frmBucket::chosenName() const {
+    return checked() == listedMembers() ? listedName() : QString();
+}
+
+// What is shown is what is selected, unless codes were saved that no criteria describe.
+void frmBucket::chooseListed() {
+    const NamedBucket* bucket = m_buckets.find(listedName());
+    const auto* criteria = bucket ? std::get_if<BucketCriteria>(&bucket->content) : nullptr;
+    m_ui->Search->clear();
+    setCriteria(criteria ? *criteria : BucketCriteria());
+    m_model.setAllChecked(listedMembers());
+}
+
+void frmBucket::saveBucket() {
+    frmBucketName form(m_buckets, {checkedCodes(), criteria(), criteriaText()}, this);
+    if (form.exec() != QDialog::Accepted)
+        return;
+    const NamedBucket bucket = form.bucket();
+    m_buckets.save(bucket);
+    listBuckets(bucket.name);
+    m_model.setAllChecked(listedMembers());
+}
+
+void frmBucket::removeBucket() {
+    m_buckets.remove(listedName());
+    listBuckets({});
+}
+
+void frmBucket::setCriteria(const BucketCriteria& criteria) {
+    choose(*m_ui->Department, criteria.department);
+    choose(*m_ui->Shift, criteria.shift);
+    choose(*m_ui->Qualification, criteria.qualification);
+}
+
+BucketCriteria frmBucket::criteria() const {
+    return {chosen(*m_ui->Department), chosen(*m_ui->Shift), chosen(*m_ui->Qualification)};
+}
+
+QString frmBucket::criteriaText() const {
+    QStringList parts;
+    for (const QComboBox* box : {m_ui->Department, m_ui->Shift, m_ui->Qualification}) {
+        if (!chosen(*box).isEmpty())
+            parts << box->currentText().simplified();
+    }
+    return parts.join(QStringLiteral(" – "));
+}
+
+QStringList frmBucket::checkedCodes() const {
+    QStringList codes;
+    for (std::size_t at = 0; at < checked().size(); ++at) {
+        if (checked()[at])
+            codes << m_data.employees[at].code;
+    }
+    return codes;
+}
+
 // The table always keeps a current row, which screen readers need.
 void frmBucket::showFiltered() {
+    m_filter.setCriteria(criteria());
+    m_filter.setSearch(m_ui->Search->text());
     if (!m_ui->Employees->currentIndex().isValid())
         m_ui->Employees->setCurrentIndex(m_filter.index(0, 0));
     showCount();
 }
 
 void frmBucket::showCount() {
-    QString text =
-        QStringLiteral("%1 of %2 selected").arg(m_model.checkedCount()).arg(m_model.rowCount());
-    if (m_filter.rowCount() < m_model.rowCount())
-        text += QStringLiteral(", %1 shown").arg(m_filter.rowCount());
-    m_ui->Count->setText(text);
+    const int shown = m_filter.rowCount();
+    m_ui->SelectShown->setText(QStringLiteral("&Select only the %1 shown").arg(shown));
+    m_ui->AddShown->setText(QStringLiteral("&Add the %1 shown").arg(shown));
+    m_ui->ClearShown->setText(QStringLiteral("&Clear the %1 shown").arg(shown));
+    m_ui->AddShown->setEnabled(shown < m_model.rowCount());
+    m_ui->RemoveBucket->setEnabled(!listedName().isEmpty());
+    m_ui->Count->setText(
+        QStringLiteral("%1 of %2 selected").arg(m_model.checkedCount()).arg(m_model.rowCount()));
 }
 
 // Space switches all selected rows to what the current one becomes.
@@ -114,42 +223,6 @@ bool frmBucket::eventFilter(QObject* watched, QEvent* event) {
         return QDialog::eventFilter(watched, event);
     toggleSelectedRows();
     return true;
-}
-
-BucketObject::BucketObject(BucketSelection& selection, const HostData& hostData)
-    : m_selection(selection), m_data(hostData) {
-    addMethod(QStringLiteral("FillSpot"), [this](const Arguments& args) {
-        m_target = argument(args, 0).toObject();
-        m_selection.fill(m_target);
-        return Variant();
-    });
-    addMethod(QStringLiteral("fillalist"), [this](const Arguments& args) {
-        m_selection.fill(argument(args, 0).toObject());
-        return Variant();
-    });
-    addMethod(QStringLiteral("Show"), [this](const Arguments&) {
-        Show();
-        return Variant();
-    });
-    addProperty(
-        QStringLiteral("AllowSort"), [this](const Arguments&) { return Variant(m_allowSort); },
-        [this](const Arguments& args) {
-            m_allowSort = argument(args, 0).toBoolean();
-            return Variant();
-        });
-    addProperty(QStringLiteral("employeefilter"),
-                [this](const Arguments&) { return Variant(m_selection.employeeFilter()); });
-}
-
-void BucketObject::Show() {
-    frmBucket form(m_selection, m_data, m_allowSort, QApplication::activeWindow());
-    const bool isKept = form.exec() == QDialog::Accepted;
-    const ObjectRef target = std::exchange(m_target, {});
-    if (!isKept)
-        return;
-    m_selection.setSelected(form.checked());
-    if (target.isSet())
-        m_selection.fill(target);
 }
 
 } // namespace tallyroom::host

@@ -1,7 +1,8 @@
-// The employee-selection form, and the object through which add-ins reach it.
+// The employee-selection form.
 #pragma once
 
 #include "host/BucketModel.h"
+#include "host/NamedBuckets.h"
 
 #include <QDialog>
 #include <memory>
@@ -16,47 +17,44 @@ class frmBucket : public QDialog {
     Q_OBJECT
 
 public:
-    // Ends accepted when the selection is to be kept; checked() is that selection. Selection and
-    // data must outlive the form.
-    frmBucket(const BucketSelection& selection, const HostData& hostData, bool allowSort,
-              QWidget* parent);
+    // Ends accepted when the selection is to be kept; checked() is that selection. What is passed
+    // must outlive the form.
+    frmBucket(const BucketSelection& selection, NamedBuckets& buckets, const HostData& hostData,
+              bool allowSort, QWidget* parent);
     ~frmBucket() override;
 
     const std::vector<bool>& checked() const { return m_model.checked(); }
+    // The bucket that is chosen in the list, if just its members are checked; "" otherwise.
+    QString chosenName() const;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void setUpTable(bool allowSort);
-    void setUpChoices(const HostData& hostData);
+    void setUpChoices();
     void connectControls();
+
+    void listBuckets(const QString& current);
+    QString listedName() const; // "" for everybody
+    std::vector<bool> listedMembers() const;
+    void chooseListed();
+    void saveBucket();
+    void removeBucket();
+    void setCriteria(const BucketCriteria& criteria);
+    BucketCriteria criteria() const;
+    QString criteriaText() const;
+    QStringList checkedCodes() const;
+
     void toggleSelectedRows();
     void showFiltered();
     void showCount();
 
     std::unique_ptr<Ui::frmBucket> m_ui;
+    NamedBuckets& m_buckets;
+    const HostData& m_data;
     BucketModel m_model;
     BucketFilter m_filter;
-};
-
-// Members: `FillSpot`(list) fills the list and remembers it until the next `Show`; `fillalist`
-// (list) only fills; `Show`([modal]) opens the form and, when it ends by OK, fills the remembered
-// list anew; properties `AllowSort` and `employeefilter`.
-class BucketObject : public LateBoundObject {
-public:
-    // Both must outlive the object.
-    BucketObject(BucketSelection& selection, const HostData& hostData);
-
-    void forgetTarget() { m_target = {}; }
-
-private:
-    void Show();
-
-    BucketSelection& m_selection;
-    const HostData& m_data;
-    ObjectRef m_target; // the list of the add-in that awaits the next choice
-    bool m_allowSort = true;
 };
 
 } // namespace tallyroom::host

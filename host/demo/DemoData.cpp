@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <SQLiteCpp/Exception.h>
 
 namespace tallyroom::host {
 
@@ -45,6 +46,17 @@ void fill(const QString& folder, const DemoSettings& settings, const DemoProgres
     addInFile.commit();
 }
 
+void write(const QString& folder, const DemoSettings& settings, const DemoProgress& progress) {
+    try {
+        fill(folder, settings, progress);
+    } catch (const SQLite::Exception& error) {
+        throw RunError(ErrorNumber::cannotOpenFile,
+                       QStringLiteral("The data could not be written: %1")
+                           .arg(QString::fromUtf8(error.what())),
+                       QStringLiteral("Brightclock"));
+    }
+}
+
 } // namespace
 
 void createDemoData(const DemoSettings& settings, const DemoProgress& progress) {
@@ -60,7 +72,7 @@ void createDemoData(const DemoSettings& settings, const DemoProgress& progress) 
     QDir().mkdir(made);
     Schema::createFiles(made);
     if (!settings.bare)
-        fill(made, settings, progress);
+        write(made, settings, progress);
     QDir().rmdir(settings.folder); // an empty one makes room, another one stays
     if (!QDir().rename(made, settings.folder))
         throw notFree(settings.folder);

@@ -1,9 +1,14 @@
+#include "common/RunError.h"
+#include "host/BucketObject.h"
 #include "host/frmBucket.h"
+#include "tests/host/HostDataFolder.h"
 #include "tests/support/DialogScript.h"
 
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
+#include <QRadioButton>
 #include <QTableView>
 #include <gtest/gtest.h>
 
@@ -50,7 +55,7 @@ HostData threeEmployees() {
 
 class BucketTest : public testing::Test {
 protected:
-    ObjectRef bucket() { return makeObject<BucketObject>(m_selection, m_data); }
+    ObjectRef bucket() { return makeObject<BucketObject>(m_selection, m_buckets, m_data); }
 
     // Opens the form, acts on it, and ends it.
     void show(const ObjectRef& bucket, QDialog::DialogCode end, const DialogScript::Action& act) {
@@ -63,6 +68,7 @@ protected:
 
     DialogScript m_script;
     HostData m_data = threeEmployees();
+    NamedBuckets m_buckets{QString(), QString()};
     BucketSelection m_selection{m_data.employees};
     QStringList m_entries;
     ObjectRef m_list = makeObject<FakeList>(m_entries);
@@ -129,6 +135,81 @@ TEST_F(BucketTest, SelectsWhatTheCriteriaShow) {
         EXPECT_EQ(m_selection.employeeFilter(), QString::fromLatin1(wanted.expected))
             << wanted.box << wanted.choice << wanted.search;
     }
+}
+
+// The form of a user who works on a folder, and picks, saves and removes buckets by name.
+class NamedBucketTest : public testing::Test {
+protected:
+    NamedBucketTest() { read(); }
+
+    void read() {
+        m_database = Workspace::openHostOptions(m_folder.path());
+        m_data = readHostData(*m_database);
+        m_buckets = std::make_unique<NamedBuckets>(m_folder.path(), QStringLiteral("jo"));
+    }
+
+    // What the form ends with.
+    std::vector<bool> show(const std::function<void(frmBucket&)>& act) {
+        BucketSelection selection(m_data.employees);
+        frmBucket form(selection, *m_buckets, m_data, false, nullptr);
+        form.show();
+        act(form);
+        m_name = form.chosenName();
+        return form.checked();
+    }
+
+    void saveAs(frmBucket& form, QStringView name, QStringView kept) {
+        m_script.expectWindow(u"frmBucketName", [name, kept](QWidget& dialog) {
+            child<QLineEdit>(dialog, u"BucketName").setText(name.toString());
+            child<QRadioButton>(dialog, kept).setChecked(true);
+            qobject_cast<QDialog*>(&dialog)->accept();
+        });
+        clickButton(form, u"SaveBucket");
+    }
+
+    static auto pick(int row) {
+        return [row](frmBucket& form) { child<QListWidget>(form, u"Buckets").setCurrentRow(row); };
+    }
+
+    DialogScript m_script;
+    HostDataFolder m_folder;
+    std::shared_ptr<Database> m_database;
+    HostData m_data;
+    std::unique_ptr<NamedBuckets> m_buckets;
+    QString m_name;
+};
+
+TEST_F(NamedBucketTest, ABucketIsPickedByNameAndFollowsItsCriteria) {
+    const auto department = show([this](frmBucket& form) {
+        child<QComboBox>(form, u"Department").setCurrentIndex(1);
+        clickButton(form, u"SelectShown");
+        saveAs(form, u"Day crew", u"KeepChosen");
+        saveAs(form, u"Assembly", u"KeepCriteria");
+    });
+    EXPECT_EQ(m_name, QStringLiteral("Assembly"));
+    m_buckets->choose(m_name);
+    m_database->execute(
+        QStringLiteral("Update [Employee] set [emp_dept] = '%1';")
+            .arg(std::get<BucketCriteria>(m_buckets->chosen()->content).department));
+    read();
+    ASSERT_TRUE(m_buckets->chosen());
+    EXPECT_EQ(m_buckets->chosen()->name, QStringLiteral("Assembly"));
+    EXPECT_EQ(show(pick(1)), std::vector<bool>(m_data.employees.size(), true));
+    EXPECT_EQ(show(pick(2)), department) << "codes stay codes";
+    EXPECT_EQ(m_name, QStringLiteral("Day crew"));
+
+    show([](frmBucket& form) {
+        pick(2)(form);
+        clickButton(form, u"RemoveBucket");
+    });
+    read();
+    EXPECT_EQ(m_buckets->all().size(), 1U);
+}
+
+TEST_F(NamedBucketTest, WhatCannotBeKeptIsSaidAndChangesNothing) {
+    m_database->execute(QStringLiteral("Drop table [FormOptions];"));
+    EXPECT_THROW(m_buckets->save({QStringLiteral("Lost"), QStringList()}), RunError);
+    EXPECT_TRUE(m_buckets->all().empty());
 }
 
 TEST_F(BucketTest, AllowSortDecidesWhetherAHeadingCanBeClicked) {

@@ -17,10 +17,10 @@ OptionsResult parse(const QString& line) {
 
 TEST(Options, RefusesWhatDoesNotFitTogether) {
     for (const char* line : {
-             "",
              "--what",
              "stray",
              "--data",
+             "--user jo",
              "--create-data d --user x",
              "--data d --employees 5",
              "--data d --create-data e",
@@ -50,7 +50,11 @@ TEST(Options, ReadsBothCommands) {
     EXPECT_EQ(run->command, Command::Run);
     EXPECT_EQ(run->openEntry, QStringLiteral("TLYRShow"));
     EXPECT_EQ(*run->selection, QStringList({QStringLiteral("1"), QStringLiteral("2")}));
-    EXPECT_FALSE(parse(QStringLiteral("--data d --select all")).options->selection);
+    EXPECT_TRUE(parse(QStringLiteral("--data d --select all")).options->selectsAll);
+
+    const auto asked = parse(QStringLiteral("-style fusion -reverse -platform=vnc")).options;
+    ASSERT_TRUE(asked);
+    EXPECT_EQ(asked->dataFolder, QString());
 }
 
 TEST(AddInModule, SaysWhyAFileIsNoModule) {

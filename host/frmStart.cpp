@@ -1,0 +1,74 @@
+#include "host/frmStart.h"
+
+#include "host/HostMessages.h"
+#include "host/RecentFolders.h"
+#include "host/demo/DemoData.h"
+#include "ui_frmStart.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QPushButton>
+
+namespace tallyroom::host {
+
+frmStart::frmStart() : m_ui(std::make_unique<Ui::frmStart>()) {
+    m_ui->setupUi(this);
+    listFolders();
+    m_ui->User->setText(RecentFolders::user());
+    connect(m_ui->OtherFolder, &QPushButton::clicked, this, &frmStart::chooseOther);
+    connect(m_ui->Demonstration, &QPushButton::clicked, this,
+            [this] { runCommand(this, [this] { makeDemonstration(); }); });
+    connect(m_ui->Folders, &QListWidget::currentRowChanged, this, &frmStart::showWhatCanBeDone);
+    connect(m_ui->Folders, &QListWidget::itemDoubleClicked, this, &QDialog::accept);
+    connect(m_ui->Buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(m_ui->Buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    showWhatCanBeDone();
+}
+
+frmStart::~frmStart() = default;
+
+QString frmStart::folder() const {
+    const QListWidgetItem* chosen = m_ui->Folders->currentItem();
+    return chosen ? chosen->text() : QString();
+}
+
+QString frmStart::user() const {
+    return m_ui->User->text().trimmed();
+}
+
+void frmStart::listFolders() {
+    m_ui->Folders->addItems(RecentFolders::all());
+    m_ui->Folders->setCurrentRow(0);
+}
+
+void frmStart::addFolder(const QString& folder) {
+    m_ui->Folders->insertItem(0, QDir::cleanPath(folder));
+    m_ui->Folders->setCurrentRow(0);
+    m_ui->User->setFocus();
+}
+
+void frmStart::chooseOther() {
+    const QString folder =
+        QFileDialog::getExistingDirectory(this, QStringLiteral("Data Folder"), this->folder());
+    if (!folder.isEmpty())
+        addFolder(folder);
+}
+
+// The dialog names a folder that is still to be made, as for a file that is saved.
+void frmStart::makeDemonstration() {
+    DemoSettings settings;
+    settings.folder = QFileDialog::getSaveFileName(
+        this, QStringLiteral("New Demonstration Folder"),
+        QDir::home().filePath(QStringLiteral("Brightclock Demonstration")));
+    if (settings.folder.isEmpty())
+        return;
+    settings.end = QDate::currentDate().addDays(-1);
+    createDemoData(settings, [](int, int) {});
+    addFolder(settings.folder);
+}
+
+void frmStart::showWhatCanBeDone() {
+    m_ui->Buttons->button(QDialogButtonBox::Open)->setEnabled(!folder().isEmpty());
+}
+
+} // namespace tallyroom::host
