@@ -1,7 +1,7 @@
 #include "board/BoardRows.h"
 
-#include "board/BoardColumns.h"
 #include "board/BoardStatements.h"
+#include "board/BoardTable.h"
 #include "common/RunError.h"
 #include "common/TextOrder.h"
 #include "store/Recordset.h"
@@ -20,15 +20,15 @@ std::vector<BoardRow> readEmployees(Database& host, const QString& filter) {
     std::vector<BoardRow> rows;
     rows.reserve(static_cast<std::size_t>(employees->rowCount()));
     for (; !employees->eof(); employees->moveNext())
-        rows.push_back(BoardColumns::employeeRow(*employees));
+        rows.push_back(BoardTable::employeeRow(*employees));
     return rows;
 }
 
 // Without a code before all others, as in any order of the database.
 bool comesBefore(const BoardRow* left, const BoardRow* right) {
-    if (left->emp_code.isNull() || right->emp_code.isNull())
-        return left->emp_code.isNull() && !right->emp_code.isNull();
-    return TextOrder::compare(left->emp_code.toText(), right->emp_code.toText()) < 0;
+    if (left->code().isNull() || right->code().isNull())
+        return left->code().isNull() && !right->code().isNull();
+    return TextOrder::compare(left->code().toText(), right->code().toText()) < 0;
 }
 
 std::vector<BoardRow*> byCode(std::vector<BoardRow>& rows) {
@@ -47,7 +47,7 @@ void takeTotals(BoardRow& row, const Recordset& totals) {
     row.xT20Accepted = totals.field(4).toLong();
     row.xT15Declined = totals.field(5).toLong();
     row.xT20Declined = totals.field(6).toLong();
-    for (const BoardColumns::MergedSum& sum : BoardColumns::mergedSums())
+    for (const BoardTable::MergedSum& sum : BoardTable::mergedSums())
         roundToLong(sum.of(totals)); // not kept, as it is derived anew; but it must be one
 }
 
@@ -55,7 +55,7 @@ void merge(const std::vector<BoardRow*>& rows, Recordset& totals) {
     for (BoardRow* row : rows) {
         if (totals.eof())
             return;
-        if (!row->emp_code.sameValue(totals.field(0)))
+        if (!row->code().sameValue(totals.field(0)))
             continue;
         takeTotals(*row, totals);
         totals.moveNext();

@@ -1,7 +1,6 @@
 // The rows of the board, computed from the host's tables alone: who is on it, with what totals.
 #pragma once
 
-#include "common/Variant.h"
 #include "setup/TotallingPeriod.h"
 #include "store/Database.h"
 
@@ -13,17 +12,10 @@ namespace tallyroom {
 // Whole minutes; nothing where there is no figure, which differs from zero.
 using Minutes = std::optional<std::int32_t>;
 
-// One employee. The names are those of the columns of tlyrTemp.
+// One employee. The names of the figures are those of the columns of tlyrTemp.
 struct BoardRow {
-    Variant emp_code;
-    Variant emp_name;
-    Variant sendate;
-    Variant Seniority;
-    Variant emp_dept;
-    Variant phone;
-    Variant emp_shift;
-    Variant defaulttimecalc;
-    Variant Qual_Code;
+    Row employee; // as BoardTable::employeeColumns() says
+    const Variant& code() const { return employee.front(); }
 
     // The totals of the history; nothing for who has none in the period.
     Minutes T15Hours;

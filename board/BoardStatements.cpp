@@ -1,5 +1,6 @@
 #include "board/BoardStatements.h"
 
+#include "board/BoardTable.h"
 #include "store/SqlText.h"
 
 namespace tallyroom::BoardStatements {
@@ -13,17 +14,26 @@ QString dateClause(const std::optional<TotallingPeriod>& period) {
            QStringLiteral(" and ") + SqlText::literal(period->to) + QLatin1Char(')');
 }
 
+// A number that is missing counts as zero.
+QString employeeItem(const Schema::Column& column) {
+    const bool isNumber = column.type == Schema::ColumnType::Double;
+    return (isNumber ? QStringLiteral("IIf(IsNull([Employee].[%1]),0,[Employee].[%1]) AS %1")
+                     : QStringLiteral("Employee.%1"))
+        .arg(QString::fromUtf16(column.name));
+}
+
 } // namespace
 
 QString employees(const QString& filter) {
-    return QStringLiteral(
-               "Select Employee.emp_code, Employee.emp_name, Employee.sendate, "
-               "IIf(IsNull([Employee].[Seniority]),0,[Employee].[Seniority]) AS Seniority, "
-               "Employee.emp_dept, Employee.phone, Employee.emp_shift, Employee.defaulttimecalc,"
-               "(Select [Qual_Code] From [Emp_Qualifications] Where "
-               "([Emp_Qualifications].[Emp_Code] = [Employee].[Emp_Code]) and "
-               "([Emp_Qualifications].[Default] = TRUE)) AS Qual_Code "
-               "FROM Employee Where ([Emp_Code] ") +
+    const std::span columns(BoardTable::employeeColumns());
+    QStringList items; // the qualification, which is the last one, lies in a table of its own
+    for (const Schema::Column& column : columns.first(columns.size() - 1))
+        items.append(employeeItem(column));
+    return QStringLiteral("Select ") + items.join(QStringLiteral(", ")) +
+           QStringLiteral(",(Select [Qual_Code] From [Emp_Qualifications] Where "
+                          "([Emp_Qualifications].[Emp_Code] = [Employee].[Emp_Code]) and "
+                          "([Emp_Qualifications].[Default] = TRUE)) AS Qual_Code "
+                          "FROM Employee Where ([Emp_Code] ") +
            filter + QLatin1Char(')');
 }
 

@@ -1,6 +1,6 @@
 #include "canvass/CanvassFill.h"
 
-#include "canvass/CanvassColumns.h"
+#include "canvass/CellText.h"
 #include "store/Database.h"
 #include "store/Readable.h"
 
@@ -10,43 +10,45 @@ namespace tallyroom::CanvassFill {
 
 namespace {
 
-void writeHeading(Grid& grid, const std::vector<CanvassColumn>& columns) {
+using Columns = std::vector<const BoardColumn*>;
+
+void writeHeading(Grid& grid, const Columns& columns) {
     grid.setColumnCount(static_cast<int>(columns.size()));
     int at = 0;
-    for (const CanvassColumn& column : columns)
-        grid.setHeading(at++, column.header,
-                        column.isRightAligned() ? CellAlignment::Right : CellAlignment::Left);
+    for (const BoardColumn* column : columns)
+        grid.setHeading(at++, QString::fromUtf16(column->header),
+                        column->isRightAligned() ? CellAlignment::Right : CellAlignment::Left);
 }
 
 // The texts of one row after the other.
 class RowTexts {
 public:
-    RowTexts(const Recordset& rows, std::vector<CanvassColumn> columns, bool blankForZero)
-        : m_columns(std::move(columns)), m_blankForZero(blankForZero) {
-        for (const CanvassColumn& column : m_columns)
-            m_positions.push_back(rows.fieldPosition(column.field));
+    RowTexts(const Recordset& rows, Columns columns, const BoardOptions& options)
+        : m_columns(std::move(columns)), m_blankForZero(options.blankForZero) {
+        for (const BoardColumn* column : m_columns)
+            m_positions.push_back(rows.fieldPosition(column->fieldFor(options)));
     }
 
     QStringList of(const Recordset& row) {
         QStringList cells;
         cells.reserve(static_cast<qsizetype>(m_columns.size()));
         for (std::size_t at = 0; at < m_columns.size(); ++at)
-            cells.append(text(m_columns[at], row.field(m_positions[at])));
+            cells.append(text(m_columns[at]->kind, row.field(m_positions[at])));
         return cells;
     }
 
 private:
     // Of minutes a board shows few different ones.
-    QString text(const CanvassColumn& column, const Variant& value) {
-        if (column.kind != CellKind::Time || value.type() != Variant::Type::Long)
-            return cellText(column, value, m_blankForZero);
+    QString text(CellKind kind, const Variant& value) {
+        if (kind != CellKind::Time || value.type() != Variant::Type::Long)
+            return cellText(kind, value, m_blankForZero);
         const auto [known, isNew] = m_times.try_emplace(value.toLong());
         if (isNew)
-            known->second = cellText(column, value, m_blankForZero);
+            known->second = cellText(kind, value, m_blankForZero);
         return known->second;
     }
 
-    std::vector<CanvassColumn> m_columns;
+    Columns m_columns;
     bool m_blankForZero;
     std::vector<int> m_positions; // in the recordset, by column
     std::unordered_map<std::int32_t, QString> m_times;
@@ -60,11 +62,11 @@ void begin(Grid& grid, TextMeasurer& measurer) {
     grid.setRowCount(2);
 }
 
-int fill(Grid& grid, TextMeasurer& measurer, Recordset& rows, const CanvassOptions& options) {
-    const std::vector<CanvassColumn> columns = canvassColumns(options);
+int fill(Grid& grid, TextMeasurer& measurer, Recordset& rows, const BoardOptions& options) {
+    const Columns columns = BoardColumns::shown(options);
     writeHeading(grid, columns);
     AutoSizeColumns(grid, measurer, 0, -1, false);
-    RowTexts texts(rows, columns, options.blankForZero);
+    RowTexts texts(rows, columns, options);
     const int code = rows.fieldPosition(QStringLiteral("emp_code"));
     const Transaction oneState(rows.database(), TransactionKind::Read);
     int leftOut = 0;

@@ -1,7 +1,7 @@
 // Filling the board's grid.
 #pragma once
 
-#include "canvass/CanvassOptions.h"
+#include "common/BoardColumns.h"
 #include "common/ui/Grid.h"
 #include "store/Recordset.h"
 
@@ -14,6 +14,6 @@ void begin(Grid& grid, TextMeasurer& measurer);
 // columns to their texts; the empty row goes. Rows whose code cannot be read are left out: the code
 // is what an answer goes by. Returns how many. An error ends the fill: what was written so far
 // stays in the grid.
-int fill(Grid& grid, TextMeasurer& measurer, Recordset& rows, const CanvassOptions& options);
+int fill(Grid& grid, TextMeasurer& measurer, Recordset& rows, const BoardOptions& options);
 
 } // namespace tallyroom::CanvassFill

@@ -1,6 +1,6 @@
 #include "canvass/DerivedColumns.h"
 
-#include "board/BoardColumns.h"
+#include "board/BoardTable.h"
 
 namespace tallyroom::DerivedColumns {
 
@@ -44,7 +44,7 @@ QStringList groupedAssignments(bool multiply) {
 
 // Only in a table where no rule could refuse one value of a group and take another.
 bool computeGrouped(Database& board, bool multiply, const QString& condition) {
-    if (!board.isPlain(BoardColumns::table()))
+    if (!board.isPlain(BoardTable::table()))
         return false;
     for (const QString& group : groupedAssignments(multiply))
         board.execute(update(group) + condition + QLatin1Char(';'));

@@ -1,6 +1,6 @@
 #include "canvass/QuickBuild.h"
 
-#include "board/BoardColumns.h"
+#include "board/BoardTable.h"
 #include "canvass/CanvassStatements.h"
 #include "canvass/DerivedColumns.h"
 #include "store/Workspace.h"
@@ -22,14 +22,14 @@ std::vector<Row> valuesOf(const std::vector<BoardRow>& rows) {
     std::vector<Row> values;
     values.reserve(rows.size());
     for (const BoardRow& row : rows)
-        values.push_back(BoardColumns::values(row));
+        values.push_back(BoardTable::values(row));
     return values;
 }
 
 void write(CanvassState& state, const std::shared_ptr<Database>& board,
            const std::vector<BoardRow>& rows, bool multiply) {
     Transaction whole(board, TransactionKind::Write);
-    board->replaceRows(QString::fromUtf16(BoardColumns::table().name), BoardColumns::names(),
+    board->replaceRows(QString::fromUtf16(BoardTable::table().name), BoardTable::names(),
                        valuesOf(rows));
     const auto canvassRs =
         board->openRecordset(CanvassStatements::allRows(), RecordsetType::Dynaset);
@@ -44,7 +44,7 @@ bool run(CanvassState& state, const ObjectRef& bucketForm, bool multiply) {
     try {
         const auto board = Workspace::openMain(state.DataPath, WhenInUse::Fail);
         const Impatience atOnce(board);
-        if (!board->isPlain(BoardColumns::table()))
+        if (!board->isPlain(BoardTable::table()))
             return false;
         write(state, board, read(state, bucketForm, multiply), multiply);
         return true;

@@ -71,6 +71,7 @@ Tallyroom::Tallyroom(const HostContext& context)
       m_ui(std::make_unique<Ui::Tallyroom>()), m_popup(new QMenu(QStringLiteral("PopUp"), this)),
       m_statusText(new QLabel(this)) {
     m_ui->setupUi(this);
+    m_view = std::make_unique<ViewMenu>(*this, *m_ui, [this] { Update(); });
     m_statusText->setObjectName(QStringLiteral("lblStatus"));
     m_statusText->setIndent(10); // under the grid
     m_ui->StatusBar1->addWidget(m_statusText, 1);
@@ -78,7 +79,7 @@ Tallyroom::Tallyroom(const HostContext& context)
     m_ui->centralwidget->installEventFilter(this);
     Events::connect(m_ui->Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
     connectSetupMenus();
-    connectViewMenus();
+    connectOrderMenu();
     connectShortcuts();
     connectAnswers();
 }
@@ -207,8 +208,7 @@ void Tallyroom::Command2_Click() {
     GridReport report =
         GridReport::of(*m_ui->Grid, QStringLiteral("Canvassing Details"), m_context.CurrentUser);
     report.details = reportDetails();
-    report.makeElastic(
-        {QStringLiteral("Name"), QStringLiteral("Dept"), QStringLiteral("Position")});
+    report.makeElastic(BoardColumns::headersOf(CellKind::Text));
     if (m_ui->mnuDateLine->isChecked())
         report.addLine(QStringLiteral("Date"), 24);
     if (m_ui->mnuSigLine->isChecked())
@@ -219,14 +219,13 @@ void Tallyroom::Command2_Click() {
 // What a reader of the posted sheet has to know to make sense of the figures.
 QStringList Tallyroom::reportDetails() const {
     const auto shown = [](Date day) { return Dates::format(day, QStringLiteral("mm/dd/yyyy")); };
-    const QAction* total = m_ui->mnuTot_0->isChecked() ? m_ui->mnuTot_0 : m_ui->mnuTot_1;
     QStringList details;
     details.append(QStringLiteral("Totalling Period: ") +
                    (m_state.period
                         ? QStringLiteral("%1 to %2")
                               .arg(shown(m_state.period->from), shown(m_state.period->to))
                         : QStringLiteral("Indefinite")));
-    details.append(QStringLiteral("Total = ") + total->text());
+    details.append(QStringLiteral("Total = ") + m_view->totalCaption());
     if (m_ui->mnuMult->isChecked())
         details.back() += QStringLiteral(" (OT hours multiplied by OT value)");
     if (const QAction* ordering = checkedOrdering())
@@ -275,7 +274,7 @@ bool Tallyroom::fillBoard() {
 
 void Tallyroom::fillGrid(int& unknownElements) {
     TextMeasurer measurer(m_ui->Picture1);
-    const CanvassOptions shown = options();
+    const BoardOptions shown = m_view->options();
     CanvassFill::begin(*m_ui->Grid, measurer);
     DerivedColumns::ApplyMultipliers(m_state, shown.multiply);
     if (const QAction* ordering = checkedOrdering())
@@ -286,22 +285,6 @@ void Tallyroom::fillGrid(int& unknownElements) {
     m_status.employees = leftOut == 0
                              ? QString()
                              : QStringLiteral("%1 left out: the code cannot be read").arg(leftOut);
-}
-
-CanvassOptions Tallyroom::options() const {
-    CanvassOptions options;
-    options.blankForZero = m_ui->mnuBlank0->isChecked();
-    options.multiply = m_ui->mnuMult->isChecked();
-    options.department = m_ui->mnuDept->isChecked();
-    options.position = m_ui->mnuPos->isChecked();
-    options.seniorityDate = m_ui->mnuSenDate->isChecked();
-    options.seniorityNumber = m_ui->mnuSenNum->isChecked();
-    options.breakOut = m_ui->mnuBreakOut->isChecked();
-    options.alternatePhone = m_ui->mnuAltPhone->isChecked();
-    options.cellPhone = m_ui->mnuCellPhone->isChecked();
-    options.pager = m_ui->mnuPager->isChecked();
-    options.totalWithAccepted = m_ui->mnuTot_0->isChecked();
-    return options;
 }
 
 } // namespace tallyroom

@@ -3,9 +3,8 @@
 
 #include "canvass/AnswerRecording.h"
 #include "canvass/BoardStatus.h"
-#include "canvass/CanvassOptions.h"
+#include "canvass/ViewMenu.h"
 
-#include <QAction>
 #include <QEventLoop>
 #include <QLabel>
 #include <QMainWindow>
@@ -50,7 +49,7 @@ private:
 
     void onTriggered(QAction* action, void (Tallyroom::*handler)());
     void connectSetupMenus();
-    void connectViewMenus();
+    void connectOrderMenu();
     void connectShortcuts();
     void connectAnswers();
     void mnuAssoc_Click();
@@ -60,7 +59,6 @@ private:
     void mnuUndo_Click();
     void mnuAudit_Click();
     void mnuRefresh_Click();
-    void mnuTot_Click(int index);
     void mnuBreakOut_Click();
     void MnuOrder_Click(int index);
     void mnuOTAnalysis_Click();
@@ -91,12 +89,12 @@ private:
     std::optional<RunError> showRecorded(bool anyWritten);
     void ownUpToOldFigures();
     QStringList selectedEmployees() const;
-    CanvassOptions options() const;
     QStringList reportDetails() const;
 
     const HostContext& m_context;
     CanvassState m_state;
     std::unique_ptr<Ui::Tallyroom> m_ui;
+    std::unique_ptr<ViewMenu> m_view;
     std::vector<QAction*> m_orderings;    // MnuOrder items from 2 on; owned by the menu
     std::unique_ptr<DateBinding> m_dates; // while the window is loaded
     QMenu* m_popup;                       // mnuPopup

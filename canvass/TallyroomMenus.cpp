@@ -37,24 +37,14 @@ void Tallyroom::connectSetupMenus() {
     m_ui->mnuRefresh->setShortcut(QKeySequence::Refresh);
     onTriggered(m_ui->mnuUndo, &Tallyroom::mnuUndo_Click);
     onTriggered(m_ui->mnuAudit, &Tallyroom::mnuAudit_Click);
+    onTriggered(m_ui->mnuBreakOut, &Tallyroom::mnuBreakOut_Click);
     Events::connect(m_ui->Command2, &QPushButton::clicked, this, [this] { Command2_Click(); });
 }
 
-// The platform toggles the check mark itself before it calls the handler.
-void Tallyroom::connectViewMenus() {
-    for (QAction* option :
-         {m_ui->mnuDept, m_ui->mnuPos, m_ui->mnuSenDate, m_ui->mnuSenNum, m_ui->mnuAltPhone,
-          m_ui->mnuCellPhone, m_ui->mnuPager, m_ui->mnuBlank0, m_ui->mnuMult})
-        onTriggered(option, &Tallyroom::Update);
-    onTriggered(m_ui->mnuBreakOut, &Tallyroom::mnuBreakOut_Click);
-    Events::connect(m_ui->mnuTot_0, &QAction::triggered, this, [this] { mnuTot_Click(0); });
-    Events::connect(m_ui->mnuTot_1, &QAction::triggered, this, [this] { mnuTot_Click(1); });
+void Tallyroom::connectOrderMenu() {
     Events::connect(m_ui->MnuOrder_0, &QAction::triggered, this, [this] { MnuOrder_Click(0); });
     letScroll(m_ui->MnuOrd);
     m_ui->MnuOrd->addSeparator()->setObjectName(QStringLiteral("MnuOrder_1"));
-    m_ui->mnuDept->setChecked(true);
-    m_ui->mnuSenDate->setChecked(true);
-    m_ui->mnuTot_0->setChecked(true);
 }
 
 void Tallyroom::connectShortcuts() {
@@ -125,12 +115,6 @@ void Tallyroom::mnuAudit_Click() {
 
 void Tallyroom::mnuRefresh_Click() {
     Canvass();
-}
-
-void Tallyroom::mnuTot_Click(int index) {
-    m_ui->mnuTot_0->setChecked(index == 0);
-    m_ui->mnuTot_1->setChecked(index == 1);
-    Update();
 }
 
 void Tallyroom::mnuBreakOut_Click() {

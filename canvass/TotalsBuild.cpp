@@ -1,7 +1,7 @@
 #include "canvass/TotalsBuild.h"
 
-#include "board/BoardColumns.h"
 #include "board/BoardStatements.h"
+#include "board/BoardTable.h"
 #include "canvass/CanvassStatements.h"
 #include "canvass/DerivedColumns.h"
 #include "store/Workspace.h"
@@ -91,7 +91,7 @@ void TotalsBuild::takeTotals() {
     statement([this] { rows().edit(); });
     for (int position = 1; position <= copied; ++position)
         statement([&] { rows().setField(position, totals().field(position)); });
-    for (const BoardColumns::MergedSum& sum : BoardColumns::mergedSums())
+    for (const BoardTable::MergedSum& sum : BoardTable::mergedSums())
         statement([&] { rows().setField(sum.position, sum.of(totals())); });
     statement([this] { rows().update(); });
 }

@@ -1,30 +1,13 @@
 #include "ordering/OrderingDraft.h"
 
+#include "common/BoardColumns.h"
 #include "common/Variant.h"
 
-#include <QStringList>
 #include <algorithm>
 
 namespace tallyroom {
 
 namespace {
-
-constexpr const char16_t* elementNames[] = {u"Employee Code",
-                                            u"Employee Name",
-                                            u"Home Department",
-                                            u"Position",
-                                            u"Seniority Date",
-                                            u"Seniority Number",
-                                            u"1.5",
-                                            u"2.0",
-                                            u"Worked Overtime",
-                                            u"Accepted 1.5",
-                                            u"Accepted 2.0",
-                                            u"Declined 1.5",
-                                            u"Declined 2.0",
-                                            u"Accepted Overtime",
-                                            u"Declined Overtime",
-                                            u"Total Overtime"};
 
 const QString stateSuffix = QStringLiteral("_State");
 const QString orderSuffix = QStringLiteral("_Order");
@@ -43,8 +26,7 @@ bool readsAsTrue(const QString& text) {
 
 OrderingDraft::OrderingDraft() {
     std::vector<Setting> settings;
-    for (const char16_t* element : elementNames) {
-        const QString name = QString::fromUtf16(element);
+    for (const QString& name : BoardColumns::elements()) {
         settings.push_back({name + stateSuffix, truthText(false)});
         settings.push_back({name + orderSuffix, QString::number(count())});
         settings.push_back({name + directionSuffix, QStringLiteral("0")});

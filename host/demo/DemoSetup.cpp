@@ -1,5 +1,6 @@
 #include "host/demo/DemoSetup.h"
 
+#include "common/BoardColumns.h"
 #include "host/demo/DemoPeople.h"
 #include "host/demo/TableLoader.h"
 
@@ -23,32 +24,12 @@ struct Ordering {
     std::vector<Key> keys; // most significant first
 };
 
-const QStringList& elements() {
-    static const QStringList names{QStringLiteral("Employee Code"),
-                                   QStringLiteral("Employee Name"),
-                                   QStringLiteral("Home Department"),
-                                   QStringLiteral("Position"),
-                                   QStringLiteral("Seniority Date"),
-                                   QStringLiteral("Seniority Number"),
-                                   QStringLiteral("1.5"),
-                                   QStringLiteral("2.0"),
-                                   QStringLiteral("Worked Overtime"),
-                                   QStringLiteral("Accepted 1.5"),
-                                   QStringLiteral("Accepted 2.0"),
-                                   QStringLiteral("Declined 1.5"),
-                                   QStringLiteral("Declined 2.0"),
-                                   QStringLiteral("Accepted Overtime"),
-                                   QStringLiteral("Declined Overtime"),
-                                   QStringLiteral("Total Overtime")};
-    return names;
-}
-
 // The elements in rank order: the keys, then the others as the editor lists them.
 QStringList ranked(const Ordering& ordering) {
     QStringList order;
     for (const Key& key : ordering.keys)
         order << QString::fromLatin1(key.element);
-    for (const QString& element : elements()) {
+    for (const QString& element : BoardColumns::elements()) {
         if (!order.contains(element))
             order << element;
     }
@@ -62,7 +43,7 @@ QString detailsText(const Ordering& ordering) {
         descending.insert(QString::fromLatin1(key.element), key.descending);
     const QStringList order = ranked(ordering);
     QStringList pairs;
-    for (const QString& element : elements()) {
+    for (const QString& element : BoardColumns::elements()) {
         pairs << element + QStringLiteral("_State=") +
                      (descending.contains(element) ? QStringLiteral("True")
                                                    : QStringLiteral("False"))

@@ -1,4 +1,4 @@
-// Between the board's rows and the columns of tlyrTemp.
+// The scratch table tlyrTemp as the board fills it.
 #pragma once
 
 #include "board/BoardRows.h"
@@ -10,10 +10,14 @@ namespace tallyroom {
 
 class Recordset;
 
-namespace BoardColumns {
+namespace BoardTable {
 
 // tlyrTemp as the board needs it.
 const Schema::Table& table();
+
+// The columns that are taken over from the host's employees, the code first: those that tlyrTemp
+// has as well, and last the default qualification.
+const std::vector<Schema::Column>& employeeColumns();
 
 // The columns that the board fills, and a row's values for them.
 QStringList names();
@@ -33,5 +37,5 @@ std::span<const MergedSum> mergedSums();
 // value of another type, or of more characters, than its column's.
 BoardRow employeeRow(const Recordset& employees);
 
-} // namespace BoardColumns
+} // namespace BoardTable
 } // namespace tallyroom

@@ -1,27 +1,11 @@
-#include "board/BoardColumns.h"
+#include "board/BoardTable.h"
 
 #include "common/RunError.h"
 #include "store/Recordset.h"
 
-namespace tallyroom::BoardColumns {
+namespace tallyroom::BoardTable {
 
 namespace {
-
-constexpr const char16_t* tableName = u"tlyrTemp";
-
-struct EmployeeColumn {
-    const char16_t* name;
-    Variant BoardRow::*value;
-};
-
-// In the order of the query of employees.
-constexpr EmployeeColumn employeeColumns[] = {
-    {u"emp_code", &BoardRow::emp_code},   {u"emp_name", &BoardRow::emp_name},
-    {u"sendate", &BoardRow::sendate},     {u"Seniority", &BoardRow::Seniority},
-    {u"emp_dept", &BoardRow::emp_dept},   {u"phone", &BoardRow::phone},
-    {u"emp_shift", &BoardRow::emp_shift}, {u"defaulttimecalc", &BoardRow::defaulttimecalc},
-    {u"Qual_Code", &BoardRow::Qual_Code},
-};
 
 struct MinuteColumn {
     const char16_t* name;
@@ -51,11 +35,16 @@ Variant::Type typeOf(Schema::ColumnType type) {
     }
 }
 
-std::vector<Schema::Column> employeeFormats() {
-    std::vector<Schema::Column> formats;
-    for (const EmployeeColumn& column : employeeColumns)
-        formats.push_back(Schema::column(table(), column.name));
-    return formats;
+std::vector<Schema::Column> readEmployeeColumns() {
+    std::vector<Schema::Column> columns;
+    for (const Schema::Column& own : Schema::table(u"Employee").columns) {
+        for (const Schema::Column& kept : table().columns) {
+            if (std::u16string_view(kept.name) == own.name)
+                columns.push_back(kept);
+        }
+    }
+    columns.push_back(Schema::column(table(), u"Qual_Code"));
+    return columns;
 }
 
 // Not to be cut, and read without a byte that was no character.
@@ -79,12 +68,17 @@ Variant asKept(const Variant& value, const Schema::Column& column) {
 } // namespace
 
 const Schema::Table& table() {
-    return Schema::table(tableName);
+    return Schema::table(u"tlyrTemp");
+}
+
+const std::vector<Schema::Column>& employeeColumns() {
+    static const std::vector<Schema::Column> columns = readEmployeeColumns();
+    return columns;
 }
 
 QStringList names() {
     QStringList result;
-    for (const EmployeeColumn& column : employeeColumns)
+    for (const Schema::Column& column : employeeColumns())
         result << QString::fromUtf16(column.name);
     for (const MinuteColumn& column : minuteColumns)
         result << QString::fromUtf16(column.name);
@@ -92,10 +86,8 @@ QStringList names() {
 }
 
 Row values(const BoardRow& row) {
-    Row result;
-    result.reserve(std::size(employeeColumns) + std::size(minuteColumns));
-    for (const EmployeeColumn& column : employeeColumns)
-        result.push_back(row.*column.value);
+    Row result = row.employee;
+    result.reserve(result.size() + std::size(minuteColumns));
     for (const MinuteColumn& column : minuteColumns) {
         const Minutes minutes = row.*column.value;
         result.push_back(minutes ? Variant(*minutes) : Variant::null());
@@ -122,11 +114,12 @@ double MergedSum::of(const Recordset& totals) const {
 }
 
 BoardRow employeeRow(const Recordset& employees) {
-    static const std::vector<Schema::Column> formats = employeeFormats();
     BoardRow row;
-    for (std::size_t at = 0; at < formats.size(); ++at)
-        row.*employeeColumns[at].value = asKept(employees.field(static_cast<int>(at)), formats[at]);
+    row.employee.reserve(employeeColumns().size());
+    for (const Schema::Column& column : employeeColumns())
+        row.employee.push_back(
+            asKept(employees.field(static_cast<int>(row.employee.size())), column));
     return row;
 }
 
-} // namespace tallyroom::BoardColumns
+} // namespace tallyroom::BoardTable
