@@ -1,5 +1,6 @@
 #include "audit/AuditEntries.h"
 
+#include "common/AnswerKind.h"
 #include "store/Database.h"
 #include "store/Readable.h"
 #include "store/Recordset.h"
@@ -101,16 +102,13 @@ void read(const QString& dataPath, const QString& employeeFilter, const QString&
 }
 
 QString actionText(const Variant& action, const QString& historyColumn, bool breakOut) {
-    static const QString names[] = {QStringLiteral("Accepted"), QStringLiteral("Declined"),
-                                    QStringLiteral("Deleted")};
     const int code = action.isNull() ? -1 : action.toLong();
-    if (code < 0 || code >= static_cast<int>(std::size(names)))
+    if (code < 0 || code > static_cast<int>(AuditAction::Deleted))
         return {};
-    const QString& name = names[code];
-    if (!breakOut || historyColumn.isEmpty())
-        return name;
-    const bool isDouble = historyColumn.endsWith(QLatin1Char('2'));
-    return name + (isDouble ? QStringLiteral(" 2.0") : QStringLiteral(" 1.5"));
+    const QString name = actionName(static_cast<AuditAction>(code));
+    return breakOut && !historyColumn.isEmpty()
+               ? name + QLatin1Char(' ') + rateName(rateOf(historyColumn))
+               : name;
 }
 
 } // namespace tallyroom::AuditEntries

@@ -9,15 +9,12 @@
 
 namespace tallyroom {
 
-// Values of the audit's Action column.
-enum class AuditAction { Accepted = 0, Declined = 1, Deleted = 2 };
-
 namespace AuditEntries {
 
-// The seven cells of one entry: when it was recorded, code, name, user, canvass date, action, time.
+// The cells of one entry, by their column.
 using Line = QStringList;
+enum Column { SystemDate, Code, Name, User, CanvassDate, Action, Time, columnCount };
 
-inline constexpr int columnCount = 7;
 QStringList headings();
 
 // The users who recorded anything and can be read, each once. All routines raise what the database

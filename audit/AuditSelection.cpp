@@ -14,22 +14,13 @@ QString usersClause(const QStringList& users) {
            QStringLiteral(")) and ");
 }
 
-QString brokenOutClause(const AuditSelection& s) {
-    const struct {
-        bool chosen;
-        const char16_t* term;
-    } terms[] = {
-        {s.accepted15, u"([action] = 0 and [tHistField] = 'tlyrAccepted')"},
-        {s.accepted20, u"([action] = 0 and [tHistField] = 'tlyrAccepted2')"},
-        {s.declined15, u"([action] = 1 and [tHistField] = 'tlyrDeclined')"},
-        {s.declined20, u"([action] = 1 and [tHistField] = 'tlyrDeclined2')"},
-    };
-    QStringList chosen;
-    for (const auto& term : terms) {
-        if (term.chosen)
-            chosen.append(QString::fromUtf16(term.term));
-    }
-    return QLatin1Char('(') + chosen.join(QStringLiteral(" or ")) + QLatin1Char(')');
+QString brokenOutClause(const AuditSelection& selection) {
+    QStringList terms;
+    for (const AnswerKind* kind : selection.answers)
+        terms.append(QStringLiteral("([action] = %1 and [tHistField] = '%2')")
+                         .arg(static_cast<int>(kind->action))
+                         .arg(QString::fromUtf16(kind->history)));
+    return QLatin1Char('(') + terms.join(QStringLiteral(" or ")) + QLatin1Char(')');
 }
 
 QString plainClause(AuditSelection::Kind kind) {
@@ -55,14 +46,10 @@ QString kindsInWords(const AuditSelection& s) {
         return s.kind == AuditSelection::Kind::Both ? QStringLiteral("Accepted, Declined, Deleted")
                : s.kind == AuditSelection::Kind::Accepted ? QStringLiteral("Accepted, Deleted")
                                                           : QStringLiteral("Declined, Deleted");
-    QStringList kinds;
-    for (const auto& [chosen, name] :
-         {std::pair(s.accepted15, u"Accepted 1.5"), std::pair(s.accepted20, u"Accepted 2.0"),
-          std::pair(s.declined15, u"Declined 1.5"), std::pair(s.declined20, u"Declined 2.0")}) {
-        if (chosen)
-            kinds.append(QString::fromUtf16(name));
-    }
-    return kinds.join(QStringLiteral(", "));
+    QStringList names;
+    for (const AnswerKind* kind : s.answers)
+        names.append(actionName(kind->action) + QLatin1Char(' ') + rateName(kind->rate));
+    return names.join(QStringLiteral(", "));
 }
 
 QString rangeInWords(const QString& name, const std::optional<AuditSelection::Range>& range) {

@@ -1,9 +1,11 @@
 // Which audit entries the audit browser asks for.
 #pragma once
 
-#include <QString>
+#include "common/AnswerKind.h"
+
 #include <QStringList>
 #include <optional>
+#include <vector>
 
 namespace tallyroom {
 
@@ -19,12 +21,9 @@ struct AuditSelection {
 
     QStringList users;
     int employees = 0;      // how many the host's filter lets through; for description() alone
-    bool breakOut = false;  // time and a half and double time apart: the four marks below count
-    Kind kind = Kind::Both; // otherwise this one does
-    bool accepted15 = false;
-    bool accepted20 = false;
-    bool declined15 = false;
-    bool declined20 = false;
+    bool breakOut = false;  // time and a half and double time apart: `answers` counts
+    Kind kind = Kind::Both; // otherwise this does
+    std::vector<const AnswerKind*> answers;
     std::optional<Range> systemDate;  // of the recording
     std::optional<Range> canvassDate; // of the overtime
 

@@ -1,6 +1,5 @@
 #include "audit/Undo.h"
 
-#include "audit/AuditEntries.h"
 #include "audit/UndoLine.h"
 #include "common/HostContext.h"
 #include "store/Readable.h"
@@ -37,10 +36,10 @@ UndoLine lineOf(const Recordset& entry, const QString& code, bool breakOut) {
     if (const Variant date = Readable::date(entry.field(QStringLiteral("date"))); !date.isNull())
         line.date = date.toDate();
     const Variant action = Readable::number(entry.field(QStringLiteral("action")));
-    line.declined = !action.isNull() && action.toLong() == static_cast<int>(AuditAction::Declined);
-    line.breakOut = breakOut;
-    line.isDouble =
-        Readable::text(entry.field(QStringLiteral("thistfield"))).endsWith(QLatin1Char('2'));
+    if (!action.isNull() && action.toLong() == static_cast<int>(AuditAction::Declined))
+        line.action = AuditAction::Declined;
+    if (breakOut)
+        line.rate = rateOf(Readable::text(entry.field(QStringLiteral("thistfield"))));
     if (const Variant minutes = Readable::number(entry.field(QStringLiteral("ot")));
         !minutes.isNull())
         line.minutes = minutes.toLong();

@@ -25,9 +25,9 @@ QString UndoLine::text() const {
         formatValue(Variant(code), QStringLiteral("!@@@@@@@@@")).leftJustified(codeWidth);
     const QString day = date ? Dates::format(*date, QStringLiteral("mm/dd/yyyy")) : QString();
     line += gap + day.leftJustified(dateWidth) + gap;
-    line += declined ? QStringLiteral("Declined") : QStringLiteral("Accepted");
-    if (breakOut)
-        line += isDouble ? QStringLiteral(" 2.0") : QStringLiteral(" 1.5");
+    line += actionName(action);
+    if (rate)
+        line += QLatin1Char(' ') + rateName(*rate);
     return line + gap + (minutes ? TimeConversion::toTimeText(*minutes) : QString());
 }
 
@@ -35,9 +35,10 @@ UndoLine UndoLine::fromText(const QString& text, bool breakOut) {
     UndoLine line;
     line.code = text.mid(codeAt, codeWidth).trimmed();
     line.date = Variant(text.mid(dateAt, dateWidth)).toDate();
-    line.declined = text.mid(actionAt, 1) != QLatin1String("A");
-    line.breakOut = breakOut;
-    line.isDouble = breakOut && text.mid(rateAt, 1) == QLatin1String("2");
+    if (text.mid(actionAt, 1) != QLatin1String("A"))
+        line.action = AuditAction::Declined;
+    if (breakOut)
+        line.rate = text.mid(rateAt, 1) == QLatin1String("2") ? Rate::Double : Rate::Half;
     const QString time = text.mid(text.lastIndexOf(QLatin1Char(' ')) + 1);
     if (time.isEmpty()) // would read as no minutes, which others may have
         throw RunError::make(ErrorNumber::typeMismatch);
@@ -46,15 +47,15 @@ UndoLine UndoLine::fromText(const QString& text, bool breakOut) {
 }
 
 QString UndoLine::criterion() const {
+    Q_ASSERT(date && minutes);
     QString result = QStringLiteral("([emp_code] = ") + SqlText::criterion(code) +
                      QStringLiteral(") and ([date] = ") + SqlText::literal(date.value()) +
                      QStringLiteral(") and ([ot] = ") + QString::number(minutes.value()) +
                      QStringLiteral(") and ([action] = ") +
-                     (declined ? QStringLiteral("1") : QStringLiteral("0")) + QLatin1Char(')');
-    if (breakOut)
+                     QString::number(static_cast<int>(action)) + QLatin1Char(')');
+    if (rate)
         result += QStringLiteral(" and ([tHistField] = '") +
-                  (declined ? QStringLiteral("tlyrDeclined") : QStringLiteral("tlyrAccepted")) +
-                  (isDouble ? QStringLiteral("2") : QString()) + QStringLiteral("')");
+                  QString::fromUtf16(answerKind(action, *rate).history) + QStringLiteral("')");
     return result;
 }
 

@@ -2,9 +2,9 @@
 // undoing an entry of it, so both directions are here.
 #pragma once
 
+#include "common/AnswerKind.h"
 #include "common/Dates.h"
 
-#include <QString>
 #include <optional>
 
 namespace tallyroom {
@@ -12,10 +12,9 @@ namespace tallyroom {
 struct UndoLine {
     QString code;             // at most nine characters keep their place
     std::optional<Date> date; // the canvass date; an entry without one cannot be taken back
-    bool declined = false;
-    bool breakOut = false;      // the line names its rate
-    bool isDouble = false;      // only in a line that names its rate
-    std::optional<int> minutes; // as the date
+    AuditAction action = AuditAction::Accepted; // or Declined
+    std::optional<Rate> rate;                   // in the broken-out view only
+    std::optional<int> minutes;                 // as the date
 
     // "E17         02/03/2020   Accepted 1.5   01:30", the rate in the broken-out view only.
     QString text() const;

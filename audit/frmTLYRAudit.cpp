@@ -13,6 +13,8 @@
 #include "store/FormOptionsTable.h"
 #include "ui_frmTLYRAudit.h"
 
+#include <array>
+
 namespace tallyroom {
 
 frmTLYRAudit::frmTLYRAudit(const HostContext& context, std::function<bool()> breakOut,
@@ -128,9 +130,19 @@ bool frmTLYRAudit::checkDates() {
     return !m_ui->Check2->isChecked() || (checkDate(m_ui->Text2) && checkDate(m_ui->Text3));
 }
 
+std::vector<const AnswerKind*> frmTLYRAudit::chosenAnswers() const {
+    const std::array boxes = {m_ui->Check3, m_ui->Check5, m_ui->Check4, m_ui->Check6};
+    static_assert(boxes.size() == std::size(answerKinds));
+    std::vector<const AnswerKind*> chosen;
+    for (std::size_t at = 0; at < boxes.size(); ++at) {
+        if (boxes[at]->isChecked())
+            chosen.push_back(&answerKinds[at]);
+    }
+    return chosen;
+}
+
 bool frmTLYRAudit::kindIsChosen() const {
-    return m_ui->SSPanel4->isHidden() || m_ui->Check3->isChecked() || m_ui->Check4->isChecked() ||
-           m_ui->Check5->isChecked() || m_ui->Check6->isChecked();
+    return m_ui->SSPanel4->isHidden() || !chosenAnswers().empty();
 }
 
 // The first message speaks of employees though it is the users that are missing; users know it so.
@@ -169,10 +181,7 @@ AuditSelection frmTLYRAudit::selection() const {
         result.kind = AuditSelection::Kind::Declined;
     else if (m_ui->Option2->isChecked())
         result.kind = AuditSelection::Kind::Accepted;
-    result.accepted15 = m_ui->Check3->isChecked();
-    result.accepted20 = m_ui->Check5->isChecked();
-    result.declined15 = m_ui->Check4->isChecked();
-    result.declined20 = m_ui->Check6->isChecked();
+    result.answers = chosenAnswers();
     if (m_ui->Check1->isChecked())
         result.systemDate = {m_ui->to_date->text(), m_ui->Text1->text()};
     if (m_ui->Check2->isChecked())

@@ -48,6 +48,7 @@ private:
     void listUsers();
     bool checkDates();
     bool checkDate(QLineEdit* box);
+    std::vector<const AnswerKind*> chosenAnswers() const; // of the broken-out view
     bool kindIsChosen() const;
     void refuse(const QString& message);
     AuditSelection selection() const;

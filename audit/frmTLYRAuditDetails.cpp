@@ -19,9 +19,8 @@ void writeHeadings(Grid& grid, TextMeasurer& measurer) {
     const QStringList headings = AuditEntries::headings();
     grid.setColumnCount(AuditEntries::columnCount);
     for (int column = 0; column < AuditEntries::columnCount; ++column) {
-        const bool isTime = column == AuditEntries::columnCount - 1;
         grid.setHeading(column, headings[column],
-                        isTime ? CellAlignment::Right : CellAlignment::Left);
+                        column == AuditEntries::Time ? CellAlignment::Right : CellAlignment::Left);
     }
     AutoSizeColumns(grid, measurer, 0, -1, true);
 }

@@ -1,6 +1,7 @@
 #include "board/BoardStatements.h"
 
 #include "board/BoardTable.h"
+#include "common/AnswerKind.h"
 #include "store/SqlText.h"
 
 namespace tallyroom::BoardStatements {
@@ -38,14 +39,15 @@ QString employees(const QString& filter) {
 }
 
 QString totals(const QString& filter, const std::optional<TotallingPeriod>& period) {
+    QString answers;
+    for (const AnswerKind& kind : answerKinds)
+        answers += QStringLiteral("Sum(iif(isnull([%1]),0,[%1])) as [%2], ")
+                       .arg(QString::fromUtf16(kind.history), QString::fromUtf16(kind.board));
     return QStringLiteral("select [thist_emp], "
                           "((sum(iif(Isnull([t15]),0,[t15])) * 1440)) as [T15Hours], "
-                          "((sum(iif(Isnull([t20]),0,[t20])) * 1440)) as [T20Hours], "
-                          "Sum(iif(isnull([tlyrAccepted]),0,[tlyrAccepted])) as [xT15Accepted], "
-                          "Sum(iif(isnull([tlyrAccepted2]),0,[tlyrAccepted2])) as [xT20Accepted], "
-                          "Sum(iif(isnull([tlyrDeclined]),0,[tlyrDeclined])) as [xT15Declined], "
-                          "Sum(iif(isnull([tlyrDeclined2]),0,[tlyrDeclined2])) as [xT20Declined], "
-                          "([T15Hours] + [T20Hours]) As [WorkedOT], "
+                          "((sum(iif(Isnull([t20]),0,[t20])) * 1440)) as [T20Hours], ") +
+           answers +
+           QStringLiteral("([T15Hours] + [T20Hours]) As [WorkedOT], "
                           "([xT15Accepted] + [xT20Accepted]) As [AcceptedOT], "
                           "([xT15Declined] + [xT20Declined]) As [DeclinedOT], "
                           "([WorkedOT] + [AcceptedOT] + [DeclinedOT]) As [TotalOT1], "

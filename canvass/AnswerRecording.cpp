@@ -32,45 +32,51 @@ private:
         m_state.rows().findFirst(QStringLiteral("[emp_code] = ") + SqlText::criterion(code));
         if (m_state.rows().noMatch())
             return;
-        for (const auto& [columns, amount] : lines())
-            WriteAnswer(*columns, amount, result.partly);
+        for (const auto& [kind, amount] : lines())
+            WriteAnswer(*kind, amount, result.partly);
         if (std::exchange(result.partly, std::nullopt))
             ++result.recorded;
     }
 
-    using Line = std::pair<const AnswerColumns*, QString>;
+    using Line = std::pair<const AnswerKind*, QString>;
 
     // The kinds of answer that the request asks for and that are set up, with their amounts.
-    std::vector<Line> lines() const {
-        const bool accept = m_request.accept;
+    std::vector<Line> lines() const { return m_request.breakOut ? brokenOutLines() : plainLines(); }
+
+    std::vector<Line> plainLines() const {
         std::vector<Line> lines;
-        if (m_request.breakOut) {
-            if (!accept && !m_request.decline)
-                return lines;
-            addLine(lines, accept ? accepted15 : declined15, m_request.amount);
-            addLine(lines, accept ? accepted20 : declined20, m_request.doubleAmount);
-        } else if (accept && isSetUp(plainAccepted)) {
-            lines.emplace_back(&plainAccepted, m_request.amount);
-        } else if (m_request.decline && isSetUp(plainDeclined)) {
-            lines.emplace_back(&plainDeclined, m_request.amount);
+        for (const auto& [wanted, action] : {std::pair(m_request.accept, AuditAction::Accepted),
+                                             std::pair(m_request.decline, AuditAction::Declined)}) {
+            const AnswerKind& kind = answerKind(action, Rate::Half);
+            if (lines.empty() && wanted && isSetUp(kind))
+                lines.emplace_back(&kind, m_request.amount);
         }
         return lines;
     }
 
-    void addLine(std::vector<Line>& lines, const AnswerColumns& columns,
-                 const QString& amount) const {
-        if (IsTime(amount) && isSetUp(columns))
-            lines.emplace_back(&columns, amount);
+    std::vector<Line> brokenOutLines() const {
+        std::vector<Line> lines;
+        if (!m_request.accept && !m_request.decline)
+            return lines;
+        const auto action = m_request.accept ? AuditAction::Accepted : AuditAction::Declined;
+        addLine(lines, answerKind(action, Rate::Half), m_request.amount);
+        addLine(lines, answerKind(action, Rate::Double), m_request.doubleAmount);
+        return lines;
     }
 
-    Variant absentCode(const AnswerColumns& columns) const {
-        return m_associations->field(QString::fromUtf16(columns.association));
+    void addLine(std::vector<Line>& lines, const AnswerKind& kind, const QString& amount) const {
+        if (IsTime(amount) && isSetUp(kind))
+            lines.emplace_back(&kind, amount);
     }
 
-    bool isSetUp(const AnswerColumns& columns) const { return !absentCode(columns).isNull(); }
+    Variant absentCode(const AnswerKind& kind) const {
+        return m_associations->field(QString::fromUtf16(kind.association));
+    }
+
+    bool isSetUp(const AnswerKind& kind) const { return !absentCode(kind).isNull(); }
 
     // `partly` takes the code with the first write.
-    void WriteAnswer(const AnswerColumns& columns, const QString& amount,
+    void WriteAnswer(const AnswerKind& kind, const QString& amount,
                      std::optional<QString>& partly) {
         const std::int32_t minutes = TimeConversion::toMinutes(amount);
         const Recordset& employee = m_state.rows();
@@ -87,10 +93,10 @@ private:
         const Answer answer{employee.field(QStringLiteral("emp_code")).toText(),
                             rule.toText(),
                             shift.toText(),
-                            absentCode(columns).toText(),
+                            absentCode(kind).toText(),
                             Variant(m_request.canvassDate).toDate(),
                             minutes,
-                            columns};
+                            kind};
         write(answer, partly);
     }
 

@@ -17,7 +17,7 @@ QString historyInsert(const Answer& answer, const AnswerRequest& request) {
     return QStringLiteral("Insert Into [TimeHistory] ([thist_emp], [rule], [thist_date], "
                           "[shift_date], [thist_record_type], [thist_shift], [thist_dept], "
                           "[thist_start_time], [thist_stop_time], [thist_attend_code], [") +
-           QString::fromUtf16(answer.columns.history) + QStringLiteral("], [Notes]) Values (") +
+           QString::fromUtf16(answer.kind.history) + QStringLiteral("], [Notes]) Values (") +
            QStringList{literal(answer.emp),
                        literal(answer.rule),
                        day,
@@ -42,16 +42,20 @@ QString auditInsert(const Answer& answer, const AnswerRequest& request) {
                        literal(request.user),
                        literal(answer.emp.trimmed()),
                        literal(answer.date),
-                       answer.columns.accepted ? QStringLiteral("0") : QStringLiteral("1"),
+                       QString::number(static_cast<int>(answer.kind.action)),
                        QString::number(answer.minutes),
-                       literal(QString::fromUtf16(answer.columns.history))}
+                       literal(QString::fromUtf16(answer.kind.history))}
                .join(QStringLiteral(", ")) +
            QStringLiteral(");");
 }
 
-QString boardUpdate(const Answer& answer) {
-    return QStringLiteral("Update [tlyrTemp] Set [%1] = Iif(Isnull([%1]),0,[%1]) + ")
-               .arg(QString::fromUtf16(answer.columns.board)) +
+// Where rates are told apart the column is spelled with a small "t", which is the same to the
+// database.
+QString boardUpdate(const Answer& answer, const AnswerRequest& request) {
+    QString column = QString::fromUtf16(answer.kind.board);
+    if (request.breakOut)
+        column[1] = QLatin1Char('t');
+    return QStringLiteral("Update [tlyrTemp] Set [%1] = Iif(Isnull([%1]),0,[%1]) + ").arg(column) +
            QString::number(answer.minutes) + QStringLiteral(" Where ([Emp_Code] = ") +
            SqlText::literal(answer.emp) + QStringLiteral(");");
 }
@@ -60,6 +64,6 @@ QString boardUpdate(const Answer& answer) {
 
 AnswerStatements::AnswerStatements(const Answer& answer, const AnswerRequest& request)
     : history(historyInsert(answer, request)), audit(auditInsert(answer, request)),
-      board(boardUpdate(answer)), employee(SqlText::literal(answer.emp)) {}
+      board(boardUpdate(answer, request)), employee(SqlText::literal(answer.emp)) {}
 
 } // namespace tallyroom

@@ -1,28 +1,12 @@
 // What an answer writes, and where.
 #pragma once
 
+#include "common/AnswerKind.h"
 #include "common/Dates.h"
-
-#include <QString>
 
 namespace tallyroom {
 
 struct AnswerRequest;
-
-// Where the minutes of one kind of answer go.
-struct AnswerColumns {
-    const char16_t* association; // column of tlyr_assoc that holds the absent code
-    const char16_t* history;     // column of TimeHistory
-    const char16_t* board;       // column of tlyrTemp
-    bool accepted;
-};
-
-inline constexpr AnswerColumns plainAccepted{u"Accepted", u"tlyrAccepted", u"xT15Accepted", true};
-inline constexpr AnswerColumns plainDeclined{u"Declined", u"tlyrDeclined", u"xT15Declined", false};
-inline constexpr AnswerColumns accepted15{u"Accepted", u"tlyrAccepted", u"xt15Accepted", true};
-inline constexpr AnswerColumns accepted20{u"Accepted2", u"tlyrAccepted2", u"xt20Accepted", true};
-inline constexpr AnswerColumns declined15{u"Declined", u"tlyrDeclined", u"xt15Declined", false};
-inline constexpr AnswerColumns declined20{u"Declined2", u"tlyrDeclined2", u"xt20Declined", false};
 
 // One answer of one employee.
 struct Answer {
@@ -32,7 +16,7 @@ struct Answer {
     QString absentCode;
     Date date; // the day of the overtime
     std::int32_t minutes;
-    const AnswerColumns& columns;
+    const AnswerKind& kind;
 };
 
 // The three writes of an answer. Making them raises 3075 for a text that no statement can hold, so

@@ -1,33 +1,38 @@
 #include "canvass/DerivedColumns.h"
 
 #include "board/BoardTable.h"
+#include "common/AnswerKind.h"
 
 namespace tallyroom::DerivedColumns {
 
 namespace {
 
-constexpr qsizetype workedOT = 4;
+constexpr qsizetype workedOT = std::size(answerKinds);
+
+QString weighed(const AnswerKind& kind, bool multiply) {
+    return QStringLiteral("[%1] = ([%2] * %3)")
+        .arg(QString::fromUtf16(kind.weighed()), QString::fromUtf16(kind.board),
+             QString::number(multiply ? factorOf(kind.rate) : 1));
+}
 
 // In the order in which they are computed.
 QStringList assignments(bool multiply) {
-    const QString f15 = multiply ? QStringLiteral("1.5") : QStringLiteral("1");
-    const QString f20 = multiply ? QStringLiteral("2") : QStringLiteral("1");
+    QStringList all;
+    for (const AnswerKind& kind : answerKinds)
+        all.append(weighed(kind, multiply));
     const QString s = multiply ? QStringLiteral("_Mult") : QString();
-    return {QStringLiteral("[T15Accepted] = ([xT15Accepted] * ") + f15 + QLatin1Char(')'),
-            QStringLiteral("[T20Accepted] = ([xT20Accepted] * ") + f20 + QLatin1Char(')'),
-            QStringLiteral("[T15Declined] = ([xT15Declined] * ") + f15 + QLatin1Char(')'),
-            QStringLiteral("[T20Declined] = ([xT20Declined] * ") + f20 + QLatin1Char(')'),
-            // No guard against nulls: who has no hours has no worked overtime either.
-            QStringLiteral("[WorkedOT] = ([T15Hours%1] + [T20Hours%1])").arg(s),
-            QStringLiteral("[AcceptedOT] = Iif(Isnull([t15Accepted]),0,[t15Accepted]) + "
-                           "Iif(Isnull([t20Accepted]),0,[t20accepted])"),
-            QStringLiteral("[DeclinedOT] = iif(isnull([t15Declined]),0,[t15Declined]) + "
-                           "iif(isnull([t20Declined]),0,[t20Declined])"),
-            QStringLiteral("[TotalOT1] = iif(isnull([WorkedOT]),0,[WorkedOT]) + "
-                           "iif(isnull([AcceptedOT]),0,[AcceptedOT]) + "
-                           "iif(isnull([DeclinedOT]),0,[DeclinedOT])"),
-            QStringLiteral("[TotalOT2] = iif(isnull([WorkedOT]),0,[WorkedOT])  + "
-                           "iif(isnull([DeclinedOT]),0,[DeclinedOT])")};
+    // No guard against nulls: who has no hours has no worked overtime either.
+    all.append(QStringLiteral("[WorkedOT] = ([T15Hours%1] + [T20Hours%1])").arg(s));
+    all.append({QStringLiteral("[AcceptedOT] = Iif(Isnull([t15Accepted]),0,[t15Accepted]) + "
+                               "Iif(Isnull([t20Accepted]),0,[t20accepted])"),
+                QStringLiteral("[DeclinedOT] = iif(isnull([t15Declined]),0,[t15Declined]) + "
+                               "iif(isnull([t20Declined]),0,[t20Declined])"),
+                QStringLiteral("[TotalOT1] = iif(isnull([WorkedOT]),0,[WorkedOT]) + "
+                               "iif(isnull([AcceptedOT]),0,[AcceptedOT]) + "
+                               "iif(isnull([DeclinedOT]),0,[DeclinedOT])"),
+                QStringLiteral("[TotalOT2] = iif(isnull([WorkedOT]),0,[WorkedOT])  + "
+                               "iif(isnull([DeclinedOT]),0,[DeclinedOT])")});
+    return all;
 }
 
 QString update(const QString& assigned) {

@@ -9,7 +9,7 @@
 
 namespace tallyroom::AssociationLists {
 
-using Lists = std::vector<QComboBox*>; // in the order of Associations::Kind
+using Lists = std::vector<QComboBox*>; // in the order of Associations::kinds
 
 // Fills the lists with the host's absent codes and selects the stored ones. When the host has none,
 // says so, removes the stored codes and returns false.

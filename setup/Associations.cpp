@@ -27,12 +27,12 @@ std::optional<Codes> read(const QString& dataPath) {
         QStringLiteral("Select * from [tlyr_assoc];"), RecordsetType::Snapshot);
     if (rows->eof())
         return std::nullopt;
-    const auto code = [&](const QString& column) {
-        Variant stored = rows->field(column);
-        return Readable::key(stored) ? stored : Variant::null();
-    };
-    return Codes{code(QStringLiteral("accepted")), code(QStringLiteral("declined")),
-                 code(QStringLiteral("accepted2")), code(QStringLiteral("declined2"))};
+    Codes codes;
+    for (std::size_t at = 0; at < kinds.size(); ++at) {
+        const Variant stored = rows->field(QString::fromUtf16(kinds[at]->association));
+        codes[at] = Readable::key(stored) ? stored : Variant::null();
+    }
+    return codes;
 }
 
 void removeAll(const QString& dataPath) {
@@ -40,16 +40,19 @@ void removeAll(const QString& dataPath) {
 }
 
 void save(const QString& dataPath, const QStringList& codes) {
+    Q_ASSERT(codes.size() == 2 || codes.size() == std::ssize(kinds));
     removeAll(dataPath);
-    const QString columns = codes.size() == kindCount
-                                ? QStringLiteral("[Accepted], [Declined], [Accepted2], [Declined2]")
-                                : QStringLiteral("[Accepted], [Declined]");
+    QStringList columns;
     QStringList values;
-    for (const QString& code : codes)
+    for (const QString& code : codes) {
+        const AnswerKind& kind = *kinds[static_cast<std::size_t>(values.size())];
+        columns.append(QLatin1Char('[') + QString::fromUtf16(kind.association) + QLatin1Char(']'));
         values.append(SqlText::literal(code));
-    Workspace::openAddIn(dataPath)->execute(
-        QStringLiteral("Insert Into [TlYR_Assoc] (") + columns + QStringLiteral(") Values (") +
-        values.join(QStringLiteral(", ")) + QStringLiteral(");"));
+    }
+    const QString comma = QStringLiteral(", ");
+    Workspace::openAddIn(dataPath)->execute(QStringLiteral("Insert Into [TlYR_Assoc] (") +
+                                            columns.join(comma) + QStringLiteral(") Values (") +
+                                            values.join(comma) + QStringLiteral(");"));
 }
 
 } // namespace tallyroom::Associations

@@ -70,7 +70,7 @@ TEST(AuditDeletion, ATextThatBreaksAStatementChangesNothing) {
     const AuditFolder folder;
     folder.addAnswer(u"Ann", u"E1", 0, 150, acceptedColumn);
     const QStringList before = folder.audit() + folder.history();
-    for (const int cell : {1, 3}) { // the code, the user
+    for (const auto cell : {AuditEntries::Code, AuditEntries::User}) {
         AuditEntries::Line hostile = line(QStringLiteral("Accepted"), QStringLiteral("02:30"));
         for (const char16_t* text : {u"x') or True or ('a'='b", u"E'1"}) {
             hostile[cell] = QString::fromUtf16(text);

@@ -57,10 +57,10 @@ TEST_F(AuditEntriesTest, EachChoiceListsItsEntries) {
     selection.users = {ann};
     EXPECT_EQ(actions(), QStringLiteral("Deleted Declined"));
     selection.users.append(QStringLiteral("Bob"));
-    selection.breakOut = selection.accepted20 = selection.declined15 = true;
+    selection.breakOut = true;
+    selection.answers = {&answerKinds[1], &answerKinds[2]};
     EXPECT_EQ(actions(), QStringLiteral("Accepted 2.0 Declined 1.5")) << "none that is deleted";
-    selection.accepted15 = selection.declined20 = true;
-    selection.accepted20 = selection.declined15 = false;
+    selection.answers = {&answerKinds[0], &answerKinds[3]};
     EXPECT_EQ(actions(), QStringLiteral("Accepted 1.5 Declined 2.0"));
 }
 

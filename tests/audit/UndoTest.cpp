@@ -14,17 +14,19 @@ TEST(UndoLine, KeepsItsColumnsAndReadsThemBack) {
     line.date = *Dates::parse(QStringLiteral("2/3/2020"));
     line.minutes = 90;
     EXPECT_EQ(line.text(), QStringLiteral("E1          02/03/2020   Accepted   01:30"));
-    line.breakOut = line.isDouble = line.declined = true;
+    line.action = AuditAction::Declined;
+    line.rate = Rate::Double;
     EXPECT_EQ(line.text(), QStringLiteral("E1          02/03/2020   Declined 2.0   01:30"));
     for (const char16_t* code : {u"E1", u"123456789", u"a b"}) {
         for (const int minutes : {0, 1, 599, 1440, 6000}) {
-            for (int bits = 0; bits < 8; ++bits) {
+            for (const AnswerKind& kind : answerKinds) {
                 line.code = QString::fromUtf16(code);
                 line.minutes = minutes;
-                line.declined = (bits & 1) != 0;
-                line.breakOut = (bits & 2) != 0;
-                line.isDouble = line.breakOut && (bits & 4) != 0;
-                const UndoLine back = UndoLine::fromText(line.text(), line.breakOut);
+                line.action = kind.action;
+                line.rate = kind.rate;
+                if (minutes == 1)
+                    line.rate.reset();
+                const UndoLine back = UndoLine::fromText(line.text(), line.rate.has_value());
                 EXPECT_EQ(back.text(), line.text());
                 EXPECT_EQ(back.criterion(), line.criterion());
             }
