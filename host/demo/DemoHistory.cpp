@@ -1,5 +1,6 @@
 #include "host/demo/DemoHistory.h"
 
+#include "common/AnswerKind.h"
 #include "host/demo/TableLoader.h"
 
 #include <algorithm>
@@ -12,6 +13,26 @@ namespace {
 constexpr int minutesOfDay = 1440;
 constexpr int laterThanSecondHour = 120; // overtime beyond it is paid double
 
+// The columns of the history, by name and by place in a row.
+constexpr const char16_t* columns[] = {
+    u"thist_emp",
+    u"rule",
+    u"thist_date",
+    u"shift_date",
+    u"thist_record_type",
+    u"thist_shift",
+    u"thist_dept",
+    u"thist_start_time",
+    u"thist_stop_time",
+    u"thist_attend_code",
+    u"t15",
+    u"t20",
+    answerKinds[0].history,
+    answerKinds[1].history,
+    answerKinds[2].history,
+    answerKinds[3].history,
+    u"Notes",
+};
 enum Column : std::size_t {
     Employee,
     Rule,
@@ -25,13 +46,11 @@ enum Column : std::size_t {
     AttendCode,
     Worked15,
     Worked20,
-    Accepted,
-    Accepted2,
-    Declined,
-    Declined2,
-    Notes,
+    FirstAnswer, // the kinds of answer follow each other
+    Notes = FirstAnswer + std::size(answerKinds),
     ColumnCount
 };
+static_assert(std::size(columns) == ColumnCount);
 
 using HistoryRow = std::array<Cell, ColumnCount>;
 
@@ -81,7 +100,7 @@ class HistoryWriter {
 public:
     HistoryWriter(SQLite::Database& database, const DemoSettings& settings,
                   QRandomGenerator& random)
-        : m_rows(database, u"TimeHistory"),
+        : m_rows(database, u"TimeHistory", columns),
           m_texts(settings.end.addDays(1 - settings.days), settings.days), m_random(random) {}
 
     void write(const DemoPerson& person) {
@@ -92,7 +111,7 @@ public:
 private:
     bool perMille(int share) { return m_random.bounded(1000) < share; }
 
-    void insert(const HistoryRow& row) { m_rows.insert(row.data(), row.size()); }
+    void insert(const HistoryRow& row) { m_rows.insert(row); }
 
     void writeDay(const DemoPerson& person, QDate day, const std::string& text) {
         if (!person.shift->worksOn(day))
@@ -164,13 +183,17 @@ struct DemoAnswer {
     QDate day;
     QDateTime recorded;
     const char* user;
-    int kind; // 0 accepted, 1 declined, 2 and 3 the same at double time
+    const AnswerKind* kind;
     int minutes;
 };
 
-constexpr Column answerColumns[] = {Accepted, Declined, Accepted2, Declined2};
-constexpr const char* answerFields[] = {"tlyrAccepted", "tlyrDeclined", "tlyrAccepted2",
-                                        "tlyrDeclined2"};
+const AnswerKind& makeKind(QRandomGenerator& random) {
+    const int share = random.bounded(100);
+    const bool isDouble = share >= 80;
+    const bool declined = isDouble ? share >= 90 : share >= 45;
+    return answerKind(declined ? AuditAction::Declined : AuditAction::Accepted,
+                      isDouble ? Rate::Double : Rate::Half);
+}
 
 DemoAnswer makeAnswer(const DemoPerson& person, const DemoSettings& settings,
                       QRandomGenerator& random) {
@@ -180,8 +203,7 @@ DemoAnswer makeAnswer(const DemoPerson& person, const DemoSettings& settings,
     answer.recorded =
         QDateTime(answer.day.addDays(-1), QTime(8, 0)).addSecs(random.bounded(8 * 3600));
     answer.user = random.bounded(3) == 0 ? "kowalski" : "jmartin";
-    const int share = random.bounded(100);
-    answer.kind = share < 45 ? 0 : share < 80 ? 1 : share < 90 ? 2 : 3;
+    answer.kind = &makeKind(random);
     answer.minutes = 60 * (1 + random.bounded(8));
     return answer;
 }
@@ -191,12 +213,14 @@ void insertAnswer(TableLoader& history, TableLoader& audit, const DemoAnswer& an
     HistoryRow row = rowOf(*answer.person, day, "AR");
     row[Start] = timeText(answer.minutes);
     row[Stop] = timeText(0);
-    row[AttendCode] = demoAnswerCodes()[static_cast<std::size_t>(answer.kind)];
-    row[answerColumns[answer.kind]] = answer.minutes;
+    const auto kind = static_cast<std::size_t>(answer.kind - answerKinds);
+    row[AttendCode] = demoAnswerCodes()[kind];
+    row[FirstAnswer + kind] = answer.minutes;
     row[Notes] = "";
-    history.insert(row.data(), row.size());
+    history.insert(row);
     audit.insert({momentText(answer.recorded), answer.user, answer.person->code, day,
-                  answer.kind % 2, answer.minutes, answerFields[answer.kind]});
+                  static_cast<int>(answer.kind->action), answer.minutes,
+                  utf8(QString::fromUtf16(answer.kind->history))});
 }
 
 } // namespace
@@ -222,8 +246,9 @@ void loadAnswers(SQLite::Database& hostFile, SQLite::Database& addInFile,
             answers.push_back(makeAnswer(person, settings, random));
     }
     std::ranges::stable_sort(answers, {}, &DemoAnswer::recorded);
-    TableLoader history(hostFile, u"TimeHistory");
-    TableLoader audit(addInFile, u"TLYR_Audit");
+    TableLoader history(hostFile, u"TimeHistory", columns);
+    TableLoader audit(addInFile, u"TLYR_Audit",
+                      {u"Now", u"User", u"Emp_Code", u"Date", u"Action", u"OT", u"tHistField"});
     for (const DemoAnswer& answer : answers)
         insertAnswer(history, audit, answer);
 }

@@ -33,7 +33,7 @@ constexpr CodeAndText departments[] = {
 constexpr const char* qualifications[] = {"ELECTR",   "FIRSTAID", "FORKLIFT", "INSPECT",
                                           "LEADHAND", "PACKER",   "PRESSOP",  "WELDER"};
 
-constexpr const char* answerCodes[] = {"OTACC15", "OTDEC15", "OTACC20", "OTDEC20"};
+constexpr const char* answerCodes[] = {"OTACC15", "OTACC20", "OTDEC15", "OTDEC20"};
 
 constexpr CodeAndText absences[] = {
     {"BEREAVE", "Bereavement"},
@@ -211,14 +211,16 @@ Cell optionalCell(const std::optional<Type>& value, auto toCell) {
 }
 
 void loadCodes(SQLite::Database& database) {
-    TableLoader shiftRows(database, u"Shift");
+    TableLoader shiftRows(
+        database, u"Shift",
+        {u"Shift_Code", u"Shift_Rule_Num", u"shift_descr", u"shift_start", u"shift_stop"});
     for (const DemoShift& shift : shifts)
         shiftRows.insert({shift.code, shift.rule, shift.description, timeText(shift.start),
                           timeText((shift.start + shift.length) % 1440)});
-    TableLoader departmentRows(database, u"Department");
+    TableLoader departmentRows(database, u"Department", {u"dept_code", u"dept_descr"});
     for (const CodeAndText& department : departments)
         departmentRows.insert({department.code, department.text});
-    TableLoader absenceRows(database, u"Absentee");
+    TableLoader absenceRows(database, u"Absentee", {u"absent_code", u"absent_descr"});
     for (const CodeAndText& absence : absences)
         absenceRows.insert({absence.code, absence.text});
 }
@@ -246,8 +248,10 @@ std::vector<DemoPerson> makePeople(const DemoSettings& settings, QRandomGenerato
 
 void loadPeople(SQLite::Database& database, const std::vector<DemoPerson>& people) {
     loadCodes(database);
-    TableLoader employees(database, u"Employee");
-    TableLoader held(database, u"Emp_Qualifications");
+    TableLoader employees(database, u"Employee",
+                          {u"emp_code", u"emp_name", u"sendate", u"Seniority", u"emp_dept",
+                           u"phone", u"emp_shift", u"defaulttimecalc"});
+    TableLoader held(database, u"Emp_Qualifications", {u"Emp_Code", u"Qual_Code", u"Default"});
     for (const DemoPerson& person : people) {
         employees.insert({person.code, utf8(person.name),
                           optionalCell(person.seniorityDate, dayText),
@@ -263,7 +267,7 @@ void loadPeople(SQLite::Database& database, const std::vector<DemoPerson>& peopl
 
 void loadSchedule(SQLite::Database& database, const std::vector<DemoPerson>& people,
                   const DemoSettings& settings) {
-    TableLoader rows(database, u"Schedule");
+    TableLoader rows(database, u"Schedule", {u"sched_emp", u"sched_date", u"sched_shift"});
     for (const DemoPerson& person : people) {
         for (QDate day = settings.end.addDays(-28); day <= settings.end.addDays(14);
              day = day.addDays(1)) {

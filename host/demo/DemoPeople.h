@@ -46,8 +46,7 @@ std::vector<DemoPerson> makePeople(const DemoSettings& settings, QRandomGenerato
 
 QString demoDepartment(QRandomGenerator& random);
 
-// The absent codes of answers to overtime offers, in the order of the association columns:
-// accepted, declined, accepted at double time, declined at double time.
+// The absent codes of answers to overtime offers, in the order of `answerKinds`.
 std::span<const char* const> demoAnswerCodes();
 
 // Writes the code tables and the employees with their qualifications.

@@ -1,5 +1,6 @@
 #include "host/demo/DemoSetup.h"
 
+#include "common/AnswerKind.h"
 #include "common/BoardColumns.h"
 #include "host/demo/DemoPeople.h"
 #include "host/demo/TableLoader.h"
@@ -70,12 +71,16 @@ const std::vector<Ordering>& orderings() {
 } // namespace
 
 void loadSetup(SQLite::Database& database, const DemoSettings& settings) {
+    std::vector<const char16_t*> associations;
+    for (const AnswerKind& kind : answerKinds)
+        associations.push_back(kind.association);
     const auto codes = demoAnswerCodes();
-    TableLoader(database, u"tlyr_assoc").insert({codes[0], codes[1], codes[2], codes[3]});
-    TableLoader(database, u"tlyr_period")
+    TableLoader(database, u"tlyr_assoc", associations)
+        .insert(std::vector<Cell>(codes.begin(), codes.end()));
+    TableLoader(database, u"tlyr_period", {u"from_date", u"to_date"})
         .insert({dayText(settings.end.addDays(1 - pastDays)),
                  dayText(settings.end.addDays(comingDays))});
-    TableLoader rows(database, u"tlyr_order");
+    TableLoader rows(database, u"tlyr_order", {u"descr", u"details"});
     for (const Ordering& ordering : orderings())
         rows.insert({ordering.description, utf8(detailsText(ordering))});
 }

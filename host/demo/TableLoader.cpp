@@ -1,17 +1,22 @@
 #include "host/demo/TableLoader.h"
 
 #include "common/Dates.h"
-#include "store/Schema.h"
+
+#include <QStringList>
+#include <stdexcept>
 
 namespace tallyroom::host {
 
 namespace {
 
-std::string insertStatement(const char16_t* table) {
-    std::string marks = "?";
-    for (std::size_t column = 1; column < Schema::table(table).columns.size(); ++column)
-        marks += ", ?";
-    return "INSERT INTO \"" + QString::fromUtf16(table).toStdString() + "\" VALUES (" + marks + ")";
+std::string insertStatement(const char16_t* table, TableLoader::Columns columns) {
+    QStringList names;
+    for (const char16_t* column : columns)
+        names << QStringLiteral("\"%1\"").arg(QString::fromUtf16(column));
+    const QStringList marks(names.size(), QStringLiteral("?"));
+    const QString comma = QStringLiteral(", ");
+    return utf8(QStringLiteral("INSERT INTO \"%1\" (%2) VALUES (%3)")
+                    .arg(QString::fromUtf16(table), names.join(comma), marks.join(comma)));
 }
 
 } // namespace
@@ -32,15 +37,13 @@ std::string timeText(int minutes) {
     return utf8(Dates::toIso(Date{minutes / 1440.0}));
 }
 
-TableLoader::TableLoader(SQLite::Database& database, const char16_t* table)
-    : m_statement(database, insertStatement(table)) {}
+TableLoader::TableLoader(SQLite::Database& database, const char16_t* table, Columns columns)
+    : m_statement(database, insertStatement(table, columns)), m_columns(columns.size()) {}
 
-void TableLoader::insert(std::initializer_list<Cell> cells) {
-    insert(cells.begin(), cells.size());
-}
-
-void TableLoader::insert(const Cell* cells, std::size_t count) {
-    for (std::size_t at = 0; at < count; ++at) {
+void TableLoader::insert(std::span<const Cell> cells) {
+    if (cells.size() != m_columns)
+        throw std::logic_error("a row of demonstration data does not fit its columns");
+    for (std::size_t at = 0; at < cells.size(); ++at) {
         const int position = static_cast<int>(at) + 1;
         std::visit(
             [&](const auto& value) {

@@ -5,6 +5,7 @@
 #include <QString>
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <initializer_list>
+#include <span>
 #include <string>
 #include <variant>
 
@@ -24,14 +25,25 @@ std::string utf8(const QString& text);
 
 class TableLoader {
 public:
-    // All columns, in the order of the schema. The database must outlive the loader.
-    TableLoader(SQLite::Database& database, const char16_t* table);
+    using Columns = std::span<const char16_t* const>;
 
-    void insert(std::initializer_list<Cell> cells);
-    void insert(const Cell* cells, std::size_t count);
+    // Rows take a cell for each of these columns of the table, in this order; the table's others
+    // stay Null. The database must outlive the loader. Throws SQLite::Exception for a column that
+    // is not there.
+    TableLoader(SQLite::Database& database, const char16_t* table, Columns columns);
+    TableLoader(SQLite::Database& database, const char16_t* table,
+                std::initializer_list<const char16_t*> columns)
+        : TableLoader(database, table, Columns(columns.begin(), columns.size())) {}
+
+    // Throws std::logic_error for more cells than columns, or fewer.
+    void insert(std::span<const Cell> cells);
+    void insert(std::initializer_list<Cell> cells) {
+        insert(std::span(cells.begin(), cells.size()));
+    }
 
 private:
     SQLite::Statement m_statement;
+    std::size_t m_columns; // how many
 };
 
 // A file open for loading: rows become visible with commit(). Nothing of it is meant to survive a

@@ -1,4 +1,5 @@
 #include "common/RunError.h"
+#include "host/demo/TableLoader.h"
 #include "ordering/SettingsText.h"
 #include "store/Schema.h"
 #include "tests/host/HostDataFolder.h"
@@ -35,6 +36,20 @@ TEST(DemoData, DependsOnTheSettingsOnly) {
     EXPECT_GT(first.everything().size(), 40 * 40);
     EXPECT_EQ(first.everything(), second.everything());
     EXPECT_NE(first.everything(), other.everything());
+}
+
+TEST(DemoData, ARowIsRefusedThatDoesNotFitItsColumns) {
+    const HostDataFolder folder;
+    LoadedFile file(folder.path() + QStringLiteral("/bcx.mdb"));
+    TableLoader rows(file.database(), u"Department", {u"dept_descr", u"dept_code"});
+    rows.insert({"Described", "NEW"});
+    EXPECT_THROW(rows.insert({"Described", "NEW2", nullCell}), std::logic_error);
+    EXPECT_THROW(rows.insert({"Described"}), std::logic_error);
+    EXPECT_THROW(TableLoader(file.database(), u"Department", {u"descr"}), SQLite::Exception);
+    file.commit();
+    EXPECT_EQ(folder.hostCount(QStringLiteral("[Department] where [dept_code] in ('NEW', 'NEW2') "
+                                              "and [dept_descr] = 'Described'")),
+              1);
 }
 
 TEST(DemoData, RefusesAFolderThatHoldsSomethingAndLeavesNothingBehind) {
