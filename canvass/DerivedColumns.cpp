@@ -80,7 +80,7 @@ void computeOneByOne(Database& board, bool multiply) {
         board.execute(update(all[at]) + (at == workedOT ? QString() : QStringLiteral(";")));
 }
 
-void ApplyMultipliers(CanvassState& state, bool multiply) {
+void compute(CanvassState& state, bool multiply) {
     if (!areCurrent(state, multiply) && !computeAtOnce(state, multiply))
         computeOneByOne(*state.rows().database(), multiply);
 }

@@ -13,7 +13,7 @@ void computeOneByOne(Database& board, bool multiply);
 
 // In all rows, on the database of CanvassRs, which must be open. They hold nothing else, so nothing
 // is done when they were computed alike and nobody has changed the file since. Raises as above.
-void ApplyMultipliers(CanvassState& state, bool multiply);
+void compute(CanvassState& state, bool multiply);
 
 // In the rows of one employee, whose code is given as a literal, in the transaction that changed
 // their raw totals. False when the statements have to run one by one, once that is committed;

@@ -1,21 +1,22 @@
 #include "canvass/Tallyroom.h"
 
-#include "canvass/CanvassFill.h"
-#include "canvass/CanvassTotals.h"
-#include "canvass/DerivedColumns.h"
-#include "canvass/SortExpression.h"
+#include "audit/frmTLYRAudit.h"
+#include "audit/frmUndo.h"
 #include "common/ui/Background.h"
 #include "common/ui/DateBinding.h"
 #include "common/ui/Events.h"
 #include "common/ui/FormOptions.h"
 #include "common/ui/GridReport.h"
+#include "common/ui/ListObject.h"
 #include "common/ui/Messages.h"
 #include "common/ui/Twips.h"
 #include "common/ui/WaitPointer.h"
+#include "ordering/frmTLYROrderList.h"
 #include "setup/Associations.h"
 #include "setup/frmTLYRAssoc.h"
+#include "setup/frmTLYRAssoc2.h"
+#include "setup/frmTLYRPeriod.h"
 #include "store/FormOptionsTable.h"
-#include "store/Workspace.h"
 #include "ui_Tallyroom.h"
 
 #include <QCloseEvent>
@@ -29,62 +30,54 @@ constexpr Qt::WindowFlags frameWithoutClose = Qt::Window | Qt::CustomizeWindowHi
                                               Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                                               Qt::WindowMinMaxButtonsHint;
 
-ErrorAnswer askAboutError(QWidget* parent, const RunError& error) {
-    const QString text = QStringLiteral("An error has occured.\n\nNumber: \t\t") +
-                         QString::number(error.number()) + QStringLiteral("\nDescription: \t") +
-                         error.description().trimmed() + QStringLiteral("\nSource: \t\t") +
-                         error.source().trimmed() + QStringLiteral("\n\n");
-    const auto button =
-        Messages::show(parent, text, QMessageBox::Critical,
-                       QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore);
-    WaitPointer::show(); // the box brought the window to the front, which took the pointer away
-    switch (button) {
-    case QMessageBox::Retry:
-        return ErrorAnswer::Retry;
-    case QMessageBox::Ignore:
-        return ErrorAnswer::Ignore;
-    default:
-        return ErrorAnswer::Abort;
-    }
-}
-
-// Raises 3049 for a damaged file. False when one could not be looked at: it fails those who use it,
-// in their turn.
-bool areFilesSound(const QString& dataPath) {
-    bool all = true;
-    for (const auto open : {Workspace::openAddIn, Workspace::openMain}) {
-        try {
-            open(dataPath, WhenInUse::Fail)->checkStructure();
-        } catch (const RunError& error) {
-            if (error.number() == ErrorNumber::damagedFile)
-                throw;
-            all = false;
-        }
-    }
-    return all;
-}
-
 } // namespace
 
 Tallyroom::Tallyroom(const HostContext& context)
     : QMainWindow(nullptr, frameWithoutClose), m_context(context),
-      m_ui(std::make_unique<Ui::Tallyroom>()), m_popup(new QMenu(QStringLiteral("PopUp"), this)),
-      m_statusText(new QLabel(this)) {
+      m_ui(std::make_unique<Ui::Tallyroom>()) {
     m_ui->setupUi(this);
     m_view = std::make_unique<ViewMenu>(*this, *m_ui, [this] { Update(); });
-    m_statusText->setObjectName(QStringLiteral("lblStatus"));
-    m_statusText->setIndent(10); // under the grid
-    m_ui->StatusBar1->addWidget(m_statusText, 1);
+    m_order = std::make_unique<OrderMenu>(*this, *m_ui->MnuOrd, [this] { Update(); });
+    m_board = std::make_unique<CanvassBoard>(*this, *m_ui, m_context, *m_view, *m_order);
+    m_answers = std::make_unique<AnswerMenu>(*this, *m_ui, m_context, *m_board);
     setWindowModality(Qt::ApplicationModal);
     m_ui->centralwidget->installEventFilter(this);
     Events::connect(m_ui->Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
-    connectSetupMenus();
-    connectOrderMenu();
+    Events::connect(m_ui->Command2, &QPushButton::clicked, this, [this] { Command2_Click(); });
+    connectMenus();
     connectShortcuts();
-    connectAnswers();
 }
 
 Tallyroom::~Tallyroom() = default;
+
+void Tallyroom::connectMenus() {
+    const std::pair<QAction*, void (Tallyroom::*)()> handlers[] = {
+        {m_ui->mnuAssoc, &Tallyroom::mnuAssoc_Click},
+        {m_ui->mnuBuckets, &Tallyroom::mnuBuckets_Click},
+        {m_ui->mnuDefinePeriod, &Tallyroom::mnuDefinePeriod_Click},
+        {m_ui->mnuValidate, &Tallyroom::mnuValidate_Click},
+        {m_ui->mnuRefresh, &Tallyroom::mnuRefresh_Click},
+        {m_ui->mnuUndo, &Tallyroom::mnuUndo_Click},
+        {m_ui->mnuAudit, &Tallyroom::mnuAudit_Click},
+        {m_ui->mnuBreakOut, &Tallyroom::mnuBreakOut_Click},
+        {m_ui->MnuOrder_0, &Tallyroom::MnuOrder_Click},
+        {m_ui->mnuOTAnalysis, &Tallyroom::mnuOTAnalysis_Click}};
+    for (const auto& [action, handler] : handlers)
+        Events::connect(action, &QAction::triggered, this,
+                        [this, handler = handler] { (this->*handler)(); });
+    m_ui->mnuRefresh->setShortcut(QKeySequence::Refresh);
+}
+
+void Tallyroom::connectShortcuts() {
+    const std::pair<QAction*, const char16_t*> handlers[] = {
+        {m_ui->mnuETA, u"ttedit_click"},
+        {m_ui->mnuDSched, u"mnupms_click"},
+        {m_ui->mnuWSched, u"mnuchangesched_click"},
+        {m_ui->mnuMSched, u"mnuemployeesch_click"}};
+    for (const auto& [action, handler] : handlers)
+        Events::connect(action, &QAction::triggered, this,
+                        [this, name = QString::fromUtf16(handler)] { CallHostMenu(name); });
+}
 
 void Tallyroom::showModally() {
     if (!Events::run(this, [this] { Form_Load(); })) {
@@ -96,19 +89,15 @@ void Tallyroom::showModally() {
 }
 
 void Tallyroom::Form_Load() {
-    m_state.DataPath = m_context.DataPath;
-    m_state.progress = [this] { repaint(); };
-    m_state.openHostOptions();
-    m_areFilesSound = areFilesSound(m_state.DataPath);
-    m_status.user = AnswerRecording::hindranceOf(m_context.CurrentUser);
+    m_board->open();
     Background::copyFrom(m_context.SplashPicture, m_ui->centralwidget);
     firstRunSetup();
-    readPeriod();
+    m_board->readPeriod();
     m_ui->mnuDefinePeriod->setVisible(m_context.isMaster());
     m_ui->mnuValidate->setVisible(m_context.isMaster());
     LoadOrderings();
     FormOptions::restore(
-        *this, FormOptionsTable::read(m_state.DataPath, m_context.CurrentUser, objectName()));
+        *this, FormOptionsTable::read(m_board->dataPath(), m_context.CurrentUser, objectName()));
     // Most answers are for today's overtime; the user sees the date and may change it.
     m_ui->to_date->setText(Dates::format(Dates::today(), QStringLiteral("mm/dd/yyyy")));
     showBreakOut();
@@ -118,7 +107,7 @@ void Tallyroom::Form_Load() {
 }
 
 void Tallyroom::firstRunSetup() {
-    if (Associations::read(m_state.DataPath))
+    if (Associations::read(m_board->dataPath()))
         return;
     Messages::show(
         this,
@@ -130,27 +119,6 @@ void Tallyroom::firstRunSetup() {
             "identify DECLINED overtime."),
         QMessageBox::Information);
     frmTLYRAssoc(m_context, this).showModally();
-}
-
-// A period that is stored and cannot be read must not pass for none.
-void Tallyroom::readPeriod() {
-    m_state.period.reset();
-    m_status.period.clear();
-    try {
-        m_state.period = TotallingPeriod::read(m_state.DataPath);
-    } catch (const RunError& error) {
-        if (error.number() != TotallingPeriod::unreadable)
-            throw;
-        m_status.period = QStringLiteral(
-            "The stored totalling period cannot be read: the totals cover all dates");
-        Messages::show(this, m_status.period + QLatin1Char('.'), QMessageBox::Warning);
-    }
-}
-
-void Tallyroom::showStatus() {
-    const QString text = m_status.text();
-    m_statusText->setText(text);
-    m_statusText->setToolTip(text); // where the window is too narrow for it
 }
 
 void Tallyroom::Form_Activate() {
@@ -171,7 +139,7 @@ void Tallyroom::closeEvent(QCloseEvent* event) {
 }
 
 void Tallyroom::Form_QueryUnload() {
-    FormOptionsTable::write(m_state.DataPath, m_context.CurrentUser, objectName(),
+    FormOptionsTable::write(m_board->dataPath(), m_context.CurrentUser, objectName(),
                             FormOptions::textOf(*this));
     m_dates.reset();
 }
@@ -197,8 +165,7 @@ void Tallyroom::Form_Resize() {
 }
 
 void Tallyroom::Command1_Click() {
-    CloseObject(m_state.CanvassRs);
-    CloseObject(m_state.HostOptionsDb);
+    m_board->close();
     m_closing = true;
     close();
     m_loop.quit();
@@ -219,72 +186,102 @@ void Tallyroom::Command2_Click() {
 // What a reader of the posted sheet has to know to make sense of the figures.
 QStringList Tallyroom::reportDetails() const {
     const auto shown = [](Date day) { return Dates::format(day, QStringLiteral("mm/dd/yyyy")); };
+    const auto& period = m_board->period();
     QStringList details;
     details.append(QStringLiteral("Totalling Period: ") +
-                   (m_state.period
-                        ? QStringLiteral("%1 to %2")
-                              .arg(shown(m_state.period->from), shown(m_state.period->to))
-                        : QStringLiteral("Indefinite")));
+                   (period ? QStringLiteral("%1 to %2").arg(shown(period->from), shown(period->to))
+                           : QStringLiteral("Indefinite")));
     details.append(QStringLiteral("Total = ") + m_view->totalCaption());
     if (m_ui->mnuMult->isChecked())
         details.back() += QStringLiteral(" (OT hours multiplied by OT value)");
-    if (const QAction* ordering = checkedOrdering())
-        details.append(QStringLiteral("Order: ") + ordering->property("descr").toString());
+    if (const auto ordering = m_order->inForce())
+        details.append(QStringLiteral("Order: ") + ordering->descr);
     return details;
 }
 
 void Tallyroom::Canvass() {
-    WaitPointer::show();
-    repaint(); // what a menu or a window has covered
-    m_areFilesSound = m_areFilesSound || areFilesSound(m_state.DataPath);
-    m_status.command.clear();
-    const bool built =
-        CanvassTotals::build(m_state, m_context.BucketForm, m_ui->mnuMult->isChecked(),
-                             [this](const RunError& error) { return askAboutError(this, error); });
-    m_status.stale = m_status.stale && !built;
-    if (built)
-        return Update();
-    showStatus();
-    WaitPointer::hide();
+    m_board->build();
 }
 
 void Tallyroom::Update() {
-    fillBoard();
+    m_board->fill();
 }
 
-// Any error ends the fill where it is, without a report; the grid shows what came in until then.
-bool Tallyroom::fillBoard() {
-    WaitPointer::show();
-    int unknownElements = 0;
-    bool filled = true;
-    {
-        const GridFill fill(*m_ui->Grid);
-        try {
-            fillGrid(unknownElements);
-        } catch (const RunError&) {
-            filled = false;
-        }
-    }
-    showStatus();
-    for (; unknownElements > 0; --unknownElements)
-        Messages::show(this, QStringLiteral("Error"), QMessageBox::NoIcon);
-    WaitPointer::hide();
-    return filled;
+void Tallyroom::mnuAssoc_Click() {
+    if (m_ui->mnuBreakOut->isChecked())
+        frmTLYRAssoc2(m_context, this).showModally();
+    else
+        frmTLYRAssoc(m_context, this).showModally();
 }
 
-void Tallyroom::fillGrid(int& unknownElements) {
-    TextMeasurer measurer(m_ui->Picture1);
-    const BoardOptions shown = m_view->options();
-    CanvassFill::begin(*m_ui->Grid, measurer);
-    DerivedColumns::ApplyMultipliers(m_state, shown.multiply);
-    if (const QAction* ordering = checkedOrdering())
-        m_state.rows().setSort(sortExpression(ordering->data().toString(), shown,
-                                              [&unknownElements] { ++unknownElements; }));
-    const auto rows = m_state.rows().openRecordset();
-    const int leftOut = rows->eof() ? 0 : CanvassFill::fill(*m_ui->Grid, measurer, *rows, shown);
-    m_status.employees = leftOut == 0
-                             ? QString()
-                             : QStringLiteral("%1 left out: the code cannot be read").arg(leftOut);
+void Tallyroom::mnuBuckets_Click() {
+    m_context.BucketForm.call(QStringLiteral("FillSpot"), {makeObject<ListObject>(m_ui->List1)});
+    m_context.BucketForm.call(QStringLiteral("Show"), {Variant(1)});
+    Canvass();
+}
+
+void Tallyroom::mnuDefinePeriod_Click() {
+    frmTLYRPeriod(m_context, this).showModally();
+    m_board->readPeriod();
+    Canvass();
+}
+
+// The validation window that this entry addresses does not exist, so the command fails before it
+// comes to the rebuild.
+void Tallyroom::mnuValidate_Click() {
+    const Variant validationWindow;
+    validationWindow.toObject().call(QStringLiteral("Show"), {Variant(1)});
+    Canvass();
+}
+
+void Tallyroom::mnuUndo_Click() {
+    frmUndo(
+        m_context, [this] { return m_ui->mnuBreakOut->isChecked(); }, this)
+        .showModally();
+    Canvass();
+}
+
+void Tallyroom::mnuAudit_Click() {
+    frmTLYRAudit browser(
+        m_context, [this] { return m_ui->mnuBreakOut->isChecked(); }, this);
+    m_context.BucketForm.call(QStringLiteral("fillalist"), {browser.employees()});
+    browser.showModally();
+}
+
+void Tallyroom::mnuRefresh_Click() {
+    Canvass();
+}
+
+void Tallyroom::mnuBreakOut_Click() {
+    showBreakOut();
+    Update();
+}
+
+void Tallyroom::showBreakOut() {
+    const bool apart = m_ui->mnuBreakOut->isChecked();
+    m_ui->Label3->setText(apart ? QStringLiteral("1.5") : QStringLiteral("Overtime"));
+    m_ui->Label4->setVisible(apart);
+    m_ui->Text2->setVisible(apart);
+}
+
+void Tallyroom::CallHostMenu(const QString& handler) {
+    m_context.HostMenuForm.call(handler);
+}
+
+void Tallyroom::mnuOTAnalysis_Click() {
+    CallHostMenu(QStringLiteral("mnu_ot_anal_click"));
+    Canvass();
+}
+
+void Tallyroom::LoadOrderings() {
+    m_board->noteOrderings(m_order->load(m_board->dataPath()));
+}
+
+// "Define..."
+void Tallyroom::MnuOrder_Click() {
+    frmTLYROrderList(m_context, this).showModally();
+    LoadOrderings();
+    Update();
 }
 
 } // namespace tallyroom

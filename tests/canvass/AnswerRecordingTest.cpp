@@ -324,7 +324,7 @@ TEST_F(AnswerRecordingTest, ADiskThatFailsLosesNoAnswerThatWasWritten) {
         const auto recorded = history().size() - historyBefore;
         EXPECT_TRUE(recorded == audited || (failed && recorded == audited + 1)) << n;
         EXPECT_TRUE(failed || audited == 3) << n;
-        DerivedColumns::ApplyMultipliers(state, false);
+        DerivedColumns::compute(state, false);
         int onBoard = 0;
         for (const QString& row : folder.rows(mainFile, derived)) {
             const QStringList cells = row.split(u'|');

@@ -140,7 +140,7 @@ TEST_F(CanvassTotalsTest, MultiplierWeighsAnswersAndWorkedTime) {
     open();
     ASSERT_TRUE(build({}, true));
     EXPECT_EQ(board(), QStringList(QStringLiteral("E1|100|30|10|7|210|135|14|359|224")));
-    DerivedColumns::ApplyMultipliers(state, false);
+    DerivedColumns::compute(state, false);
     EXPECT_EQ(board(), QStringList(QStringLiteral("E1|100|30|10|7|130|70|7|207|137")));
 }
 
@@ -264,7 +264,7 @@ TEST_F(CanvassTotalsTest, DerivedColumnsAreComputedAnewAfterEachChange) {
     open();
     ASSERT_TRUE(build());
     const auto accepted = [&](bool multiply) {
-        DerivedColumns::ApplyMultipliers(state, multiply);
+        DerivedColumns::compute(state, multiply);
         return folder.rows(
             mainFile, u"Select [T15Accepted], [TotalOT1] from [tlyrTemp] order by [emp_code];");
     };
@@ -290,7 +290,7 @@ TEST_F(CanvassTotalsTest, ADiskThatFailsOnceCostsNothingAfterARetry) {
     const QString all = QStringLiteral("Select * from [tlyrTemp] order by [emp_code];");
     const QStringList expected = folder.rows(mainFile, all);
     sweep({ErrorAnswer::Retry}, [&](int n) {
-        DerivedColumns::ApplyMultipliers(state, false);
+        DerivedColumns::compute(state, false);
         EXPECT_EQ(folder.rows(mainFile, all), expected) << n;
     });
 }
@@ -374,11 +374,11 @@ TEST_F(CanvassTotalsTest, ALockedFileFailsTheDerivedColumnsThatHaveToBeComputed)
     ASSERT_TRUE(build());
     const auto other = folder.open(mainFile);
     other->begin(TransactionKind::Write);
-    EXPECT_EQ(errorNumberOf([&] { DerivedColumns::ApplyMultipliers(state, false); }), 0)
+    EXPECT_EQ(errorNumberOf([&] { DerivedColumns::compute(state, false); }), 0)
         << "they hold";
-    EXPECT_EQ(errorNumberOf([&] { DerivedColumns::ApplyMultipliers(state, true); }), 3196);
+    EXPECT_EQ(errorNumberOf([&] { DerivedColumns::compute(state, true); }), 3196);
     other->commit();
-    EXPECT_EQ(errorNumberOf([&] { DerivedColumns::ApplyMultipliers(state, true); }), 0);
+    EXPECT_EQ(errorNumberOf([&] { DerivedColumns::compute(state, true); }), 0);
 }
 
 // The quick way is no statement of the build: it asks nothing.

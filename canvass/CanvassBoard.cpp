@@ -1,0 +1,217 @@
+#include "canvass/CanvassBoard.h"
+
+#include "canvass/CanvassFill.h"
+#include "canvass/CanvassTotals.h"
+#include "canvass/DerivedColumns.h"
+#include "canvass/QuickBuild.h"
+#include "canvass/SortExpression.h"
+#include "common/ui/Messages.h"
+#include "common/ui/WaitPointer.h"
+#include "store/Workspace.h"
+#include "ui_Tallyroom.h"
+
+namespace tallyroom {
+
+namespace {
+
+ErrorAnswer askAboutError(QWidget* parent, const RunError& error) {
+    const QString text = QStringLiteral("An error has occured.\n\nNumber: \t\t") +
+                         QString::number(error.number()) + QStringLiteral("\nDescription: \t") +
+                         error.description().trimmed() + QStringLiteral("\nSource: \t\t") +
+                         error.source().trimmed() + QStringLiteral("\n\n");
+    const auto button =
+        Messages::show(parent, text, QMessageBox::Critical,
+                       QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore);
+    WaitPointer::show(); // the box brought the window to the front, which took the pointer away
+    switch (button) {
+    case QMessageBox::Retry:
+        return ErrorAnswer::Retry;
+    case QMessageBox::Ignore:
+        return ErrorAnswer::Ignore;
+    default:
+        return ErrorAnswer::Abort;
+    }
+}
+
+// Raises 3049 for a damaged file. False when one could not be looked at: it fails those who use it,
+// in their turn.
+bool areFilesSound(const QString& dataPath) {
+    bool all = true;
+    for (const auto open : {Workspace::openAddIn, Workspace::openMain}) {
+        try {
+            open(dataPath, WhenInUse::Fail)->checkStructure();
+        } catch (const RunError& error) {
+            if (error.number() == ErrorNumber::damagedFile)
+                throw;
+            all = false;
+        }
+    }
+    return all;
+}
+
+} // namespace
+
+CanvassBoard::CanvassBoard(QWidget& window, const Ui::Tallyroom& ui, const HostContext& context,
+                           const ViewMenu& view, const OrderMenu& order)
+    : m_window(window), m_ui(ui), m_context(context), m_view(view), m_order(order),
+      m_statusText(new QLabel(&window)) {
+    m_statusText->setObjectName(QStringLiteral("lblStatus"));
+    m_statusText->setIndent(10); // under the grid
+    m_ui.StatusBar1->addWidget(m_statusText, 1);
+}
+
+void CanvassBoard::open() {
+    m_state.DataPath = m_context.DataPath;
+    m_state.progress = [this] { m_window.repaint(); };
+    m_state.openHostOptions();
+    m_areFilesSound = areFilesSound(m_state.DataPath);
+    m_status.user = AnswerRecording::hindranceOf(m_context.CurrentUser);
+}
+
+void CanvassBoard::close() {
+    CloseObject(m_state.CanvassRs);
+    CloseObject(m_state.HostOptionsDb);
+}
+
+// A period that is stored and cannot be read must not pass for none.
+void CanvassBoard::readPeriod() {
+    m_state.period.reset();
+    m_status.period.clear();
+    try {
+        m_state.period = TotallingPeriod::read(m_state.DataPath);
+    } catch (const RunError& error) {
+        if (error.number() != TotallingPeriod::unreadable)
+            throw;
+        m_status.period = QStringLiteral(
+            "The stored totalling period cannot be read: the totals cover all dates");
+        Messages::show(&m_window, m_status.period + QLatin1Char('.'), QMessageBox::Warning);
+    }
+}
+
+void CanvassBoard::noteOrderings(int leftOut) {
+    m_status.orderings = leftOut == 0 ? QString()
+                                      : QStringLiteral("%1 orderings left out: the description "
+                                                       "cannot be read")
+                                            .arg(leftOut);
+}
+
+void CanvassBoard::showStatus() {
+    const QString text = m_status.text();
+    m_statusText->setText(text);
+    m_statusText->setToolTip(text); // where the window is too narrow for it
+}
+
+void CanvassBoard::build() {
+    WaitPointer::show();
+    m_window.repaint(); // what a menu or a window has covered
+    m_areFilesSound = m_areFilesSound || areFilesSound(m_state.DataPath);
+    m_status.command.clear();
+    const bool built = CanvassTotals::build(
+        m_state, m_context.BucketForm, m_view.options().multiply,
+        [this](const RunError& error) { return askAboutError(&m_window, error); });
+    m_status.stale = m_status.stale && !built;
+    if (built) {
+        fill();
+        return;
+    }
+    showStatus();
+    WaitPointer::hide();
+}
+
+bool CanvassBoard::fill() {
+    WaitPointer::show();
+    int unknownElements = 0; // reported after the fill
+    bool filled = true;
+    {
+        const GridFill fill(*m_ui.Grid);
+        try {
+            fillGrid([&unknownElements] { ++unknownElements; });
+        } catch (const RunError&) {
+            filled = false;
+        }
+    }
+    showStatus();
+    for (; unknownElements > 0; --unknownElements)
+        Messages::show(&m_window, QStringLiteral("Error"), QMessageBox::NoIcon);
+    WaitPointer::hide();
+    return filled;
+}
+
+void CanvassBoard::fillGrid(const std::function<void()>& unknownElement) {
+    TextMeasurer measurer(m_ui.Picture1);
+    const BoardOptions shown = m_view.options();
+    CanvassFill::begin(*m_ui.Grid, measurer);
+    DerivedColumns::compute(m_state, shown.multiply);
+    if (const auto ordering = m_order.inForce())
+        m_state.rows().setSort(sortExpression(ordering->details, shown, unknownElement));
+    const auto rows = m_state.rows().openRecordset();
+    const int leftOut = rows->eof() ? 0 : CanvassFill::fill(*m_ui.Grid, measurer, *rows, shown);
+    m_status.employees = leftOut == 0
+                             ? QString()
+                             : QStringLiteral("%1 left out: the code cannot be read").arg(leftOut);
+}
+
+void CanvassBoard::record(const AnswerRequest& request) {
+    WaitPointer::show();
+    m_status.command.clear();
+    AnswerRecording::Result result = AnswerRecording::record(m_state, request);
+    if (!result.failure)
+        result.failure = showRecorded(result.anyWritten());
+    if (result.failure) {
+        showAfterFailure(result);
+        throw RunError(*result.failure);
+    }
+    WaitPointer::hide();
+}
+
+// Returns what keeps the new figures from being read.
+std::optional<RunError> CanvassBoard::showRecorded(bool anyWritten) {
+    try {
+        m_state.rows().requery();
+    } catch (const RunError& error) {
+        return error;
+    }
+    if (!fill() && anyWritten)
+        ownUpToOldFigures();
+    return std::nullopt;
+}
+
+// What is written must be seen to be, lest it be given again.
+void CanvassBoard::showAfterFailure(const AnswerRecording::Result& result) {
+    if (!result.anyWritten()) {
+        m_status.command = QStringLiteral("Nothing was recorded");
+        return showStatus();
+    }
+    m_ui.Grid->clearSelection();
+    m_status.command =
+        QStringLiteral("Recorded for %1 of %2").arg(result.recorded).arg(result.employees);
+    if (result.partly)
+        m_status.command += QStringLiteral(", for %1 in part").arg(*result.partly);
+    if (!rebuildQuietly())
+        ownUpToOldFigures();
+}
+
+// Who does not see that an answer is recorded gives it again.
+void CanvassBoard::ownUpToOldFigures() {
+    m_ui.Grid->clearSelection();
+    m_status.stale = true;
+    showStatus();
+}
+
+// The failure that led here is reported; no other question is asked.
+bool CanvassBoard::rebuildQuietly() {
+    if (!QuickBuild::run(m_state, m_context.BucketForm, m_view.options().multiply))
+        return false;
+    m_status.stale = false;
+    return fill();
+}
+
+QStringList CanvassBoard::selectedEmployees() const {
+    const Grid::RowRange rows = m_ui.Grid->selectedRows();
+    QStringList codes;
+    for (int row = rows.first; row <= rows.last; ++row)
+        codes.append(m_ui.Grid->text(row, 0));
+    return codes;
+}
+
+} // namespace tallyroom

@@ -1,0 +1,59 @@
+// The board in the main window: its figures, its grid and the line under it.
+#pragma once
+
+#include "canvass/AnswerRecording.h"
+#include "canvass/BoardStatus.h"
+#include "canvass/OrderMenu.h"
+#include "canvass/ViewMenu.h"
+
+#include <QLabel>
+
+namespace tallyroom {
+
+class CanvassBoard {
+public:
+    // The window, its controls and menus, and the context must outlive this.
+    CanvassBoard(QWidget& window, const Ui::Tallyroom& ui, const HostContext& context,
+                 const ViewMenu& view, const OrderMenu& order);
+
+    // Opens bcx.mdb of the context's data folder and looks whether the other files are sound.
+    // Raises what hinders it, 3049 for a damaged file.
+    void open();
+    void close();
+
+    const QString& dataPath() const { return m_state.DataPath; } // as it was at open()
+    const std::optional<TotallingPeriod>& period() const { return m_state.period; }
+    void readPeriod(); // says so when the stored one cannot be read
+    void noteOrderings(int leftOut);
+
+    // Computes the totals and fills the grid; a failing statement is asked about.
+    void build();
+    // Fills the grid from the totals. Any error ends the fill where it is, without a report, and
+    // the grid shows what came in until then: false.
+    bool fill();
+    // Records the answers and shows them. Raises what ended the recording before its end; what is
+    // written by then is seen to be.
+    void record(const AnswerRequest& request);
+
+    QStringList selectedEmployees() const; // codes, from the upper row to the lower one
+
+private:
+    void fillGrid(const std::function<void()>& unknownElement);
+    std::optional<RunError> showRecorded(bool anyWritten);
+    void showAfterFailure(const AnswerRecording::Result& result);
+    bool rebuildQuietly();
+    void ownUpToOldFigures();
+    void showStatus();
+
+    QWidget& m_window;
+    const Ui::Tallyroom& m_ui;
+    const HostContext& m_context;
+    const ViewMenu& m_view;
+    const OrderMenu& m_order;
+    CanvassState m_state;
+    BoardStatus m_status;
+    QLabel* m_statusText;         // in the status bar, which shows it
+    bool m_areFilesSound = false; // looked at, which another program may have hindered
+};
+
+} // namespace tallyroom
