@@ -6,8 +6,9 @@
 #include "common/ui/Background.h"
 #include "common/ui/Events.h"
 #include "common/ui/FormOptions.h"
-#include "common/ui/GridReport.h"
+#include "common/ui/GridFill.h"
 #include "common/ui/Messages.h"
+#include "common/ui/TableReport.h"
 #include "store/FormOptionsTable.h"
 #include "ui_frmTLYRAuditDetails.h"
 
@@ -15,14 +16,12 @@ namespace tallyroom {
 
 namespace {
 
-void writeHeadings(Grid& grid, TextMeasurer& measurer) {
-    const QStringList headings = AuditEntries::headings();
-    grid.setColumnCount(AuditEntries::columnCount);
-    for (int column = 0; column < AuditEntries::columnCount; ++column) {
-        grid.setHeading(column, headings[column],
-                        column == AuditEntries::Time ? CellAlignment::Right : CellAlignment::Left);
-    }
-    AutoSizeColumns(grid, measurer, 0, -1, true);
+std::vector<TextTable::Column> headings() {
+    std::vector<TextTable::Column> columns;
+    for (const QString& heading : AuditEntries::headings())
+        columns.push_back({heading});
+    columns[AuditEntries::Time].alignment = CellAlignment::Right;
+    return columns;
 }
 
 } // namespace
@@ -56,22 +55,21 @@ void frmTLYRAuditDetails::Form_QueryUnload() {
 }
 
 void frmTLYRAuditDetails::fillGrid() {
-    Grid& grid = *m_ui->Grid;
-    const GridFill fill(grid);
-    TextMeasurer measurer(&grid);
-    grid.insertRow(1, {});
-    grid.setRowCount(2);
-    writeHeadings(grid, measurer);
+    GridFill grid(*m_ui->Grid);
+    TextWidths& measurer = TextWidths::in(*m_ui->Grid);
+    grid.setColumns(headings());
+    grid.AutoSizeColumns(measurer, 0, -1, true);
     const QString filter = m_context.BucketForm.property(QStringLiteral("employeefilter")).toText();
+    bool isEmpty = true;
     AuditEntries::read(m_context.DataPath, filter, m_selection().clause(), m_breakOut(),
                        [&](const AuditEntries::Line& line) {
                            grid.addRow(line);
-                           AutoSizeColumns(grid, measurer, -1, -1, false);
+                           grid.AutoSizeColumns(measurer, -1, -1, false);
+                           isEmpty = false;
                        });
-    const bool isEmpty = grid.rows() == 2;
     m_ui->Command2->setEnabled(!isEmpty);
     if (!isEmpty)
-        grid.removeRow(1);
+        grid.removeEmptyRow();
 }
 
 void frmTLYRAuditDetails::Command1_Click() {
@@ -79,9 +77,9 @@ void frmTLYRAuditDetails::Command1_Click() {
 }
 
 void frmTLYRAuditDetails::Command2_Click() {
-    GridReport report =
-        GridReport::of(*m_ui->Grid, QStringLiteral("Canvassing Audit"), m_context.CurrentUser);
-    report.details = m_selection().description();
+    TableReport report(m_ui->Grid->table(), QStringLiteral("Canvassing Audit"),
+                       m_context.CurrentUser);
+    report.head.details = m_selection().description();
     report.makeElastic({QStringLiteral("Name"), QStringLiteral("User")});
     printReport(this, report);
 }

@@ -1,7 +1,7 @@
 #include "bench/BoardWindow.h"
 
 #include "bench/BenchData.h"
-#include "common/ui/Grid.h"
+#include "common/ui/TextWidths.h"
 
 #include <QApplication>
 #include <QPushButton>
@@ -28,7 +28,7 @@ void withBoard(const QString& folder, const std::function<void(Tallyroom&)>& use
 }
 
 void forgetWidths() {
-    delete qApp->findChild<KnownWidths*>();
+    delete qApp->findChild<TextWidths*>();
 }
 
 } // namespace tallyroom::bench

@@ -123,9 +123,9 @@ bool CanvassBoard::fill() {
     int unknownElements = 0; // reported after the fill
     bool filled = true;
     {
-        const GridFill fill(*m_ui.Grid);
+        GridFill fill(*m_ui.Grid);
         try {
-            fillGrid([&unknownElements] { ++unknownElements; });
+            fillGrid(fill, [&unknownElements] { ++unknownElements; });
         } catch (const RunError&) {
             filled = false;
         }
@@ -137,15 +137,15 @@ bool CanvassBoard::fill() {
     return filled;
 }
 
-void CanvassBoard::fillGrid(const std::function<void()>& unknownElement) {
-    TextMeasurer measurer(m_ui.Picture1);
+void CanvassBoard::fillGrid(GridFill& grid, const std::function<void()>& unknownElement) {
+    TextWidths& measurer = TextWidths::in(*m_ui.Picture1);
     const BoardOptions shown = m_view.options();
-    CanvassFill::begin(*m_ui.Grid, measurer);
+    grid.AutoSizeColumns(measurer, 0, -1, true);
     DerivedColumns::compute(m_state, shown.multiply);
     if (const auto ordering = m_order.inForce())
         m_state.rows().setSort(sortExpression(ordering->details, shown, unknownElement));
     const auto rows = m_state.rows().openRecordset();
-    const int leftOut = rows->eof() ? 0 : CanvassFill::fill(*m_ui.Grid, measurer, *rows, shown);
+    const int leftOut = rows->eof() ? 0 : CanvassFill::fill(grid, measurer, *rows, shown);
     m_status.employees = leftOut == 0
                              ? QString()
                              : QStringLiteral("%1 left out: the code cannot be read").arg(leftOut);

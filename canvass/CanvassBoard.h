@@ -10,6 +10,8 @@
 
 namespace tallyroom {
 
+class GridFill;
+
 class CanvassBoard {
 public:
     // The window, its controls and menus, and the context must outlive this.
@@ -38,7 +40,7 @@ public:
     QStringList selectedEmployees() const; // codes, from the upper row to the lower one
 
 private:
-    void fillGrid(const std::function<void()>& unknownElement);
+    void fillGrid(GridFill& grid, const std::function<void()>& unknownElement);
     std::optional<RunError> showRecorded(bool anyWritten);
     void showAfterFailure(const AnswerRecording::Result& result);
     bool rebuildQuietly();

@@ -12,12 +12,12 @@ namespace {
 
 using Columns = std::vector<const BoardColumn*>;
 
-void writeHeading(Grid& grid, const Columns& columns) {
-    grid.setColumnCount(static_cast<int>(columns.size()));
-    int at = 0;
+std::vector<TextTable::Column> headings(const Columns& columns) {
+    std::vector<TextTable::Column> result;
     for (const BoardColumn* column : columns)
-        grid.setHeading(at++, QString::fromUtf16(column->header),
-                        column->isRightAligned() ? CellAlignment::Right : CellAlignment::Left);
+        result.push_back({QString::fromUtf16(column->header),
+                          column->isRightAligned() ? CellAlignment::Right : CellAlignment::Left});
+    return result;
 }
 
 // The texts of one row after the other.
@@ -56,16 +56,10 @@ private:
 
 } // namespace
 
-void begin(Grid& grid, TextMeasurer& measurer) {
-    AutoSizeColumns(grid, measurer, 0, -1, true);
-    grid.insertRow(1, {});
-    grid.setRowCount(2);
-}
-
-int fill(Grid& grid, TextMeasurer& measurer, Recordset& rows, const BoardOptions& options) {
+int fill(GridFill& grid, TextWidths& measurer, Recordset& rows, const BoardOptions& options) {
     const Columns columns = BoardColumns::shown(options);
-    writeHeading(grid, columns);
-    AutoSizeColumns(grid, measurer, 0, -1, false);
+    grid.setColumns(headings(columns));
+    grid.AutoSizeColumns(measurer, 0, -1, false);
     RowTexts texts(rows, columns, options);
     const int code = rows.fieldPosition(QStringLiteral("emp_code"));
     const Transaction oneState(rows.database(), TransactionKind::Read);
@@ -76,9 +70,9 @@ int fill(Grid& grid, TextMeasurer& measurer, Recordset& rows, const BoardOptions
             continue;
         }
         grid.addRow(texts.of(rows));
-        AutoSizeColumns(grid, measurer, -1, -1, false);
+        grid.AutoSizeColumns(measurer, -1, -1, false);
     }
-    grid.removeRow(1);
+    grid.removeEmptyRow();
     return leftOut;
 }
 

@@ -6,9 +6,9 @@
 #include "common/ui/DateBinding.h"
 #include "common/ui/Events.h"
 #include "common/ui/FormOptions.h"
-#include "common/ui/GridReport.h"
 #include "common/ui/ListObject.h"
 #include "common/ui/Messages.h"
+#include "common/ui/TableReport.h"
 #include "common/ui/Twips.h"
 #include "common/ui/WaitPointer.h"
 #include "ordering/frmTLYROrderList.h"
@@ -172,9 +172,9 @@ void Tallyroom::Command1_Click() {
 }
 
 void Tallyroom::Command2_Click() {
-    GridReport report =
-        GridReport::of(*m_ui->Grid, QStringLiteral("Canvassing Details"), m_context.CurrentUser);
-    report.details = reportDetails();
+    TableReport report(m_ui->Grid->table(), QStringLiteral("Canvassing Details"),
+                       m_context.CurrentUser);
+    report.head.details = reportDetails();
     report.makeElastic(BoardColumns::headersOf(CellKind::Text));
     if (m_ui->mnuDateLine->isChecked())
         report.addLine(QStringLiteral("Date"), 24);

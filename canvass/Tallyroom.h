@@ -14,6 +14,7 @@ class Tallyroom;
 namespace tallyroom {
 
 class DateBinding;
+class GridFill;
 
 class Tallyroom : public QMainWindow {
     Q_OBJECT

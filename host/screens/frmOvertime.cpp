@@ -1,7 +1,7 @@
 #include "host/screens/frmOvertime.h"
 
 #include "host/HostMessages.h"
-#include "host/screens/OvertimeReport.h"
+#include "host/screens/OvertimeTable.h"
 #include "ui_frmOvertime.h"
 
 namespace tallyroom::host {
@@ -27,9 +27,9 @@ frmOvertime::~frmOvertime() = default;
 void frmOvertime::refresh() {
     const auto grouping =
         m_ui->ByDepartment->isChecked() ? OvertimeGrouping::Department : OvertimeGrouping::Employee;
-    showReport(m_model, *m_ui->Grid,
-               overtimeReport(m_database, m_data, {m_ui->FromDate->date(), m_ui->ToDate->date()},
-                              grouping));
+    showTable(m_model, *m_ui->Grid,
+              overtimeTable(m_database, m_data, {m_ui->FromDate->date(), m_ui->ToDate->date()},
+                            grouping));
 }
 
 } // namespace tallyroom::host

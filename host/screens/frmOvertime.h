@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/screens/Period.h"
-#include "host/screens/Report.h"
+#include "host/screens/ScreenTable.h"
 
 #include <QDialog>
 #include <memory>
@@ -27,7 +27,7 @@ private:
     std::unique_ptr<Ui::frmOvertime> m_ui;
     Database& m_database;
     const HostData& m_data;
-    ReportModel m_model;
+    TextTableModel m_model;
 };
 
 } // namespace tallyroom::host

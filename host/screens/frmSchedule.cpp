@@ -48,7 +48,7 @@ void frmSchedule::move(int direction) {
 
 void frmSchedule::refresh() {
     const Period period = spanAround(m_ui->Day->date(), m_span);
-    showReport(m_model, *m_ui->Grid, scheduleReport(m_database, m_data, period));
+    showTable(m_model, *m_ui->Grid, scheduleTable(m_database, m_data, period));
     m_ui->Span->setText(period.from == period.to
                             ? period.from.toString(QStringLiteral("dddd"))
                             : shownDay(period.from) + QStringLiteral(" to ") + shownDay(period.to));

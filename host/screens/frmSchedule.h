@@ -1,8 +1,8 @@
 // The screen with the schedule of a day, a week or a month.
 #pragma once
 
-#include "host/screens/Report.h"
-#include "host/screens/ScheduleReport.h"
+#include "host/screens/ScheduleTable.h"
+#include "host/screens/ScreenTable.h"
 
 #include <QDialog>
 #include <memory>
@@ -30,7 +30,7 @@ private:
     Database& m_database;
     const HostData& m_data;
     ScheduleSpan m_span;
-    ReportModel m_model;
+    TextTableModel m_model;
 };
 
 } // namespace tallyroom::host

@@ -1,7 +1,7 @@
 #include "host/screens/frmTransactions.h"
 
 #include "host/HostMessages.h"
-#include "host/screens/TransactionReport.h"
+#include "host/screens/TransactionTable.h"
 #include "ui_frmTransactions.h"
 
 namespace tallyroom::host {
@@ -34,9 +34,9 @@ void frmTransactions::setUpChoices() {
 }
 
 void frmTransactions::refresh() {
-    showReport(m_model, *m_ui->Grid,
-               transactionReport(m_database, m_data, m_ui->Employee->currentData().toString(),
-                                 {m_ui->FromDate->date(), m_ui->ToDate->date()}));
+    showTable(m_model, *m_ui->Grid,
+              transactionTable(m_database, m_data, m_ui->Employee->currentData().toString(),
+                               {m_ui->FromDate->date(), m_ui->ToDate->date()}));
     m_ui->Count->setText(QStringLiteral("%1 transactions").arg(m_model.rowCount()));
 }
 

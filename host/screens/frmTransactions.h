@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/screens/Period.h"
-#include "host/screens/Report.h"
+#include "host/screens/ScreenTable.h"
 
 #include <QDialog>
 #include <memory>
@@ -28,7 +28,7 @@ private:
     std::unique_ptr<Ui::frmTransactions> m_ui;
     Database& m_database;
     const HostData& m_data;
-    ReportModel m_model;
+    TextTableModel m_model;
 };
 
 } // namespace tallyroom::host

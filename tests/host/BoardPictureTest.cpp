@@ -1,7 +1,7 @@
 #include "host/BoardPicture.h"
 
+#include "common/TextTableModel.h"
 #include "host/KeptOptions.h"
-#include "host/screens/Report.h"
 #include "store/FormOptionsTable.h"
 #include "tests/host/HostDataFolder.h"
 
@@ -22,9 +22,10 @@ public:
         setObjectName(QStringLiteral("Tallyroom"));
         m_table.setObjectName(QStringLiteral("Grid"));
         m_exit.setObjectName(QStringLiteral("Command1"));
-        m_model.setReport({{{QStringLiteral("Code")}, {QStringLiteral("Total"), true}},
-                           {{QStringLiteral("1"), QStringLiteral("00:30")},
-                            {QStringLiteral("12345"), QStringLiteral("100:00")}}});
+        m_model.setTable(
+            {{{QStringLiteral("Code")}, {QStringLiteral("Total"), CellAlignment::Right}},
+             {{QStringLiteral("1"), QStringLiteral("00:30")},
+              {QStringLiteral("12345"), QStringLiteral("100:00")}}});
         m_table.setModel(&m_model);
     }
 
@@ -38,7 +39,7 @@ public:
     const QTableView& table() const { return m_table; }
 
 private:
-    ReportModel m_model;
+    TextTableModel m_model;
     QTableView m_table{this};
     QPushButton m_exit{this};
 };

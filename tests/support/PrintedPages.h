@@ -1,7 +1,6 @@
 // Printing a report as a user does, and reading its pages back.
 #pragma once
 
-#include "common/ui/GridReport.h"
 #include "tests/support/DialogScript.h"
 
 #include <QRectF>

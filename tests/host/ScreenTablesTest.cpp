@@ -1,6 +1,6 @@
-#include "host/screens/OvertimeReport.h"
-#include "host/screens/ScheduleReport.h"
-#include "host/screens/TransactionReport.h"
+#include "host/screens/OvertimeTable.h"
+#include "host/screens/ScheduleTable.h"
+#include "host/screens/TransactionTable.h"
 #include "tests/host/HostDataFolder.h"
 
 #include <gtest/gtest.h>
@@ -8,9 +8,9 @@
 namespace tallyroom::host {
 namespace {
 
-class ReportTest : public testing::Test {
+class ScreenTablesTest : public testing::Test {
 protected:
-    ReportTest() {
+    ScreenTablesTest() {
         add(QStringLiteral("Insert Into [Employee] ([emp_code], [emp_name], [emp_dept]) "
                            "Values ('1', 'Ann', 'A');"));
         add(QStringLiteral("Insert Into [Employee] ([emp_code], [emp_name], [emp_dept]) "
@@ -42,38 +42,38 @@ protected:
     Period m_march{QDate(2024, 3, 1), QDate(2024, 3, 31)};
 };
 
-QStringList joined(const Report& report) {
+QStringList joined(const TextTable& table) {
     QStringList lines;
-    for (const QStringList& cells : report.rows)
+    for (const QStringList& cells : table.rows)
         lines << cells.join(QLatin1Char('|'));
     return lines;
 }
 
-TEST_F(ReportTest, OvertimeIsAddedUpByEmployeeAndByDepartment) {
-    EXPECT_EQ(joined(overtimeReport(*m_database, m_data, m_march, OvertimeGrouping::Employee)),
+TEST_F(ScreenTablesTest, OvertimeIsAddedUpByEmployeeAndByDepartment) {
+    EXPECT_EQ(joined(overtimeTable(*m_database, m_data, m_march, OvertimeGrouping::Employee)),
               QStringList({QStringLiteral("1|Ann|01:30|00:45|01:00||||03:15"),
                            QStringLiteral("2|Bo||||||00:30|00:30"),
                            QStringLiteral("|Total|01:30|00:45|01:00|||00:30|03:45")}));
-    EXPECT_EQ(joined(overtimeReport(*m_database, m_data, m_march, OvertimeGrouping::Department)),
+    EXPECT_EQ(joined(overtimeTable(*m_database, m_data, m_march, OvertimeGrouping::Department)),
               QStringList({QStringLiteral("A|Assembly|01:30|00:45|01:00|||00:30|03:45"),
                            QStringLiteral("|Total|01:30|00:45|01:00|||00:30|03:45")}));
 }
 
-TEST_F(ReportTest, TransactionsAreThoseOfTheEmployeeAndThePeriod) {
-    EXPECT_EQ(transactionReport(*m_database, m_data, QStringLiteral("1"), m_march).rows.size(), 2U);
-    EXPECT_EQ(transactionReport(*m_database, m_data, QString(), m_march).rows.size(), 4U);
+TEST_F(ScreenTablesTest, TransactionsAreThoseOfTheEmployeeAndThePeriod) {
+    EXPECT_EQ(transactionTable(*m_database, m_data, QStringLiteral("1"), m_march).rows.size(), 2U);
+    EXPECT_EQ(transactionTable(*m_database, m_data, QString(), m_march).rows.size(), 4U);
     EXPECT_TRUE(
-        transactionReport(*m_database, m_data, QStringLiteral("it's"), m_march).rows.empty());
+        transactionTable(*m_database, m_data, QStringLiteral("it's"), m_march).rows.empty());
     EXPECT_EQ(lastRecordedDay(*m_database, m_data), QDate(2024, 4, 1));
 }
 
-TEST_F(ReportTest, ScheduleHasAColumnForEachDayOfItsSpan) {
+TEST_F(ScreenTablesTest, ScheduleHasAColumnForEachDayOfItsSpan) {
     const Period week = spanAround(QDate(2024, 3, 30), ScheduleSpan::Week);
     EXPECT_EQ(week.from, QDate(2024, 3, 25));
-    EXPECT_EQ(joined(scheduleReport(*m_database, m_data, week)),
+    EXPECT_EQ(joined(scheduleTable(*m_database, m_data, week)),
               QStringList({QStringLiteral("1|Ann|||||||"), QStringLiteral("2|Bo||||||DAY|")}));
     const Period month = spanAround(QDate(2024, 2, 10), ScheduleSpan::Month);
-    EXPECT_EQ(scheduleReport(*m_database, m_data, month).columns.size(), 2U + 29U);
+    EXPECT_EQ(scheduleTable(*m_database, m_data, month).columns.size(), 2U + 29U);
     EXPECT_EQ(moved(QDate(2024, 3, 31), ScheduleSpan::Month, -1), QDate(2024, 2, 29));
 }
 

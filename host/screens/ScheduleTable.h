@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/screens/Period.h"
-#include "host/screens/Report.h"
+#include "host/screens/ScreenTable.h"
 
 namespace tallyroom::host {
 
@@ -16,6 +16,6 @@ QDate moved(QDate day, ScheduleSpan span, int direction);
 
 // One line for each employee. A single day comes with the shift's hours and what was recorded of
 // the day; a longer span has a column for each day.
-Report scheduleReport(Database& database, const HostData& data, const Period& period);
+TextTable scheduleTable(Database& database, const HostData& data, const Period& period);
 
 } // namespace tallyroom::host

@@ -1,4 +1,4 @@
-#include "common/ui/GridReport.h"
+#include "common/ui/TableReport.h"
 
 #include "tests/support/PrintedPages.h"
 #include "tests/support/Printing.h"
@@ -17,31 +17,34 @@ namespace {
 
 const QString title = QStringLiteral("Canvassing Details");
 
-class GridReportTest : public testing::Test {
+class PrintReportTest : public testing::Test {
 protected:
-    GridReportTest() {
+    PrintReportTest() {
         window.setObjectName(QStringLiteral("window"));
         window.resize(900, 700);
         window.show();
     }
 
-    static GridReport report(int rows, const QString& name = QStringLiteral("Anna Smith")) {
-        GridReport result;
-        result.title = title;
-        result.details = {QStringLiteral("Totalling Period: 01/01/2020 to 01/14/2020")};
-        result.printedBy = QStringLiteral("O'Hara");
-        result.printedAt = *Dates::parse(QStringLiteral("2/3/2020 4:05 PM"));
-        result.columns = {{QStringLiteral("Code"), CellAlignment::Left},
-                          {QStringLiteral("Name"), CellAlignment::Left},
-                          {QStringLiteral("OT Worked"), CellAlignment::Right}};
+    static TextTable table(int rows, const QString& name = QStringLiteral("Anna Smith")) {
+        TextTable result{{{QStringLiteral("Code")},
+                          {QStringLiteral("Name")},
+                          {QStringLiteral("OT Worked"), CellAlignment::Right}},
+                         {}};
         for (int row = 1; row <= rows; ++row)
             result.rows.push_back({QStringLiteral("E%1").arg(row, 4, 10, QLatin1Char('0')), name,
                                    row % 3 == 0 ? QString() : QStringLiteral("%1:15").arg(row)});
         return result;
     }
+    static TableReport report(const TextTable& what) {
+        TableReport result(what, title, QStringLiteral("O'Hara"));
+        result.head.details = {QStringLiteral("Totalling Period: 01/01/2020 to 01/14/2020")};
+        result.head.printedAt = *Dates::parse(QStringLiteral("2/3/2020 4:05 PM"));
+        return result;
+    }
+    static TableReport report(int rows) { return report(table(rows)); }
 
-    std::vector<PrintedPage> print(const GridReport& what) {
-        expectPrinting(script, what.title, file());
+    std::vector<PrintedPage> print(const PageSource& what) {
+        expectPrinting(script, what.frame().title, file());
         printReport(&window, what);
         return readPages(file());
     }
@@ -54,8 +57,8 @@ protected:
     DialogScript script;
 };
 
-TEST_F(GridReportTest, EveryPageCarriesItsFrameAndEveryRowIsPrintedOnce) {
-    GridReport what = report(130);
+TEST_F(PrintReportTest, EveryPageCarriesItsFrameAndEveryRowIsPrintedOnce) {
+    TableReport what = report(130);
     what.addLine(QStringLiteral("Date"), 24);
     what.addLine(QStringLiteral("Signature"), 60);
     const auto pages = print(what);
@@ -65,8 +68,8 @@ TEST_F(GridReportTest, EveryPageCarriesItsFrameAndEveryRowIsPrintedOnce) {
     for (std::size_t at = 0; at < pages.size(); ++at) {
         const QString text = pages[at].text();
         for (const QString& expected :
-             {title, what.details.front(), QStringLiteral("Worked"), QStringLiteral("Signature"),
-              QStringLiteral("Printed 02/03/2020 04:05 pm by O'Hara"),
+             {title, what.head.details.front(), QStringLiteral("Worked"),
+              QStringLiteral("Signature"), QStringLiteral("Printed 02/03/2020 04:05 pm by O'Hara"),
               QStringLiteral("Page %1 of %2").arg(at + 1).arg(pages.size())})
             EXPECT_TRUE(text.contains(expected)) << text.toStdString();
         EXPECT_EQ(pages[at].misplaced(), QStringList());
@@ -79,7 +82,7 @@ TEST_F(GridReportTest, EveryPageCarriesItsFrameAndEveryRowIsPrintedOnce) {
         }
     }
     QStringList expected;
-    for (const QStringList& row : what.rows)
+    for (const QStringList& row : table(130).rows)
         expected.append(row.front());
     EXPECT_EQ(codes, expected);
     EXPECT_EQ(rightEdges.size(), 1U) << "figures end at one edge";
@@ -89,12 +92,12 @@ TEST_F(GridReportTest, EveryPageCarriesItsFrameAndEveryRowIsPrintedOnce) {
 }
 
 // All columns of a board that shows everything, with lines to sign on.
-TEST_F(GridReportTest, WithEveryColumnOnlyTheElasticOnesGiveWay) {
+TEST_F(PrintReportTest, WithEveryColumnOnlyTheElasticOnesGiveWay) {
     const QString longName = QStringLiteral("Bartholomew Wolfeschlegelsteinhausenbergerdorff");
-    GridReport what = report(1, longName);
-    QStringList& row = what.rows.front();
+    TextTable wide = table(1, longName);
+    QStringList& row = wide.rows.front();
     const auto add = [&](const char* heading, const char* text, CellAlignment alignment) {
-        what.columns.push_back({QString::fromLatin1(heading), alignment});
+        wide.columns.push_back({QString::fromLatin1(heading), alignment});
         row.append(QString::fromLatin1(text));
     };
     for (const char* heading : {"Phone", "Alt. Phone", "Cell Phone", "Pager"})
@@ -104,6 +107,7 @@ TEST_F(GridReportTest, WithEveryColumnOnlyTheElasticOnesGiveWay) {
     for (const char* heading :
          {"1.5", "2.0", "1.5 Accepted", "2.0 Accepted", "1.5 Declined", "2.0 Declined", "Total"})
         add(heading, "100:30", CellAlignment::Right);
+    TableReport what = report(wide);
     what.makeElastic({QStringLiteral("Name"), QStringLiteral("Position")});
     what.addLine(QStringLiteral("Date"), 24);
     what.addLine(QStringLiteral("Signature"), 60);
@@ -127,14 +131,15 @@ TEST_F(GridReportTest, WithEveryColumnOnlyTheElasticOnesGiveWay) {
     EXPECT_GT(lines[1], 36) << "millimetres for a signature";
 }
 
-TEST_F(GridReportTest, LongTextsAboutTheReportStayInTheirPlace) {
-    GridReport what = report(3, QStringLiteral("\u738b\u5c0f\u660e"));
-    what.printedBy = QString(300, QLatin1Char('w'));
+TEST_F(PrintReportTest, LongTextsAboutTheReportStayInTheirPlace) {
+    TableReport what = report(table(3, QStringLiteral("\u738b\u5c0f\u660e")));
+    what.head.printedBy = QString(300, QLatin1Char('w'));
     QStringList users;
     for (int n = 100; n < 160; ++n)
         users.append(QStringLiteral("user%1").arg(n));
-    what.details = {users.mid(0, 30).join(QStringLiteral(", ")),
-                    users.mid(30).join(QStringLiteral(", ")).repeated(9), QStringLiteral("last")};
+    what.head.details = {users.mid(0, 30).join(QStringLiteral(", ")),
+                         users.mid(30).join(QStringLiteral(", ")).repeated(9),
+                         QStringLiteral("last")};
     const auto pages = print(what);
     ASSERT_EQ(pages.size(), 1U);
     EXPECT_EQ(pages[0].misplaced(), QStringList());
@@ -142,7 +147,7 @@ TEST_F(GridReportTest, LongTextsAboutTheReportStayInTheirPlace) {
         EXPECT_EQ(pages[0].text().count(QLatin1String(expected)), 1) << expected;
 }
 
-TEST_F(GridReportTest, FromNoRowToFiveThousand) {
+TEST_F(PrintReportTest, FromNoRowToFiveThousand) {
     for (const int rows : {0, 1, 5000}) {
         const auto pages = print(report(rows));
         ASSERT_FALSE(pages.empty());
@@ -157,7 +162,7 @@ TEST_F(GridReportTest, FromNoRowToFiveThousand) {
     }
 }
 
-TEST_F(GridReportTest, ThePagesThatWereAskedForAsOftenAsWanted) {
+TEST_F(PrintReportTest, ThePagesThatWereAskedForAsOftenAsWanted) {
     expectPrintDialog(script, title, [&](QWidget& dialog) {
         child<QRadioButton>(dialog, u"printRange").setChecked(true);
         child<QSpinBox>(dialog, u"to").setValue(3);
@@ -172,7 +177,50 @@ TEST_F(GridReportTest, ThePagesThatWereAskedForAsOftenAsWanted) {
     EXPECT_EQ(numbers.join(u' '), QStringLiteral("2 3 2 3"));
 }
 
-TEST_F(GridReportTest, WhoCancelsLeavesNothingBehind) {
+// Two pages with a text in their lower right corners.
+class Pictures : public PageSource {
+public:
+    const ReportFrame& frame() const override { return m_frame; }
+    QPageLayout::Orientation orientation(const QPageLayout&) const override {
+        return QPageLayout::Landscape;
+    }
+    std::unique_ptr<Pages> pages(QSizeF room, double point) const override {
+        struct Picture : Pages {
+            int count() const override { return 2; }
+            void paint(QPainter& painter, int page) const override {
+                painter.setFont(reportFont(false, static_cast<int>(9 * point)));
+                painter.drawText(QRectF(QPointF(), room), Qt::AlignBottom | Qt::AlignRight,
+                                 QStringLiteral("picture%1").arg(page));
+            }
+            QSizeF room;
+            double point = 1;
+        };
+        auto picture = std::make_unique<Picture>();
+        picture->room = room;
+        picture->point = point;
+        return picture;
+    }
+
+private:
+    ReportFrame m_frame{title, {QStringLiteral("first"), QStringLiteral("last")}, title, {40000}};
+};
+
+TEST_F(PrintReportTest, PicturesHaveTheSameFrame) {
+    const auto pages = print(Pictures());
+    ASSERT_EQ(pages.size(), 2U);
+    EXPECT_GT(pages[0].size.width(), pages[0].size.height());
+    for (int page = 1; page <= 2; ++page) {
+        const PrintedPage& printed = pages[static_cast<std::size_t>(page) - 1];
+        EXPECT_EQ(printed.misplaced(), QStringList());
+        EXPECT_TRUE(printed.text().endsWith(
+            QStringLiteral("last picture%1 Printed 07/06/2009 12:00 am by %2 Page %1 of 2")
+                .arg(page)
+                .arg(title)))
+            << printed.text().toStdString();
+    }
+}
+
+TEST_F(PrintReportTest, WhoCancelsLeavesNothingBehind) {
     const QString question =
         QStringLiteral("Are you sure that you want to print the Canvassing Details?");
     script.expectBox(question, QMessageBox::No, QMessageBox::Question);
@@ -195,7 +243,7 @@ TEST_F(GridReportTest, WhoCancelsLeavesNothingBehind) {
 }
 
 // A device that takes nothing, as a full disk does.
-TEST_F(GridReportTest, AFileThatCannotBeWrittenIsReported) {
+TEST_F(PrintReportTest, AFileThatCannotBeWrittenIsReported) {
     const QString full = QStringLiteral("/dev/full");
     expectPrintDialog(script, title, [&](QWidget& dialog) {
         script.expectBox(

@@ -1,4 +1,4 @@
-#include "host/screens/OvertimeReport.h"
+#include "host/screens/OvertimeTable.h"
 
 #include "store/Recordset.h"
 
@@ -59,53 +59,53 @@ QStringList line(const QString& name, const QString& second, const Minutes& minu
     return cells << minutesText(total);
 }
 
-Report emptyReport(const QString& first, const QString& second) {
+TextTable emptyTable(const QString& first, const QString& second) {
     return {{{first},
              {second},
-             {QStringLiteral("1.5 Worked"), true},
-             {QStringLiteral("2.0 Worked"), true},
-             {QStringLiteral("1.5 Accepted"), true},
-             {QStringLiteral("2.0 Accepted"), true},
-             {QStringLiteral("1.5 Declined"), true},
-             {QStringLiteral("2.0 Declined"), true},
-             {QStringLiteral("Total"), true}},
+             {QStringLiteral("1.5 Worked"), CellAlignment::Right},
+             {QStringLiteral("2.0 Worked"), CellAlignment::Right},
+             {QStringLiteral("1.5 Accepted"), CellAlignment::Right},
+             {QStringLiteral("2.0 Accepted"), CellAlignment::Right},
+             {QStringLiteral("1.5 Declined"), CellAlignment::Right},
+             {QStringLiteral("2.0 Declined"), CellAlignment::Right},
+             {QStringLiteral("Total"), CellAlignment::Right}},
             {}};
 }
 
-Report byEmployee(const HostData& data, const QHash<QString, Minutes>& totals) {
-    Report report = emptyReport(QStringLiteral("Code"), QStringLiteral("Name"));
+TextTable byEmployee(const HostData& data, const QHash<QString, Minutes>& totals) {
+    TextTable table = emptyTable(QStringLiteral("Code"), QStringLiteral("Name"));
     for (const Employee& employee : data.employees) {
         const Minutes minutes = totals.value(employee.code);
         if (!minutes.isNothing())
-            report.rows.push_back(line(employee.code, employee.name, minutes));
+            table.rows.push_back(line(employee.code, employee.name, minutes));
     }
-    return report;
+    return table;
 }
 
-Report byDepartment(const HostData& data, const QHash<QString, Minutes>& totals) {
+TextTable byDepartment(const HostData& data, const QHash<QString, Minutes>& totals) {
     QMap<QString, Minutes> sums;
     for (const Employee& employee : data.employees)
         sums[employee.department] += totals.value(employee.code);
-    Report report = emptyReport(QStringLiteral("Dept"), QStringLiteral("Department"));
+    TextTable table = emptyTable(QStringLiteral("Dept"), QStringLiteral("Department"));
     for (auto sum = sums.cbegin(); sum != sums.cend(); ++sum) {
         if (!sum->isNothing())
-            report.rows.push_back(line(sum.key(), data.departmentName(sum.key()), *sum));
+            table.rows.push_back(line(sum.key(), data.departmentName(sum.key()), *sum));
     }
-    return report;
+    return table;
 }
 
 } // namespace
 
-Report overtimeReport(Database& database, const HostData& data, const Period& period,
-                      OvertimeGrouping grouping) {
+TextTable overtimeTable(Database& database, const HostData& data, const Period& period,
+                        OvertimeGrouping grouping) {
     const QHash<QString, Minutes> totals = readTotals(database, period);
-    Report report = grouping == OvertimeGrouping::Department ? byDepartment(data, totals)
-                                                             : byEmployee(data, totals);
+    TextTable table = grouping == OvertimeGrouping::Department ? byDepartment(data, totals)
+                                                               : byEmployee(data, totals);
     Minutes all;
     for (const Minutes& minutes : totals)
         all += minutes;
-    report.rows.push_back(line(QString(), QStringLiteral("Total"), all));
-    return report;
+    table.rows.push_back(line(QString(), QStringLiteral("Total"), all));
+    return table;
 }
 
 } // namespace tallyroom::host

@@ -1,4 +1,4 @@
-#include "host/screens/TransactionReport.h"
+#include "host/screens/TransactionTable.h"
 
 #include "store/SqlText.h"
 
@@ -45,21 +45,21 @@ QStringList cells(const Recordset& rows, const HostData& data) {
 
 } // namespace
 
-Report transactionReport(Database& database, const HostData& data, const QString& employeeCode,
-                         const Period& period) {
-    Report report;
+TextTable transactionTable(Database& database, const HostData& data, const QString& employeeCode,
+                           const Period& period) {
+    TextTable table;
     for (const char16_t* header :
          {u"Date", u"Code", u"Name", u"Type", u"Shift", u"Dept", u"In", u"Out", u"Absence"})
-        report.columns.push_back({QString::fromUtf16(header)});
+        table.columns.push_back({QString::fromUtf16(header)});
     for (const char16_t* header :
          {u"1.5", u"2.0", u"1.5 Accepted", u"2.0 Accepted", u"1.5 Declined", u"2.0 Declined"})
-        report.columns.push_back({QString::fromUtf16(header), true});
-    report.columns.push_back({QStringLiteral("Notes")});
+        table.columns.push_back({QString::fromUtf16(header), CellAlignment::Right});
+    table.columns.push_back({QStringLiteral("Notes")});
     const auto rows =
         database.openRecordset(historyQuery(employeeCode, period), RecordsetType::Snapshot);
     for (; !rows->eof(); rows->moveNext())
-        report.rows.push_back(cells(*rows, data));
-    return report;
+        table.rows.push_back(cells(*rows, data));
+    return table;
 }
 
 } // namespace tallyroom::host

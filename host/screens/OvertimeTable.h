@@ -2,14 +2,14 @@
 #pragma once
 
 #include "host/screens/Period.h"
-#include "host/screens/Report.h"
+#include "host/screens/ScreenTable.h"
 
 namespace tallyroom::host {
 
 enum class OvertimeGrouping { Department, Employee };
 
 // One line for each department or employee with any overtime, then a line with the sums.
-Report overtimeReport(Database& database, const HostData& data, const Period& period,
-                      OvertimeGrouping grouping);
+TextTable overtimeTable(Database& database, const HostData& data, const Period& period,
+                        OvertimeGrouping grouping);
 
 } // namespace tallyroom::host

@@ -1,4 +1,4 @@
-#include "host/screens/ScheduleReport.h"
+#include "host/screens/ScheduleTable.h"
 
 namespace tallyroom::host {
 
@@ -40,38 +40,38 @@ QHash<QString, QString> readAttendance(Database& database, const Period& period)
     return attendance;
 }
 
-Report dayReport(Database& database, const HostData& data, const Period& day) {
+TextTable dayTable(Database& database, const HostData& data, const Period& day) {
     const TextsByEmployee shifts = readSchedule(database, day);
     const QHash<QString, QString> attendance = readAttendance(database, day);
-    Report report{{{QStringLiteral("Code")},
-                   {QStringLiteral("Name")},
-                   {QStringLiteral("Department")},
-                   {QStringLiteral("Shift")},
-                   {QStringLiteral("Hours")},
-                   {QStringLiteral("Recorded")}},
-                  {}};
+    TextTable table{{{QStringLiteral("Code")},
+                     {QStringLiteral("Name")},
+                     {QStringLiteral("Department")},
+                     {QStringLiteral("Shift")},
+                     {QStringLiteral("Hours")},
+                     {QStringLiteral("Recorded")}},
+                    {}};
     for (const Employee& employee : data.employees) {
         const QString shift = shifts.value(employee.code).value(day.from);
-        report.rows.push_back({employee.code, employee.name,
-                               data.departmentName(employee.department), shift,
-                               data.shiftHours(shift), attendance.value(employee.code)});
+        table.rows.push_back({employee.code, employee.name,
+                              data.departmentName(employee.department), shift,
+                              data.shiftHours(shift), attendance.value(employee.code)});
     }
-    return report;
+    return table;
 }
 
-Report spanReport(Database& database, const HostData& data, const Period& period) {
+TextTable spanTable(Database& database, const HostData& data, const Period& period) {
     const TextsByEmployee shifts = readSchedule(database, period);
-    Report report{{{QStringLiteral("Code")}, {QStringLiteral("Name")}}, {}};
+    TextTable table{{{QStringLiteral("Code")}, {QStringLiteral("Name")}}, {}};
     for (QDate day = period.from; day <= period.to; day = day.addDays(1))
-        report.columns.push_back({day.toString(QStringLiteral("ddd\nM/d"))});
+        table.columns.push_back({day.toString(QStringLiteral("ddd\nM/d"))});
     for (const Employee& employee : data.employees) {
         const DayTexts days = shifts.value(employee.code);
         QStringList cells{employee.code, employee.name};
         for (QDate day = period.from; day <= period.to; day = day.addDays(1))
             cells << days.value(day);
-        report.rows.push_back(cells);
+        table.rows.push_back(cells);
     }
-    return report;
+    return table;
 }
 
 } // namespace
@@ -99,9 +99,9 @@ QDate moved(QDate day, ScheduleSpan span, int direction) {
     }
 }
 
-Report scheduleReport(Database& database, const HostData& data, const Period& period) {
-    return period.from == period.to ? dayReport(database, data, period)
-                                    : spanReport(database, data, period);
+TextTable scheduleTable(Database& database, const HostData& data, const Period& period) {
+    return period.from == period.to ? dayTable(database, data, period)
+                                    : spanTable(database, data, period);
 }
 
 } // namespace tallyroom::host

@@ -2,12 +2,12 @@
 #pragma once
 
 #include "host/screens/Period.h"
-#include "host/screens/Report.h"
+#include "host/screens/ScreenTable.h"
 
 namespace tallyroom::host {
 
 // By day, then by employee; an empty code stands for all employees.
-Report transactionReport(Database& database, const HostData& data, const QString& employeeCode,
-                         const Period& period);
+TextTable transactionTable(Database& database, const HostData& data, const QString& employeeCode,
+                           const Period& period);
 
 } // namespace tallyroom::host

@@ -1,8 +1,7 @@
-#include "common/ui/GridReport.h"
+#include "common/ui/PrintReport.h"
 
 #include "common/ui/Events.h"
 #include "common/ui/Messages.h"
-#include "common/ui/ReportPages.h"
 #include "common/ui/WaitPointer.h"
 
 #include <QFile>
@@ -45,13 +44,13 @@ std::vector<int> sheets(const QPrinter& printer, int count) {
 
 class Printing {
 public:
-    explicit Printing(const GridReport& report) : m_report(report), m_widths(report) {}
+    explicit Printing(const PageSource& report) : m_report(report) {}
 
     void run(QWidget* parent) {
         prepare();
         QPrintPreviewDialog preview(&m_printer, parent);
         preview.setObjectName(QStringLiteral("ReportPreview"));
-        preview.setWindowTitle(m_report.title);
+        preview.setWindowTitle(m_report.frame().title);
         preview.resize(parent->window()->size());
         Events::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview,
                         [this](QPrinter* printer) { paint(*printer); });
@@ -65,10 +64,10 @@ public:
 
 private:
     void prepare() {
-        m_printer.setDocName(m_report.title);
+        m_printer.setDocName(m_report.frame().title);
         m_printer.setPageMargins(QMarginsF(margin, margin, margin, margin),
                                  QPageLayout::Millimeter);
-        m_printer.setPageOrientation(ReportPages::orientation(m_widths, m_printer.pageLayout()));
+        m_printer.setPageOrientation(m_report.orientation(m_printer.pageLayout()));
     }
 
     // Called for the preview, again when its page setup changes, and for the printing itself. What
@@ -88,15 +87,22 @@ private:
     }
 
     void paintPages(QPainter& painter, QPrinter& printer) const {
-        const ReportPages pages(m_report, m_widths,
-                                printer.pageLayout().paintRectPixels(printer.resolution()).size(),
-                                printer.resolution());
+        const double point = printer.resolution() / 72.0;
+        const PageFrame frame(m_report.frame(),
+                              printer.pageLayout().paintRectPixels(printer.resolution()).size(),
+                              point);
+        const QRectF room = frame.room();
+        const std::unique_ptr<Pages> pages = m_report.pages(room.size(), point);
+        painter.setLayoutDirection(Qt::LeftToRight); // the columns run so in every language
         bool isFirst = true;
-        for (const int page : sheets(printer, pages.count())) {
+        for (const int page : sheets(printer, pages->count())) {
             if (!isFirst)
                 printer.newPage();
             isFirst = false;
-            pages.paint(painter, page);
+            frame.paint(painter, page, pages->count());
+            painter.translate(room.topLeft());
+            pages->paint(painter, page);
+            painter.translate(-room.topLeft());
         }
     }
 
@@ -126,51 +132,22 @@ private:
                                     .arg(file);
     }
 
-    const GridReport& m_report;
-    ReportWidths m_widths;
+    const PageSource& m_report;
     QPrinter m_printer{QPrinter::HighResolution};
     bool m_begun = false; // the last painting could open its target
     bool m_painted = false;
 };
 
-QStringList cells(const Grid& grid, int row) {
-    QStringList texts;
-    for (int column = 0; column < grid.columns(); ++column)
-        texts.append(grid.text(row, column).simplified()); // a row is one line
-    return texts;
-}
-
 } // namespace
 
-GridReport GridReport::of(const Grid& grid, const QString& title, const QString& user) {
-    GridReport report;
-    report.title = title;
-    report.printedBy = user;
-    report.printedAt = Dates::now();
-    for (int column = 0; column < grid.columns(); ++column)
-        report.columns.push_back({grid.text(0, column), grid.alignment(column)});
-    const int rows = grid.isEmpty() ? 1 : grid.rows();
-    for (int row = 1; row < rows; ++row)
-        report.rows.push_back(cells(grid, row));
-    return report;
-}
-
-void GridReport::makeElastic(const QStringList& headings) {
-    for (ReportColumn& column : columns)
-        column.elastic = column.elastic || headings.contains(column.heading);
-}
-
-void GridReport::addLine(const QString& heading, double millimetres) {
-    columns.push_back({heading, CellAlignment::Left, false, millimetres});
-}
-
-void printReport(QWidget* parent, const GridReport& report) {
+void printReport(QWidget* parent, const PageSource& report) {
     const auto answer = Messages::show(
-        parent, QStringLiteral("Are you sure that you want to print the %1?").arg(report.title),
+        parent,
+        QStringLiteral("Are you sure that you want to print the %1?").arg(report.frame().title),
         QMessageBox::Question, QMessageBox::Yes | QMessageBox::No);
     if (answer != QMessageBox::Yes)
         return;
-    WaitPointer::show(); // while the texts are measured and the first pages are made
+    WaitPointer::show(); // while the first pages are made
     Printing(report).run(parent);
 }
 

@@ -1,0 +1,49 @@
+#include "common/TextTableModel.h"
+
+namespace tallyroom {
+
+namespace {
+
+QVariant placeOf(CellAlignment alignment) {
+    return QVariant((alignment == CellAlignment::Right ? Qt::AlignRight : Qt::AlignLeft) |
+                    Qt::AlignVCenter);
+}
+
+} // namespace
+
+void TextTableModel::setTable(TextTable table) {
+    beginResetModel();
+    m_table = std::move(table);
+    endResetModel();
+}
+
+int TextTableModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(m_table.rows.size());
+}
+
+int TextTableModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(m_table.columns.size());
+}
+
+QVariant TextTableModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid())
+        return {};
+    if (role == Qt::DisplayRole)
+        return m_table.rows[static_cast<std::size_t>(index.row())].value(index.column());
+    if (role == Qt::TextAlignmentRole)
+        return placeOf(m_table.columns[static_cast<std::size_t>(index.column())].alignment);
+    return {};
+}
+
+QVariant TextTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section >= columnCount())
+        return {};
+    const TextTable::Column& column = m_table.columns[static_cast<std::size_t>(section)];
+    if (role == Qt::DisplayRole)
+        return column.heading;
+    if (role == Qt::TextAlignmentRole)
+        return placeOf(m_headings == Headings::Left ? CellAlignment::Left : column.alignment);
+    return {};
+}
+
+} // namespace tallyroom

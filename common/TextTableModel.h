@@ -1,0 +1,29 @@
+// A table of texts for a view.
+#pragma once
+
+#include "common/TextTable.h"
+
+#include <QAbstractTableModel>
+
+namespace tallyroom {
+
+class TextTableModel : public QAbstractTableModel {
+public:
+    enum class Headings { Left, LikeTheirColumns };
+
+    explicit TextTableModel(Headings headings = Headings::LikeTheirColumns) : m_headings(headings) {}
+
+    const TextTable& table() const { return m_table; }
+    void setTable(TextTable table); // a reset: the views' selections go
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    Headings m_headings;
+    TextTable m_table;
+};
+
+} // namespace tallyroom
