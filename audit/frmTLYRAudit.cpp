@@ -5,7 +5,6 @@
 #include "common/ui/Background.h"
 #include "common/ui/DateBinding.h"
 #include "common/ui/Events.h"
-#include "common/ui/FormOptions.h"
 #include "common/ui/ListObject.h"
 #include "common/ui/Messages.h"
 #include "common/ui/WaitPointer.h"
@@ -48,8 +47,9 @@ void frmTLYRAudit::Form_Load() {
     m_dates->bind(m_ui->Text1, m_ui->SSCommand1);
     m_dates->bind(m_ui->Text2, m_ui->SSCommand3);
     m_dates->bind(m_ui->Text3, m_ui->SSCommand4);
-    FormOptions::restore(
-        *this, FormOptionsTable::read(m_context.DataPath, m_context.CurrentUser, objectName()));
+    WindowMemory::restore(
+        *this, remembered(),
+        FormOptionsTable::read(m_context.DataPath, m_context.CurrentUser, objectName()));
     listUsers();
     m_ui->SSPanel4->setVisible(m_breakOut());
     m_ui->SSPanel1->setVisible(!m_breakOut());
@@ -57,8 +57,12 @@ void frmTLYRAudit::Form_Load() {
 
 void frmTLYRAudit::Form_QueryUnload() {
     FormOptionsTable::write(m_context.DataPath, m_context.CurrentUser, objectName(),
-                            FormOptions::textOf(*this));
+                            WindowMemory::textOf(*this, remembered()));
     m_dates.reset();
+}
+
+WindowMemory::Remembered frmTLYRAudit::remembered() {
+    return {m_ui->SSPanel1, m_ui->Check3, m_ui->Check4, m_ui->Check5, m_ui->Check6, this};
 }
 
 void frmTLYRAudit::listUsers() {

@@ -5,6 +5,7 @@
 #include "common/HostContext.h"
 #include "common/ui/DateBinding.h"
 #include "common/ui/FormWindow.h"
+#include "common/ui/WindowMemory.h"
 
 #include <QLineEdit>
 #include <functional>
@@ -45,6 +46,7 @@ private:
     void SSCommand5_Click();
 
     void connectControls();
+    WindowMemory::Remembered remembered();
     void listUsers();
     bool checkDates();
     bool checkDate(QLineEdit* box);

@@ -5,10 +5,10 @@
 #include "common/RunError.h"
 #include "common/ui/Background.h"
 #include "common/ui/Events.h"
-#include "common/ui/FormOptions.h"
 #include "common/ui/GridFill.h"
 #include "common/ui/Messages.h"
 #include "common/ui/TableReport.h"
+#include "common/ui/WindowMemory.h"
 #include "store/FormOptionsTable.h"
 #include "ui_frmTLYRAuditDetails.h"
 
@@ -43,15 +43,16 @@ frmTLYRAuditDetails::~frmTLYRAuditDetails() = default;
 
 void frmTLYRAuditDetails::Form_Load() {
     Background::copyFrom(m_context.SplashPicture, this);
-    FormOptions::restore(
-        *this, FormOptionsTable::read(m_context.DataPath, m_context.CurrentUser, objectName()));
+    WindowMemory::restore(
+        *this, {this},
+        FormOptionsTable::read(m_context.DataPath, m_context.CurrentUser, objectName()));
     m_popup->hide();
     fillGrid();
 }
 
 void frmTLYRAuditDetails::Form_QueryUnload() {
     FormOptionsTable::write(m_context.DataPath, m_context.CurrentUser, objectName(),
-                            FormOptions::textOf(*this));
+                            WindowMemory::textOf(*this, {this}));
 }
 
 void frmTLYRAuditDetails::fillGrid() {

@@ -4,7 +4,7 @@
 #include "common/ui/Background.h"
 #include "common/ui/Events.h"
 #include "common/ui/FixedPitch.h"
-#include "common/ui/FormOptions.h"
+#include "common/ui/WindowMemory.h"
 #include "store/FormOptionsTable.h"
 #include "ui_frmUndo.h"
 
@@ -23,15 +23,16 @@ frmUndo::~frmUndo() = default;
 
 void frmUndo::Form_Load() {
     Background::copyFrom(m_context.SplashPicture, this);
-    FormOptions::restore(
-        *this, FormOptionsTable::read(m_context.DataPath, m_context.CurrentUser, objectName()));
+    WindowMemory::restore(
+        *this, {this},
+        FormOptionsTable::read(m_context.DataPath, m_context.CurrentUser, objectName()));
     m_ui->Label1->setText(QStringLiteral("User: ") + m_context.CurrentUser);
     Update();
 }
 
 void frmUndo::Form_QueryUnload() {
     FormOptionsTable::write(m_context.DataPath, m_context.CurrentUser, objectName(),
-                            FormOptions::textOf(*this));
+                            WindowMemory::textOf(*this, {this}));
 }
 
 // The window has no place to say how many entries cannot be read.

@@ -5,7 +5,6 @@
 #include "common/ui/Background.h"
 #include "common/ui/DateBinding.h"
 #include "common/ui/Events.h"
-#include "common/ui/FormOptions.h"
 #include "common/ui/ListObject.h"
 #include "common/ui/Messages.h"
 #include "common/ui/TableReport.h"
@@ -96,8 +95,9 @@ void Tallyroom::Form_Load() {
     m_ui->mnuDefinePeriod->setVisible(m_context.isMaster());
     m_ui->mnuValidate->setVisible(m_context.isMaster());
     LoadOrderings();
-    FormOptions::restore(
-        *this, FormOptionsTable::read(m_board->dataPath(), m_context.CurrentUser, objectName()));
+    WindowMemory::restore(
+        *this, remembered(),
+        FormOptionsTable::read(m_board->dataPath(), m_context.CurrentUser, objectName()));
     // Most answers are for today's overtime; the user sees the date and may change it.
     m_ui->to_date->setText(Dates::format(Dates::today(), QStringLiteral("mm/dd/yyyy")));
     showBreakOut();
@@ -138,9 +138,15 @@ void Tallyroom::closeEvent(QCloseEvent* event) {
         Form_QueryUnload();
 }
 
+WindowMemory::Remembered Tallyroom::remembered() {
+    WindowMemory::Remembered remembered = m_view->marks();
+    remembered.insert(remembered.end(), {m_ui->mnuTotal, m_ui->MnuOrd, this});
+    return remembered;
+}
+
 void Tallyroom::Form_QueryUnload() {
     FormOptionsTable::write(m_board->dataPath(), m_context.CurrentUser, objectName(),
-                            FormOptions::textOf(*this));
+                            WindowMemory::textOf(*this, remembered()));
     m_dates.reset();
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "canvass/AnswerMenu.h"
+#include "common/ui/WindowMemory.h"
 
 #include <QEventLoop>
 #include <QMainWindow>
@@ -41,6 +42,7 @@ private:
     void Form_Activate();
     void Form_QueryUnload();
     void Form_Resize();
+    WindowMemory::Remembered remembered();
     void Command1_Click();
     void Command2_Click();
 

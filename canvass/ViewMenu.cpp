@@ -56,6 +56,13 @@ BoardOptions ViewMenu::options() const {
     return options;
 }
 
+std::vector<QObject*> ViewMenu::marks() const {
+    std::vector<QObject*> marks{m_ui.mnuBlank0, m_ui.mnuMult, m_ui.mnuBreakOut, m_ui.mnuDateLine,
+                                m_ui.mnuSigLine};
+    marks.insert(marks.end(), m_columns.begin(), m_columns.end());
+    return marks;
+}
+
 QString ViewMenu::totalCaption() const {
     return (m_ui.mnuTot_0->isChecked() ? m_ui.mnuTot_0 : m_ui.mnuTot_1)->text();
 }

@@ -20,7 +20,8 @@ public:
     ViewMenu(QWidget& window, const Ui::Tallyroom& ui, std::function<void()> changed);
 
     BoardOptions options() const;
-    QString totalCaption() const; // of the entry that says what the Total column counts
+    std::vector<QObject*> marks() const; // all entries that a user checks, but for the total's
+    QString totalCaption() const;        // of the entry that says what the Total column counts
 
 private:
     void addEntry(const BoardColumn& column);

@@ -1,4 +1,4 @@
-#include "common/ui/FormOptions.h"
+#include "common/ui/WindowMemory.h"
 
 #include "store/FormOptionsTable.h"
 #include "tests/support/DataFolder.h"
@@ -34,6 +34,12 @@ struct Browser {
         return text;
     }
 
+    QString text() { return WindowMemory::textOf(window, remembered()); }
+    void restore(const QString& text) { WindowMemory::restore(window, remembered(), text); }
+    WindowMemory::Remembered remembered() {
+        return {&panel, &checks[0], &checks[1], &checks[2], &checks[3], &window};
+    }
+
     QWidget window;
     QWidget panel{&window};
     QRadioButton options[3]{QRadioButton(&panel), QRadioButton(&panel), QRadioButton(&panel)};
@@ -41,25 +47,37 @@ struct Browser {
                         QCheckBox(&window)};
 };
 
-TEST(FormOptions, WhatTheWindowCannotTakeIsPassedOver) {
+TEST(WindowMemory, ATextIsReadAndWrittenAsItAlwaysWas) {
+    const QString kept(
+        QStringLiteral("7e1401140f4b0b0a5204511a4d00140826293d72351a441d1c470c4e1c1a061116070249"
+                       "1e5035010b044b554b4807063a134950370108064b5d511a09070a16174946631c0a431f"
+                       "5d471a181d1b0249513748160619404b541352130c5e51271c26041c11055c471a4b3c50"
+                       "1b0f090b40474802121d4d20243c722d1a0a0e11514e5b510d171f0e0613025c5c464358"
+                       "6d1b040a1d04041f450d511a09070a16174946571d0b541c4a5f16585f131a18"));
+    Browser opened;
+    opened.restore(kept);
+    EXPECT_EQ(opened.state(), QStringLiteral("640x540 0101011"));
+    EXPECT_EQ(opened.text(), kept);
+}
+
+TEST(WindowMemory, WhatTheWindowCannotTakeIsPassedOver) {
     Browser left;
     left.options[1].setObjectName(QStringLiteral("Option9"));
     left.options[1].setChecked(true);
     left.checks[2].setChecked(true);
     left.window.resize(20000, 15000);
     Browser opened;
-    FormOptions::restore(opened.window, FormOptions::textOf(left.window));
+    opened.restore(left.text());
     EXPECT_TRUE(opened.state().endsWith(QStringLiteral(" 1000010"))) << "no such option button";
     EXPECT_LE(opened.window.width(), opened.window.screen()->availableSize().width());
     EXPECT_LE(opened.window.height(), opened.window.screen()->availableSize().height());
 }
 
-TEST(FormOptions, ADamagedOrForeignTextChangesNothing) {
+TEST(WindowMemory, ADamagedOrForeignTextChangesNothing) {
     Browser left;
     left.options[1].setChecked(true);
     left.window.resize(640, 480);
-    const QString whole = FormOptions::textOf(left.window);
-    EXPECT_FALSE(QByteArray::fromHex(whole.toLatin1()).contains("Check")) << "scrambled";
+    const QString whole = left.text();
     QWidget undo;
     undo.setObjectName(QStringLiteral("frmUndo"));
     undo.resize(700, 500);
@@ -69,7 +87,7 @@ TEST(FormOptions, ADamagedOrForeignTextChangesNothing) {
                          whole.left(whole.size() / 2),
                          whole + whole,
                          whole.mid(2),
-                         FormOptions::textOf(undo)};
+                         WindowMemory::textOf(undo, {&undo})};
     std::mt19937 random(1);
     for (int round = 0; round < 200; ++round) {
         QString damaged = whole;
@@ -80,10 +98,10 @@ TEST(FormOptions, ADamagedOrForeignTextChangesNothing) {
     Browser opened;
     const QString before = opened.state();
     for (const QString& text : texts) {
-        FormOptions::restore(opened.window, text);
+        opened.restore(text);
         EXPECT_EQ(opened.state(), before) << text.toStdString();
     }
-    FormOptions::restore(opened.window, whole);
+    opened.restore(whole);
     EXPECT_EQ(opened.state(), QStringLiteral("640x480 0100000")) << "the whole text";
 }
 

@@ -1,5 +1,6 @@
-#include "common/ui/FormOptions.h"
+#include "common/ui/WindowMemory.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -7,54 +8,9 @@
 #include <QRadioButton>
 #include <QScreen>
 
-namespace tallyroom::FormOptions {
+namespace tallyroom::WindowMemory {
 
 namespace {
-
-enum class Kind {
-    Mark,   // a check mark: true or false
-    Choice, // the one that is chosen of a menu's entries or a panel's option buttons
-    Size,   // the window's own size, and whether it fills the screen
-};
-
-struct Remembered {
-    const char16_t* form;
-    const char16_t* control;
-    Kind kind;
-};
-
-// Everything that is remembered. All else opens as it was designed, on purpose:
-// - amounts and dates, and the audit's date filters: last week's would be recorded, or would hide
-//   entries, unseen;
-// - the rows and users that are selected: they are other ones by then;
-// - column widths, which follow the texts, and window positions, which belong to the desktop;
-// - what the data files keep: associations, period, the definitions of orderings; the windows that
-//   set these up are as large as their contents.
-constexpr Remembered rememberedStates[] = {
-    {u"Tallyroom", u"mnuBlank0", Kind::Mark},
-    {u"Tallyroom", u"mnuDateLine", Kind::Mark},
-    {u"Tallyroom", u"mnuSigLine", Kind::Mark},
-    {u"Tallyroom", u"mnuMult", Kind::Mark},
-    {u"Tallyroom", u"mnuDept", Kind::Mark},
-    {u"Tallyroom", u"mnuPos", Kind::Mark},
-    {u"Tallyroom", u"mnuSenDate", Kind::Mark},
-    {u"Tallyroom", u"mnuSenNum", Kind::Mark},
-    {u"Tallyroom", u"mnuBreakOut", Kind::Mark},
-    {u"Tallyroom", u"mnuAltPhone", Kind::Mark},
-    {u"Tallyroom", u"mnuCellPhone", Kind::Mark},
-    {u"Tallyroom", u"mnuPager", Kind::Mark},
-    {u"Tallyroom", u"mnuTotal", Kind::Choice},
-    {u"Tallyroom", u"MnuOrd", Kind::Choice},
-    {u"Tallyroom", u"Tallyroom", Kind::Size},
-    {u"frmTLYRAudit", u"SSPanel1", Kind::Choice},
-    {u"frmTLYRAudit", u"Check3", Kind::Mark},
-    {u"frmTLYRAudit", u"Check4", Kind::Mark},
-    {u"frmTLYRAudit", u"Check5", Kind::Mark},
-    {u"frmTLYRAudit", u"Check6", Kind::Mark},
-    {u"frmTLYRAudit", u"frmTLYRAudit", Kind::Size},
-    {u"frmTLYRAuditDetails", u"frmTLYRAuditDetails", Kind::Size},
-    {u"frmUndo", u"frmUndo", Kind::Size},
-};
 
 const QString formKey = QStringLiteral("form");
 const QString statesKey = QStringLiteral("states");
@@ -73,9 +29,9 @@ QByteArray checksum(const QByteArray& json) {
 
 // The object's states when the text is whole and the window's own, otherwise none.
 QJsonObject statesIn(const QString& text, const QString& form) {
-    const QByteArray plain = scrambled(QByteArray::fromHex(text.toLatin1()));
-    const QByteArray json = plain.mid(4);
-    if (checksum(json) != plain.left(4))
+    const QByteArray bytes = scrambled(QByteArray::fromHex(text.toLatin1()));
+    const QByteArray json = bytes.mid(4);
+    if (checksum(json) != bytes.left(4))
         return {};
     const QJsonObject all = QJsonDocument::fromJson(json).object();
     return all.value(formKey).toString() == form ? all.value(statesKey).toObject() : QJsonObject();
@@ -145,48 +101,47 @@ void resizeTo(QWidget& window, const QJsonObject& state) {
         Qt::WindowMaximized, state.value(QStringLiteral("maximized")).toBool()));
 }
 
-QJsonValue stateOf(const QWidget& window, const Remembered& remembered) {
-    if (remembered.kind == Kind::Size)
-        return sizeOf(window);
-    const auto* control = window.findChild<QObject*>(QString::fromUtf16(remembered.control));
-    return remembered.kind == Kind::Mark ? isChecked(*control) : chosen(*control);
+bool isMark(const QObject& control) {
+    return qobject_cast<const QAction*>(&control) || qobject_cast<const QAbstractButton*>(&control);
 }
 
-void restoreState(QWidget& window, const Remembered& remembered, const QJsonValue& state) {
-    if (remembered.kind == Kind::Size) {
+QJsonValue stateOf(const QWidget& window, const QObject& control) {
+    if (&control == &window)
+        return sizeOf(window);
+    return isMark(control) ? isChecked(control) : chosen(control);
+}
+
+void restoreState(QWidget& window, QObject& control, const QJsonValue& state) {
+    if (&control == &window)
         resizeTo(window, state.toObject());
-        return;
-    }
-    auto* control = window.findChild<QObject*>(QString::fromUtf16(remembered.control));
-    if (remembered.kind == Kind::Choice)
-        choose(*control, state.toString());
+    else if (!isMark(control))
+        choose(control, state.toString());
     else if (state.isBool())
-        control->setProperty("checked", state.toBool());
+        control.setProperty("checked", state.toBool());
 }
 
 } // namespace
 
-QString textOf(const QWidget& window) {
+QString textOf(const QWidget& window, const Remembered& remembered) {
     QJsonObject states;
-    for (const Remembered& remembered : rememberedStates) {
-        if (window.objectName() == QStringView(remembered.form))
-            states.insert(QString::fromUtf16(remembered.control), stateOf(window, remembered));
+    for (const QObject* control : remembered) {
+        Q_ASSERT(control && !control->objectName().isEmpty());
+        Q_ASSERT(!states.contains(control->objectName()));
+        states.insert(control->objectName(), stateOf(window, *control));
     }
-    if (states.isEmpty())
-        return {};
     const QByteArray json =
         QJsonDocument(QJsonObject{{formKey, window.objectName()}, {statesKey, states}})
             .toJson(QJsonDocument::Compact);
     return QString::fromLatin1(scrambled(checksum(json) + json).toHex());
 }
 
-void restore(QWidget& window, const QString& text) {
+void restore(QWidget& window, const Remembered& remembered, const QString& text) {
     const QJsonObject states = statesIn(text, window.objectName());
-    for (const Remembered& remembered : rememberedStates) {
-        const auto state = states.constFind(QString::fromUtf16(remembered.control));
-        if (window.objectName() == QStringView(remembered.form) && state != states.constEnd())
-            restoreState(window, remembered, *state);
+    for (QObject* control : remembered) {
+        const auto state = states.constFind(control->objectName());
+        if (state != states.constEnd())
+            restoreState(window, *control, *state);
     }
 }
 
-} // namespace tallyroom::FormOptions
+} // namespace tallyroom::WindowMemory
