@@ -17,9 +17,11 @@ if(TALLYROOM_SANITIZE)
     target_link_options(project_options INTERFACE -fsanitize=${TALLYROOM_SANITIZE})
 endif()
 
-# tallyroom_library(NAME SOURCES... LINKS targets...): a static library under the project's options.
+# tallyroom_library(NAME [QOBJECTS] SOURCES... LINKS targets...): a static library under the project's
+# options. QOBJECTS: it holds classes with signals or windows drawn in .ui files.
 function(tallyroom_library name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    cmake_parse_arguments(ARG "QOBJECTS" "" "SOURCES;LINKS" ${ARGN})
     add_library(${name} STATIC ${ARG_SOURCES})
+    set_target_properties(${name} PROPERTIES AUTOMOC ${ARG_QOBJECTS} AUTOUIC ${ARG_QOBJECTS})
     target_link_libraries(${name} PUBLIC project_options ${ARG_LINKS})
 endfunction()
