@@ -14,28 +14,37 @@ namespace {
 class Recorder {
 public:
     Recorder(CanvassState& state, const AnswerRequest& request)
-        : m_state(state), m_request(request),
-          m_associations(Workspace::openAddIn(state.DataPath)
-                             ->openRecordset(QStringLiteral("Select * from [tlyr_assoc];"),
-                                             RecordsetType::Snapshot)),
-          m_addIn(m_associations->database()) {}
+        : m_state(state), m_request(request) {}
 
-    void run(Result& result) {
-        if (m_associations->eof())
-            return;
-        for (const QString& code : m_request.employees)
-            recordEmployee(code, result);
+    Result run() {
+        m_result.employees = static_cast<int>(m_request.employees.size());
+        try {
+            recordAll();
+        } catch (const RunError& error) {
+            m_result.failure = error;
+        }
+        return m_result;
     }
 
 private:
-    void recordEmployee(const QString& code, Result& result) {
+    void recordAll() {
+        m_addIn = Workspace::openAddIn(m_state.DataPath);
+        m_associations = m_addIn->openRecordset(QStringLiteral("Select * from [tlyr_assoc];"),
+                                                RecordsetType::Snapshot);
+        if (m_associations->eof())
+            return;
+        for (const QString& code : m_request.employees)
+            recordEmployee(code);
+    }
+
+    void recordEmployee(const QString& code) {
         m_state.rows().findFirst(QStringLiteral("[emp_code] = ") + SqlText::criterion(code));
         if (m_state.rows().noMatch())
             return;
         for (const auto& [kind, amount] : lines())
-            WriteAnswer(*kind, amount, result.partly);
-        if (std::exchange(result.partly, std::nullopt))
-            ++result.recorded;
+            WriteAnswer(*kind, amount);
+        if (std::exchange(m_result.partly, std::nullopt))
+            ++m_result.recorded;
     }
 
     using Line = std::pair<const AnswerKind*, QString>;
@@ -75,9 +84,7 @@ private:
 
     bool isSetUp(const AnswerKind& kind) const { return !absentCode(kind).isNull(); }
 
-    // `partly` takes the code with the first write.
-    void WriteAnswer(const AnswerKind& kind, const QString& amount,
-                     std::optional<QString>& partly) {
+    void WriteAnswer(const AnswerKind& kind, const QString& amount) {
         const std::int32_t minutes = TimeConversion::toMinutes(amount);
         const Recordset& employee = m_state.rows();
         const Variant shift = employee.field(QStringLiteral("emp_shift"));
@@ -97,13 +104,13 @@ private:
                             Variant(m_request.canvassDate).toDate(),
                             minutes,
                             kind};
-        write(answer, partly);
+        write(answer);
     }
 
     bool counts(Date date) const { return !m_state.period || m_state.period->contains(date); }
 
     // Each write stands on its own; but no other program may come between them.
-    void write(const Answer& answer, std::optional<QString>& partly) {
+    void write(const Answer& answer) {
         const AnswerStatements statements(answer, m_request);
         const auto host = m_state.hostOptions();
         Transaction history(host, TransactionKind::Reserve);
@@ -113,7 +120,7 @@ private:
             board.emplace(m_state.rows().database(), TransactionKind::Reserve);
         host->execute(statements.history);
         history.commit();
-        partly = answer.emp;
+        m_result.partly = answer.emp;
         m_addIn->execute(statements.audit);
         audit.commit();
         if (board)
@@ -144,8 +151,9 @@ private:
 
     CanvassState& m_state;
     const AnswerRequest& m_request;
-    std::shared_ptr<Recordset> m_associations;
     std::shared_ptr<Database> m_addIn; // aidb01.mdb
+    std::shared_ptr<Recordset> m_associations;
+    Result m_result;
 };
 
 } // namespace
@@ -162,14 +170,7 @@ bool isValidAmount(const QString& amount) {
 }
 
 Result record(CanvassState& state, const AnswerRequest& request) {
-    Result result;
-    result.employees = static_cast<int>(request.employees.size());
-    try {
-        Recorder(state, request).run(result);
-    } catch (const RunError& error) {
-        result.failure = error;
-    }
-    return result;
+    return Recorder(state, request).run();
 }
 
 QString hindranceOf(const QString& user) {

@@ -26,7 +26,7 @@ struct AnswerRequest {
 namespace AnswerRecording {
 
 // Whether a typed amount can be recorded: a time from 0 to 24 hours.
-bool isValidAmount(const QString& amount);
+[[nodiscard]] bool isValidAmount(const QString& amount);
 
 struct Result {
     int employees = 0;               // whom the request names
@@ -44,7 +44,7 @@ struct Result {
 // a file that is in use, read-only, gone or exchanged. Employees who are not on the board, whose
 // shift the host does not know, or whose kind of answer has no absent code are passed over
 // silently. Fails with what the database raises, and 13 for a canvass date that is none.
-Result record(CanvassState& state, const AnswerRequest& request);
+[[nodiscard]] Result record(CanvassState& state, const AnswerRequest& request);
 
 // What hinders every answer of this user, as a note to read; empty when nothing does.
 QString hindranceOf(const QString& user);

@@ -19,8 +19,8 @@ namespace CanvassTotals {
 // the finished statements did; Retry repeats the statement; Ignore goes on with the next. Error
 // 3010 is answered once in a build by dropping the table of that name from aidb01.mdb and a retry.
 // Returns false after an abort.
-bool build(CanvassState& state, const ObjectRef& bucketForm, bool multiply,
-           const ErrorQuestion& ask);
+[[nodiscard]] bool build(CanvassState& state, const ObjectRef& bucketForm, bool multiply,
+                         const ErrorQuestion& ask);
 
 } // namespace CanvassTotals
 } // namespace tallyroom

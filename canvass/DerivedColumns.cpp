@@ -86,6 +86,7 @@ void compute(CanvassState& state, bool multiply) {
 }
 
 bool computeFor(Database& board, bool multiply, const QString& employee) {
+    Q_ASSERT(board.inTransaction());
     try {
         return computeGrouped(
             board, multiply, QStringLiteral(" Where ([Emp_Code] = ") + employee + QLatin1Char(')'));
@@ -103,6 +104,7 @@ bool areCurrent(const CanvassState& state, bool multiply) {
 }
 
 void noteCurrent(CanvassState& state, const std::shared_ptr<Database>& board, bool multiply) {
+    Q_ASSERT(board->inTransaction());
     state.derived = CanvassState::Derived{board, multiply, board->changeMark()};
 }
 

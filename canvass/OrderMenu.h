@@ -18,7 +18,7 @@ public:
     // Lists what is stored; an ordering in force stays so as long as its description is there.
     // Returns how many are left out since their description cannot be read. Raises what the
     // database raises.
-    int load(const QString& dataPath);
+    [[nodiscard]] int load(const QString& dataPath);
 
     std::optional<Ordering> inForce() const;
 

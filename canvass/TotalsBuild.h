@@ -12,7 +12,7 @@ public:
     TotalsBuild(CanvassState& state, const ObjectRef& bucketForm, bool multiply,
                 const ErrorQuestion& ask);
 
-    bool run(); // false after an abort
+    [[nodiscard]] bool run(); // false after an abort
 
 private:
     template<class Action>

@@ -73,6 +73,7 @@ void OrderingDraft::setDirection(int position, Direction direction) {
 }
 
 void OrderingDraft::exchange(int position, int other) {
+    Q_ASSERT(std::abs(position - other) == 1);
     std::swap(at(position), at(other));
     std::vector<Setting> settings;
     for (int n = 0; n < count(); ++n)

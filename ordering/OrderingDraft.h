@@ -45,8 +45,11 @@ private:
         QString name;
         bool takesPart = false;
     };
-    const Element& at(int position) const { return m_elements[static_cast<std::size_t>(position)]; }
-    Element& at(int position) { return m_elements[static_cast<std::size_t>(position)]; }
+    const Element& at(int position) const {
+        Q_ASSERT(position >= 0 && position < count());
+        return m_elements[static_cast<std::size_t>(position)];
+    }
+    Element& at(int position) { return const_cast<Element&>(std::as_const(*this).at(position)); }
 
     std::vector<Element> m_elements;
     SettingsText m_details;

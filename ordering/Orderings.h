@@ -30,9 +30,9 @@ std::optional<Ordering> read(const QString& dataPath, const QString& descr);
 enum class SaveResult { Saved, Duplicate, NotFound };
 
 // Adds an ordering, unless one of this description (blanks at its ends apart) is there already.
-SaveResult add(const QString& dataPath, const Ordering& ordering);
+[[nodiscard]] SaveResult add(const QString& dataPath, const Ordering& ordering);
 // Replaces the details of the ordering of this description.
-SaveResult change(const QString& dataPath, const Ordering& ordering);
+[[nodiscard]] SaveResult change(const QString& dataPath, const Ordering& ordering);
 
 // Removes every ordering of exactly this description.
 void remove(const QString& dataPath, const QString& descr);

@@ -33,6 +33,7 @@ PrefixIndex::PrefixIndex(const QStringList& texts)
 }
 
 void PrefixIndex::enter(int text, int place) {
+    Q_ASSERT(place >= 0 && place < noPlace);
     setPlace(text, place);
 }
 

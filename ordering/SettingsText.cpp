@@ -32,8 +32,10 @@ QString SettingsText::value(const QString& key, const QString& defaultValue) con
 // The index takes the old pairs and the new ones at once, and gives places to those that hold.
 void SettingsText::set(const std::vector<Setting>& settings) {
     QStringList pairs = m_pairs;
-    for (const Setting& setting : settings)
+    for (const Setting& setting : settings) {
         pairs.append(setting.key + QLatin1Char('=') + setting.value);
+        Q_ASSERT(!pairs.last().contains(pairSeparator));
+    }
     m_index = PrefixIndex(pairs);
     std::vector<int> holding; // by position
     const auto hold = [&](int pair, std::size_t position) {

@@ -12,6 +12,7 @@ namespace {
 
 void selectStored(const Lists& lists, const Associations::Codes& codes,
                   const QStringList& entries) {
+    Q_ASSERT(lists.size() <= codes.size());
     for (std::size_t kind = 0; kind < lists.size(); ++kind) {
         const QString code = codes[kind].textOrEmpty();
         const int found = code.isEmpty() ? -1 : CoreFunctions::FindInBox(entries, code);
@@ -59,6 +60,7 @@ bool load(QWidget* window, const QString& dataPath, const Lists& lists) {
 
 bool save(QWidget* window, const QString& dataPath, const Lists& lists,
           const QStringList& messages) {
+    Q_ASSERT(messages.size() == std::ssize(lists));
     WaitPointer::show();
     for (std::size_t kind = 0; kind < lists.size(); ++kind) {
         if (lists[kind]->currentIndex() < 0) {

@@ -17,7 +17,7 @@ bool load(QWidget* window, const QString& dataPath, const Lists& lists);
 
 // Checks that every list has a choice, saves the codes and returns true. At the first list without
 // one shows the message of the same position, and nothing is written.
-bool save(QWidget* window, const QString& dataPath, const Lists& lists,
-          const QStringList& messages);
+[[nodiscard]] bool save(QWidget* window, const QString& dataPath, const Lists& lists,
+                        const QStringList& messages);
 
 } // namespace tallyroom::AssociationLists

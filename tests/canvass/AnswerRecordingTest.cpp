@@ -32,8 +32,8 @@ protected:
     // The board without the answers so far, as for a period that has none of them.
     void rebuild() {
         const auto period = std::exchange(state.period, TotallingPeriod{Date{1}, Date{2}});
-        CanvassTotals::build(state, host.context(folder.path()).BucketForm, false,
-                             [](const RunError&) { return ErrorAnswer::Abort; });
+        EXPECT_TRUE(CanvassTotals::build(state, host.context(folder.path()).BucketForm, false,
+                                         [](const RunError&) { return ErrorAnswer::Abort; }));
         state.period = period;
     }
 

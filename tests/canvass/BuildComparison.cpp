@@ -96,12 +96,15 @@ void BuildComparison::build() {
         state.period = TotallingPeriod{*Dates::parse(QStringLiteral("2/3/2020")),
                                        *Dates::parse(QStringLiteral("2/7/2020"))};
     const bool multiply = upTo(2) == 0;
-    m_quick = QuickBuild::run(state, context.BucketForm, multiply);
-    m_quickCells = cells();
-    TotalsBuild(state, context.BucketForm, multiply, [this](const RunError&) {
+    const ErrorQuestion ignore = [this](const RunError&) {
         ++m_failures;
         return ErrorAnswer::Ignore;
-    }).run();
+    };
+    m_quick = QuickBuild::run(state, context.BucketForm, multiply);
+    m_quickCells = cells();
+    TotalsBuild build(state, context.BucketForm, multiply, ignore);
+    if (!build.run())
+        ++m_failures;
     m_cells = cells();
 }
 

@@ -374,8 +374,7 @@ TEST_F(CanvassTotalsTest, ALockedFileFailsTheDerivedColumnsThatHaveToBeComputed)
     ASSERT_TRUE(build());
     const auto other = folder.open(mainFile);
     other->begin(TransactionKind::Write);
-    EXPECT_EQ(errorNumberOf([&] { DerivedColumns::compute(state, false); }), 0)
-        << "they hold";
+    EXPECT_EQ(errorNumberOf([&] { DerivedColumns::compute(state, false); }), 0) << "they hold";
     EXPECT_EQ(errorNumberOf([&] { DerivedColumns::compute(state, true); }), 3196);
     other->commit();
     EXPECT_EQ(errorNumberOf([&] { DerivedColumns::compute(state, true); }), 0);

@@ -28,10 +28,10 @@ protected:
     // An ordering by one element.
     void store(const QString& element, int direction) const {
         Orderings::remove(folder.path(), QStringLiteral("Test"));
-        Orderings::add(folder.path(), {QStringLiteral("Test"),
-                                       QStringLiteral("%1_State=True|%1_Direction=%2|Index0=%1")
-                                           .arg(element)
-                                           .arg(direction)});
+        const QString details =
+            QStringLiteral("%1_State=True|%1_Direction=%2|Index0=%1").arg(element).arg(direction);
+        EXPECT_EQ(Orderings::add(folder.path(), {QStringLiteral("Test"), details}),
+                  Orderings::SaveResult::Saved);
     }
 
     // Five employees whom each element orders in its own way. E1 has a Null for its position, E5
@@ -171,12 +171,18 @@ TEST_F(OrderingRoundTripTest, EveryElementSortsBothWays) {
 }
 
 TEST_F(OrderingRoundTripTest, TiesKeepTheOrderOfTheBoard) {
-    folder.execute(hostFile, u"Update [Employee] Set [emp_dept] = 'D';");
-    store(QStringLiteral("Home Department"), 1);
-    show([&](QWidget& board) {
-        trigger(board, u"MnuOrder_2");
-        EXPECT_EQ(codes(board), QStringLiteral("E1 E2 E3"));
-    });
+    folder.execute(hostFile, u"Delete * from [Employee];");
+    for (const char* row : {"'E2', 'D', -0.0", "'E3', 'D', 0", "'E1', 'D', 0.0"})
+        folder.execute(hostFile, QStringLiteral("Insert Into [Employee] ([emp_code], [emp_dept], "
+                                                "[Seniority]) Values (%1);")
+                                     .arg(QString::fromLatin1(row)));
+    for (const char* element : {"Home Department", "Seniority Number"}) {
+        store(QString::fromLatin1(element), 1);
+        show([&](QWidget& board) {
+            trigger(board, u"MnuOrder_2");
+            EXPECT_EQ(codes(board), QStringLiteral("E2 E3 E1")) << "as they were entered";
+        });
+    }
 }
 
 } // namespace

@@ -25,7 +25,7 @@ protected:
         window.showModally();
     }
     void store(const QString& descr, const QString& details) const {
-        Orderings::add(folder.path(), {descr, details});
+        EXPECT_EQ(Orderings::add(folder.path(), {descr, details}), Orderings::SaveResult::Saved);
     }
     static QListWidget& elements(QWidget& window) { return child<QListWidget>(window, u"List1"); }
     static QStringList texts(QWidget& window) {
@@ -106,7 +106,16 @@ TEST_F(OrderingWindowsTest, MovingAndChoosingByKeyboardAloneRoundTrips) {
         },
         QStringLiteral("Mine"));
     const QString details = Orderings::read(folder.path(), QStringLiteral("Mine"))->details;
-    EXPECT_EQ(GetTagValue(details, QStringLiteral("Index0")), QStringLiteral("Total Overtime"));
+    for (const auto& [element, rank] :
+         std::initializer_list<std::pair<const char*, int>>{{"Total Overtime", 0},
+                                                            {"Employee Code", 1},
+                                                            {"Seniority Date", 5},
+                                                            {"1.5", 7},
+                                                            {"Declined Overtime", 15}}) {
+        const QString name = QString::fromLatin1(element);
+        EXPECT_EQ(GetTagValue(details, QStringLiteral("Index%1=").arg(rank)), name);
+        EXPECT_EQ(GetTagValue(details, name + QStringLiteral("_Order")), QString::number(rank));
+    }
     EXPECT_EQ(GetTagValue(details, QStringLiteral("Seniority Date_direction")),
               QStringLiteral("1"));
 }
@@ -176,7 +185,8 @@ TEST_F(OrderingWindowsTest, NoDescriptionReachesOtherOrderings) {
     EXPECT_EQ(errorNumberOf([&] { Orderings::read(folder.path(), hostile); }), 3075);
     for (const auto write : {Orderings::add, Orderings::change})
         EXPECT_EQ(errorNumberOf([&] {
-                      write(folder.path(), {hostile, QStringLiteral("x")});
+                      EXPECT_EQ(write(folder.path(), {hostile, QStringLiteral("x")}),
+                                Orderings::SaveResult::Saved);
                   }),
                   3077);
     EXPECT_EQ(folder.rows(addInFile, u"Select [descr], [details] from [tlyr_order];"),
