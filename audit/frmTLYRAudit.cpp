@@ -115,7 +115,6 @@ void frmTLYRAudit::SSCommand5_Click() {
 
 void frmTLYRAudit::refuse(const QString& message) {
     Messages::show(this, message, QMessageBox::Critical);
-    WaitPointer::hide();
 }
 
 bool frmTLYRAudit::checkDate(QLineEdit* box) {

@@ -65,7 +65,6 @@ bool save(QWidget* window, const QString& dataPath, const Lists& lists,
     for (std::size_t kind = 0; kind < lists.size(); ++kind) {
         if (lists[kind]->currentIndex() < 0) {
             Messages::show(window, messages[static_cast<qsizetype>(kind)], QMessageBox::Critical);
-            WaitPointer::hide();
             return false;
         }
     }

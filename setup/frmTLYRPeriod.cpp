@@ -69,7 +69,6 @@ bool frmTLYRPeriod::checkDate(QLineEdit* box) {
     markWrong(box);
     Messages::show(this, QStringLiteral("Illegal date. Use the format MM/DD/YYYY"),
                    QMessageBox::NoIcon);
-    WaitPointer::hide();
     return false;
 }
 
