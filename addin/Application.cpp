@@ -54,9 +54,4 @@ ApplicationObject::ApplicationObject() {
     add(QStringLiteral("Revision"), Variant(info.revision));
 }
 
-MemberInfo::MemberInfo() {
-    addMethod(QStringLiteral("dllVersion"),
-              [](const Arguments&) { return Variant(applicationInfo().version()); });
-}
-
 } // namespace tallyroom

@@ -29,10 +29,4 @@ public:
     ApplicationObject();
 };
 
-// Reports the component's version: function `dllVersion`.
-class MemberInfo : public LateBoundObject {
-public:
-    MemberInfo();
-};
-
 } // namespace tallyroom

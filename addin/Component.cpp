@@ -4,6 +4,7 @@
 #include "addin/ClassRegistration.h"
 #include "addin/Descriptor.h"
 #include "addin/InstallationRecord.h"
+#include "addin/MemberInfo.h"
 #include "addin/TLYR.h"
 #include "common/CoreFunctions.h"
 #include "common/Display.h"

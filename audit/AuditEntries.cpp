@@ -1,6 +1,7 @@
 #include "audit/AuditEntries.h"
 
 #include "common/AnswerKind.h"
+#include "common/Format.h"
 #include "store/Database.h"
 #include "store/Readable.h"
 #include "store/Recordset.h"

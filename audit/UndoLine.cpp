@@ -1,5 +1,6 @@
 #include "audit/UndoLine.h"
 
+#include "common/Format.h"
 #include "common/RunError.h"
 #include "common/Units.h"
 #include "store/SqlText.h"

@@ -2,6 +2,7 @@
 
 #include "audit/AuditEntries.h"
 #include "audit/frmTLYRAuditDetails.h"
+#include "common/DateParser.h"
 #include "common/ui/Background.h"
 #include "common/ui/DateBinding.h"
 #include "common/ui/Events.h"
@@ -148,7 +149,7 @@ bool frmTLYRAudit::kindIsChosen() const {
     return m_ui->SSPanel4->isHidden() || !chosenAnswers().empty();
 }
 
-// The first message speaks of employees though it is the users that are missing; users know it so.
+// The first message speaks of employees though it is the users that are missing.
 void frmTLYRAudit::Command4_Click() {
     WaitPointer::show();
     if (m_ui->List1->count() == 0) {

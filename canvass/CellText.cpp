@@ -1,5 +1,6 @@
 #include "canvass/CellText.h"
 
+#include "common/Format.h"
 #include "common/Units.h"
 #include "store/Readable.h"
 

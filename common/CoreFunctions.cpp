@@ -1,5 +1,6 @@
 #include "common/CoreFunctions.h"
 
+#include "common/Format.h"
 #include "common/Variant.h"
 
 namespace tallyroom::CoreFunctions {

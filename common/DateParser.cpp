@@ -1,6 +1,5 @@
-// Reading date texts as the platform's en-US parser does, its odd readings included: "2/30" is
-// February 1930, "7.5" is five minutes past seven.
-#include "common/Dates.h"
+// The parser's odd readings included: "2/30" is February 1930, "7.5" is five minutes past seven.
+#include "common/DateParser.h"
 
 #include <QRegularExpression>
 #include <QTime>
@@ -142,6 +141,10 @@ std::optional<Date> parse(const QString& text) {
     if (!day)
         return std::nullopt;
     return fromQDateTime(QDateTime(*day, time.value_or(QTime(0, 0)), Qt::UTC));
+}
+
+bool isDate(const QString& text) {
+    return parse(text).has_value();
 }
 
 } // namespace tallyroom::Dates

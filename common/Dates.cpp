@@ -45,8 +45,8 @@ QString dateText(QDate day) {
     return QStringLiteral("%1/%2/%3").arg(day.month()).arg(day.day()).arg(day.year());
 }
 
-// Walks a picture token by token. The state it carries is what the platform needs to tell months
-// from minutes.
+// Walks a picture token by token. The state it carries is what it takes to tell months from
+// minutes.
 class Picture {
 public:
     Picture(const QDateTime& moment, const QString& picture)
@@ -120,6 +120,54 @@ private:
     bool m_afterHour = false;
 };
 
+// Thousands of days are shown and stored, for which the toolkit's pictures are slow.
+void appendDigits(QString& text, int number, int power) {
+    for (; power > 0; power /= 10)
+        text += QChar(static_cast<char16_t>(u'0' + number / power % 10));
+}
+
+// "mm/dd/yyyy"
+QString monthDayYear(QDate day) {
+    QString text;
+    text.reserve(10);
+    appendDigits(text, day.month(), 10);
+    text += u'/';
+    appendDigits(text, day.day(), 10);
+    text += u'/';
+    appendDigits(text, day.year(), 1000);
+    return text;
+}
+
+// The number that the digits at a place are, or −1.
+int digitsAt(const QString& text, qsizetype from, qsizetype count) {
+    int number = 0;
+    for (qsizetype at = from; at < from + count; ++at) {
+        const int digit = text.at(at).unicode() - u'0';
+        if (digit < 0 || digit > 9)
+            return -1;
+        number = number * 10 + digit;
+    }
+    return number;
+}
+
+// "YYYY-MM-DD HH:MM:SS" to the letter, as the store writes it: an invalid moment for all else.
+QDateTime fullIso(const QString& text) {
+    if (text.size() != 19 || text.at(4) != u'-' || text.at(7) != u'-' || text.at(13) != u':' ||
+        text.at(16) != u':')
+        return {};
+    const QDate day(digitsAt(text, 0, 4), digitsAt(text, 5, 2), digitsAt(text, 8, 2));
+    const QTime time(digitsAt(text, 11, 2), digitsAt(text, 14, 2), digitsAt(text, 17, 2));
+    return day.isValid() && time.isValid() ? QDateTime(day, time, Qt::UTC) : QDateTime();
+}
+
+// What other programs write: the day alone, the time in another form.
+QDateTime anyIso(const QString& text) {
+    const QDate day = QDate::fromString(text.left(10), Qt::ISODate);
+    const QTime time =
+        text.size() == 10 ? QTime(0, 0) : QTime::fromString(text.mid(11), Qt::ISODate);
+    return day.isValid() && time.isValid() ? QDateTime(day, time, Qt::UTC) : QDateTime();
+}
+
 } // namespace
 
 Date fromQDate(QDate day) {
@@ -161,10 +209,6 @@ Date today() {
     return fromQDate(QDate::currentDate());
 }
 
-bool isDate(const QString& text) {
-    return parse(text).has_value();
-}
-
 QString toText(Date date) {
     const QDateTime moment = toQDateTime(date);
     if (moment.date() == dayZero())
@@ -172,28 +216,6 @@ QString toText(Date date) {
     const QString day = dateText(moment.date());
     return moment.time() == QTime(0, 0) ? day : day + QLatin1Char(' ') + timeText(moment.time());
 }
-
-namespace {
-
-// Thousands of days are shown and stored, for which the toolkit's pictures are slow.
-void appendDigits(QString& text, int number, int power) {
-    for (; power > 0; power /= 10)
-        text += QChar(static_cast<char16_t>(u'0' + number / power % 10));
-}
-
-// "mm/dd/yyyy"
-QString monthDayYear(QDate day) {
-    QString text;
-    text.reserve(10);
-    appendDigits(text, day.month(), 10);
-    text += u'/';
-    appendDigits(text, day.day(), 10);
-    text += u'/';
-    appendDigits(text, day.year(), 1000);
-    return text;
-}
-
-} // namespace
 
 QString format(Date date, const QString& picture) {
     const QDateTime moment = toQDateTime(date);
@@ -224,40 +246,6 @@ QString toIso(Date date) {
     appendDigits(text, time.second(), 10);
     return text;
 }
-
-namespace {
-
-// The number that the digits at a place are, or −1.
-int digitsAt(const QString& text, qsizetype from, qsizetype count) {
-    int number = 0;
-    for (qsizetype at = from; at < from + count; ++at) {
-        const int digit = text.at(at).unicode() - u'0';
-        if (digit < 0 || digit > 9)
-            return -1;
-        number = number * 10 + digit;
-    }
-    return number;
-}
-
-// "YYYY-MM-DD HH:MM:SS" to the letter, as the store writes it: an invalid moment for all else.
-QDateTime fullIso(const QString& text) {
-    if (text.size() != 19 || text.at(4) != u'-' || text.at(7) != u'-' || text.at(13) != u':' ||
-        text.at(16) != u':')
-        return {};
-    const QDate day(digitsAt(text, 0, 4), digitsAt(text, 5, 2), digitsAt(text, 8, 2));
-    const QTime time(digitsAt(text, 11, 2), digitsAt(text, 14, 2), digitsAt(text, 17, 2));
-    return day.isValid() && time.isValid() ? QDateTime(day, time, Qt::UTC) : QDateTime();
-}
-
-// What other programs write: the day alone, the time in another form.
-QDateTime anyIso(const QString& text) {
-    const QDate day = QDate::fromString(text.left(10), Qt::ISODate);
-    const QTime time =
-        text.size() == 10 ? QTime(0, 0) : QTime::fromString(text.mid(11), Qt::ISODate);
-    return day.isValid() && time.isValid() ? QDateTime(day, time, Qt::UTC) : QDateTime();
-}
-
-} // namespace
 
 std::optional<Date> fromIso(const QString& text) {
     const QDateTime full = fullIso(text);

@@ -1,4 +1,4 @@
-// Dates as the platform keeps and writes them. This is the one module that knows date texts.
+// Dates as the old run time keeps and writes them. DateParser reads them.
 #pragma once
 
 #include <QDate>
@@ -9,7 +9,7 @@
 namespace tallyroom {
 
 // A point in time: whole days since 30 December 1899 plus the time of day as a fraction. Before
-// that day the fraction still counts forward from midnight, as the platform has it.
+// that day the fraction still counts forward from midnight, as the old run time has it.
 struct Date {
     double serial = 0;
     friend bool operator==(Date, Date) = default;
@@ -29,12 +29,6 @@ QDateTime toQDateTime(Date date);
 QDate dayOf(Date date);
 Date now();
 Date today();
-
-// Reads a text as the platform's date parser does for the en-US locale; nothing when it is no date.
-// Accepts month/day/year with swapped day and month where only that makes sense, month names, a
-// time alone (on day 0), am and pm, and a point between hour and minute.
-std::optional<Date> parse(const QString& text);
-bool isDate(const QString& text);
 
 // The default conversion: "1/2/2008", "1/2/2008 8:09:36 AM", and for day 0 the time alone.
 QString toText(Date date);

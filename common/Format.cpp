@@ -1,6 +1,7 @@
-// Formatting of values with the platform's pictures.
+#include "common/Format.h"
+
+#include "common/DateParser.h"
 #include "common/RunError.h"
-#include "common/Variant.h"
 
 #include <cmath>
 

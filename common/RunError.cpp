@@ -12,7 +12,7 @@ struct ErrorText {
     const char16_t* text;
 };
 
-// Numbers and texts of the platform's run time (below 3000) and of the desktop database engine.
+// Numbers and texts of the old run time (below 3000) and of the desktop database engine.
 // Ordered by number; "|" marks an insert.
 constexpr ErrorText errorTexts[] = {
     {5, u"Invalid procedure call or argument"},

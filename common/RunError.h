@@ -7,14 +7,14 @@
 
 namespace tallyroom {
 
-// A run-time error as the platform reports it. Whatever is not an expected outcome is thrown as a
-// RunError and ends the command that met it.
+// A run-time error as the old run time reports it. Whatever is not an expected outcome is thrown as
+// a RunError and ends the command that met it.
 class RunError : public std::exception {
 public:
     RunError(int number, QString description, QString source);
 
     // The error `number` with its table text; each "|" of the text takes the next insert. The
-    // source is that of the part of the platform that raises such errors, unless given.
+    // source is that of the part of the old run time that raises such errors, unless given.
     static RunError make(int number, const QStringList& inserts = {}, const QString& source = {});
 
     int number() const { return m_number; }

@@ -11,7 +11,8 @@ class TextTableModel : public QAbstractTableModel {
 public:
     enum class Headings { Left, LikeTheirColumns };
 
-    explicit TextTableModel(Headings headings = Headings::LikeTheirColumns) : m_headings(headings) {}
+    explicit TextTableModel(Headings headings = Headings::LikeTheirColumns)
+        : m_headings(headings) {}
 
     const TextTable& table() const { return m_table; }
     void setTable(TextTable table); // a reset: the views' selections go

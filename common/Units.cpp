@@ -1,5 +1,6 @@
 #include "common/Units.h"
 
+#include "common/Format.h"
 #include "common/RunError.h"
 
 #include <cmath>
@@ -126,6 +127,24 @@ Variant fromMinutes(const QString& m, Unit to) {
     return {};
 }
 
+bool isColonTime(const QString& text, qsizetype colon) {
+    if (colon < 1 || colon > 7 || text.size() - colon - 1 != 2)
+        return false;
+    const auto minutes = parseNumber(text.mid(colon + 1));
+    return parseNumber(text.left(colon)) && minutes && *minutes <= 59;
+}
+
+bool isPointTime(const QString& text, qsizetype point) {
+    const qsizetype decimals = text.size() - point - 1;
+    return point >= 1 && point <= 7 && decimals >= 1 && decimals <= 2 &&
+           parseNumber(text.left(point)) && parseNumber(text.mid(point + 1));
+}
+
+bool isTimeCharacter(QChar c) {
+    return (c >= QLatin1Char('0') && c <= QLatin1Char('9')) || c == QLatin1Char(':') ||
+           c == QLatin1Char('.') || c == QLatin1Char(' ');
+}
+
 } // namespace
 
 Variant ConvertUnits(Variant& value, QString& toUnit, QString& fromUnit) {
@@ -150,28 +169,6 @@ QString minutesAsTime(const Variant& minutes) {
     QString from = QStringLiteral("MINUTES");
     return ConvertUnits(value, to, from).textOrEmpty();
 }
-
-namespace {
-
-bool isColonTime(const QString& text, qsizetype colon) {
-    if (colon < 1 || colon > 7 || text.size() - colon - 1 != 2)
-        return false;
-    const auto minutes = parseNumber(text.mid(colon + 1));
-    return parseNumber(text.left(colon)) && minutes && *minutes <= 59;
-}
-
-bool isPointTime(const QString& text, qsizetype point) {
-    const qsizetype decimals = text.size() - point - 1;
-    return point >= 1 && point <= 7 && decimals >= 1 && decimals <= 2 &&
-           parseNumber(text.left(point)) && parseNumber(text.mid(point + 1));
-}
-
-bool isTimeCharacter(QChar c) {
-    return (c >= QLatin1Char('0') && c <= QLatin1Char('9')) || c == QLatin1Char(':') ||
-           c == QLatin1Char('.') || c == QLatin1Char(' ');
-}
-
-} // namespace
 
 bool IsTime(const QString& text) {
     QString s = text.trimmed();

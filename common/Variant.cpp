@@ -1,5 +1,6 @@
 #include "common/Variant.h"
 
+#include "common/DateParser.h"
 #include "common/Objects.h"
 #include "common/RunError.h"
 

@@ -24,8 +24,8 @@ struct VariantArray {
     int dimensions = 1;
 };
 
-// Empty (never set) and Null (no value known) differ. Conversions carry the platform's rules and
-// raise RunError 13 (type mismatch), 6 (overflow) or 94 (invalid use of Null).
+// Empty (never set) and Null (no value known) differ. Conversions carry the old run time's rules
+// and raise RunError 13 (type mismatch), 6 (overflow) or 94 (invalid use of Null).
 class Variant {
 public:
     enum class Type { Empty, Null, Boolean, Long, Double, Date, Text, Object, Bytes, Array };
@@ -70,15 +70,10 @@ private:
 // Rounds to the nearest whole number, halves to the even one; raises 6 outside 32 bits.
 std::int32_t roundToLong(double value);
 
-// A number as the platform writes it: 15 significant digits, no superfluous zeros.
+// A number as the old run time writes it: 15 significant digits, no superfluous zeros.
 QString numberText(double value);
 
 // The number that a text wholly is, blanks around it allowed; nothing otherwise.
 std::optional<double> parseNumber(const QString& text);
-
-// Formats with "00", "###00.00" (numbers), "!@@@@@@@@@" (texts) or a date picture; see Dates.
-// Null and Empty give "". What suits the picture in no way, a number beyond all dates, say, is
-// returned as the text that it is.
-QString formatValue(const Variant& value, const QString& picture);
 
 } // namespace tallyroom

@@ -27,10 +27,6 @@ QString loaderMessage() {
     return QString::fromLocal8Bit(dlerror());
 }
 
-} // namespace
-
-namespace {
-
 // Whether the file can be loaded and exports what an add-in exports.
 bool isAddIn(const QString& file) {
     void* handle = dlopen(QFile::encodeName(file).constData(), RTLD_LAZY | RTLD_LOCAL);

@@ -1,5 +1,6 @@
 #include "host/HostData.h"
 
+#include "common/Format.h"
 #include "common/TextOrder.h"
 #include "store/Readable.h"
 

@@ -1,5 +1,6 @@
 #include "setup/frmTLYRPeriod.h"
 
+#include "common/DateParser.h"
 #include "common/ui/Background.h"
 #include "common/ui/Events.h"
 #include "common/ui/Messages.h"

@@ -1,5 +1,6 @@
 #include "store/SqliteFunctions.h"
 
+#include "common/DateParser.h"
 #include "common/TextOrder.h"
 #include "common/Variant.h"
 #include "store/LikePattern.h"

@@ -1,5 +1,6 @@
 #include "common/ui/DateBinding.h"
 
+#include "common/DateParser.h"
 #include "common/ui/Events.h"
 #include "common/ui/WrongField.h"
 

@@ -10,8 +10,8 @@
 namespace tallyroom::Events {
 
 // Runs a command of `window`. A RunError that the command does not handle ends it with the
-// platform's error report, and the window lives on: nothing may be thrown through the host's event
-// loop. True when the command came to its end.
+// old run time's error message, and the window lives on: nothing may be thrown through the host's
+// event loop. True when the command came to its end.
 bool run(QWidget* window, const std::function<void()>& command) noexcept;
 
 // Connects a signal to a handler of `window` that takes the signal's arguments, or none.

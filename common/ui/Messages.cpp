@@ -32,7 +32,7 @@ private:
     bool mustBeAnswered() const { return standardButtons() != QMessageBox::Ok; }
 };
 
-// As the platform has them, whatever the desktop's way: the first button is the default, and
+// As the old run time has them, whatever the desktop's way: the first button is the default, and
 // letters choose all of them.
 void prepareButtons(QMessageBox& box) {
     for (const auto& [which, text] :

@@ -18,7 +18,7 @@ QMessageBox::StandardButton show(QWidget* parent, const QString& text, QMessageB
                                  QMessageBox::StandardButtons buttons = QMessageBox::Ok,
                                  const QString& title = applicationTitle());
 
-// The platform's report of an error that no routine handled.
+// The old run time's message for an error that no routine handled.
 void showRunTimeError(QWidget* parent, const RunError& error);
 
 } // namespace tallyroom::Messages

@@ -7,8 +7,8 @@ namespace tallyroom {
 
 inline constexpr const char* untilCorrected = "untilCorrected"; // a property of such boxes
 
-// Paints the box in the red that the platform's palette has at place 12, for as long as the window
-// lives.
+// Paints the box in the red that the old run time's palette has at place 12, for as long as the
+// window lives.
 inline void markWrong(QLineEdit* box) {
     box->setProperty(untilCorrected, false);
     box->setStyleSheet(QStringLiteral("QLineEdit { background-color: #ff0000; }"));

@@ -1,5 +1,6 @@
 #include "host/screens/Period.h"
 
+#include "common/Format.h"
 #include "store/SqlText.h"
 
 #include <algorithm>

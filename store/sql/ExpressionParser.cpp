@@ -1,5 +1,6 @@
 #include "store/sql/ExpressionParser.h"
 
+#include "common/DateParser.h"
 #include "common/RunError.h"
 
 #include <algorithm>

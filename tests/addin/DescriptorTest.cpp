@@ -1,5 +1,6 @@
 #include "addin/Descriptor.h"
 #include "addin/Application.h"
+#include "addin/MemberInfo.h"
 #include "tests/support/Printing.h"
 
 #include <QStringList>

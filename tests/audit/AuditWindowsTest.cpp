@@ -1,4 +1,5 @@
 #include "audit/frmTLYRAudit.h"
+#include "common/DateParser.h"
 #include "tests/audit/AuditFolder.h"
 #include "tests/support/DialogScript.h"
 #include "tests/support/FakeHost.h"

@@ -1,5 +1,6 @@
 #include "audit/Undo.h"
 #include "audit/UndoLine.h"
+#include "common/DateParser.h"
 #include "common/HostContext.h"
 #include "tests/audit/AuditFolder.h"
 #include "tests/support/Printing.h"

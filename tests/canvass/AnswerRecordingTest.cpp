@@ -1,6 +1,7 @@
 #include "canvass/AnswerRecording.h"
 #include "canvass/CanvassTotals.h"
 #include "canvass/DerivedColumns.h"
+#include "common/DateParser.h"
 #include "tests/support/DataFolder.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/FaultyFiles.h"

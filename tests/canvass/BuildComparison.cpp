@@ -2,6 +2,7 @@
 
 #include "canvass/QuickBuild.h"
 #include "canvass/TotalsBuild.h"
+#include "common/DateParser.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 

@@ -1,3 +1,4 @@
+#include "common/DateParser.h"
 #include "tests/canvass/Board.h"
 
 #include <QContextMenuEvent>

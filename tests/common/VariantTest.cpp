@@ -1,3 +1,4 @@
+#include "common/Format.h"
 #include "common/Objects.h"
 #include "tests/support/Printing.h"
 
@@ -5,7 +6,7 @@ using namespace tallyroom;
 
 namespace {
 
-TEST(Variant, ConvertsByThePlatformsRules) {
+TEST(Variant, ConvertsByTheOldRunTimesRules) {
     EXPECT_EQ(Variant(true).toText(), QStringLiteral("True"));
     EXPECT_EQ(Variant(true).toLong(), -1);
     EXPECT_EQ(Variant(0.1).toText(), QStringLiteral("0.1"));

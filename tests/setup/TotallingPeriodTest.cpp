@@ -1,4 +1,5 @@
 #include "setup/TotallingPeriod.h"
+#include "common/DateParser.h"
 #include "setup/frmTLYRPeriod.h"
 #include "tests/support/WindowTest.h"
 

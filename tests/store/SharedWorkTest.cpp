@@ -1,5 +1,6 @@
 // Work that the store does once for many rows or statements: a table replaced, files reserved, rows
 // read at one state of the file.
+#include "common/DateParser.h"
 #include "store/Schema.h"
 #include "tests/store/StoreFixture.h"
 

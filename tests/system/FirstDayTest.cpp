@@ -1,4 +1,5 @@
 // A supervisor's first day, from the host's call to recorded answers.
+#include "common/DateParser.h"
 #include "tests/system/SystemFixture.h"
 
 #include <QApplication>

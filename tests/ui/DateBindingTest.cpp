@@ -1,6 +1,7 @@
 #include "common/ui/DateBinding.h"
 #include "common/ui/WrongField.h"
 
+#include "common/DateParser.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/Printing.h"
 

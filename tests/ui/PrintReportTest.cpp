@@ -1,5 +1,6 @@
 #include "common/ui/TableReport.h"
 
+#include "common/DateParser.h"
 #include "tests/support/PrintedPages.h"
 #include "tests/support/Printing.h"
 
