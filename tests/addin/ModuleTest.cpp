@@ -46,7 +46,7 @@ TEST_F(ModuleTest, ExportsItsFourEntryPointsAndNothingElse) {
     nm.start(QStringLiteral("nm"),
              {QStringLiteral("-D"), QStringLiteral("--defined-only"),
               QStringLiteral("--format=just-symbols"), QStringLiteral(TALLYROOM_MODULE)});
-    ASSERT_TRUE(nm.waitForFinished());
+    ASSERT_TRUE(nm.waitForFinished(-1));
     EXPECT_EQ(
         QString::fromUtf8(nm.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts),
         QStringList({QStringLiteral("DllCanUnloadNow"), QStringLiteral("DllGetClassObject"),

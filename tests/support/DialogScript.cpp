@@ -86,7 +86,7 @@ void DialogScript::start(QWidget& window) {
     QMetaObject::invokeMethod(
         &window,
         [this, action, target] {
-            if (target && QTest::qWaitForWindowActive(target) && target)
+            if (target && QTest::qWaitForWindowActive(target, stuckAfterMs) && target)
                 action(*target);
             m_sinceProgress.restart();
         },

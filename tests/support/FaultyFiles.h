@@ -19,6 +19,9 @@ public:
     // Of these, files removed in a way that a power cut may take back: a journal that comes back
     // undoes what was committed. One that a crash had left behind does not count.
     int looseRemovals() const;
+    // Milliseconds since then for which the engine waited for others to let go of a file. They are
+    // counted and do not pass.
+    int waited() const;
 };
 
 } // namespace tallyroom
