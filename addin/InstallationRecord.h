@@ -16,8 +16,7 @@ void write(Registry& registry, const QString& category, const ApplicationInfo& a
            const QString& kind);
 
 // Writes a text into an open key. Only an empty subKey makes the value go under its name; with any
-// other one the text becomes the key's default value and the subKey is left unused. Records in the
-// field were written so.
+// other one the text becomes the key's default value and the subKey is left unused.
 bool writeStringValue(Registry& registry, const QString& key, const QString& subKey,
                       const QString& name, const QString& text);
 

@@ -9,7 +9,7 @@
 
 namespace tallyroom {
 
-// The browser's choices as plain values.
+// The browser's choices as values.
 struct AuditSelection {
     enum class Kind { Both, Accepted, Declined };
 
@@ -28,8 +28,8 @@ struct AuditSelection {
     std::optional<Range> canvassDate; // of the overtime
 
     // The condition on the rows of the audit. Raises 3075 for a user with an apostrophe. Entries
-    // that were deleted afterwards come with every plain choice and with none of the choices of the
-    // broken-out view.
+    // that were deleted afterwards come with every choice of the joined view and with none of the
+    // broken-out one.
     QString clause() const;
 
     // The choices in words, a line each, for the head of a report.

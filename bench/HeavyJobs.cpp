@@ -32,7 +32,7 @@ int main(int argc, char** argv) {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false")); // of the platform
+    QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false")); // of the toolkit
     QApplication::setQuitOnLastWindowClosed(false);
     try {
         bench::printHeading();

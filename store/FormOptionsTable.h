@@ -9,7 +9,7 @@ namespace tallyroom::FormOptionsTable {
 // the user has none of his own; "" when there is neither. User names compare without regard to
 // case, so what the master user leaves is what everybody starts from.
 //
-// Remembered options are a convenience that must stop neither the start of a window nor its end:
+// What windows remember is a convenience that must stop neither the start of a window nor its end:
 // every error of the database counts as nothing remembered, and is not reported.
 QString read(const QString& dataPath, const QString& user, const QString& form) noexcept;
 

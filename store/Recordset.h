@@ -20,7 +20,7 @@ public:
 
     virtual bool bof() const = 0;
     virtual bool eof() const = 0;
-    // Rows in the set; unlike the platform's count it is complete from the start.
+    // Rows in the set; unlike the desktop engine's count it is complete from the start.
     virtual int rowCount() const = 0;
 
     virtual void moveFirst() = 0;

@@ -27,7 +27,7 @@ struct Expression {
     bool bracketed = false;                  // Name: never a function's
     Operation operation = {};                // Apply
     std::vector<ExpressionPtr> operands;     // InList and InSelect: the left side comes first
-    QStringList texts;                       // InList: its other items, which are plain texts
+    QStringList texts;                       // InList: its other items, which are text literals
     std::unique_ptr<SelectStatement> select; // InSelect, Subquery
 
     ~Expression();

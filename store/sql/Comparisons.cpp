@@ -29,7 +29,8 @@ void matchForComparison(BoundPtr& left, BoundPtr& right) {
         left = convert(std::move(left), ValueType::Date);
 }
 
-// Exchanges two literal bounds that stand the wrong way round, so that the engine sees plain ones.
+// Exchanges two literal bounds that stand the wrong way round, so that the engine need not order
+// them.
 bool boundsAreOrdered(BoundPtr& low, BoundPtr& high) {
     if (low->kind != BoundKind::Literal || high->kind != BoundKind::Literal ||
         low->type == ValueType::Null || low->type != high->type || low->type == ValueType::Text)
