@@ -143,13 +143,13 @@ ExpressionPtr ExpressionParser::inTail(ExpressionPtr left) {
     node->operands.push_back(std::move(left));
     if (m_tokens.atKeyword("select"_k)) {
         node->kind = NodeKind::InSelect;
-        node->select = m_selectParser();
-    } else {
-        node->kind = NodeKind::InList;
-        do
-            listItem(*node);
-        while (m_tokens.acceptSymbol(","_k));
+        node->select = subquery();
+        return node;
     }
+    node->kind = NodeKind::InList;
+    do
+        listItem(*node);
+    while (m_tokens.acceptSymbol(","_k));
     m_tokens.expectSymbol(")"_k);
     return node;
 }
@@ -236,26 +236,25 @@ ExpressionPtr ExpressionParser::primary() {
     return nameOrCall();
 }
 
+// With its closing parenthesis. An error behind that is one of the outer statement again.
 std::unique_ptr<SelectStatement> ExpressionParser::subquery() {
     Nesting nesting(m_depth);
     nesting.deepen();
     const TokenStream::Place place = m_tokens.place();
     auto select = m_selectParser();
+    m_tokens.expectSymbol(")"_k);
     m_tokens.returnTo(place);
     return select;
 }
 
 ExpressionPtr ExpressionParser::parenthesized() {
-    ExpressionPtr result;
     if (m_tokens.atKeyword("select"_k)) {
-        Nesting nesting(m_depth);
-        nesting.deepen();
-        result = std::make_unique<Expression>();
-        result->kind = NodeKind::Subquery;
-        result->select = m_selectParser();
-    } else {
-        result = parse();
+        auto node = std::make_unique<Expression>();
+        node->kind = NodeKind::Subquery;
+        node->select = subquery();
+        return node;
     }
+    ExpressionPtr result = parse();
     m_tokens.expectSymbol(")"_k);
     return result;
 }
