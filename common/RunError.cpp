@@ -19,7 +19,6 @@ constexpr ErrorText errorTexts[] = {
     {6, u"Overflow"},
     {7, u"Out of memory"},
     {9, u"Subscript out of range"},
-    {11, u"Division by zero"},
     {13, u"Type mismatch"},
     {51, u"Internal error"},
     {91, u"Object variable or With block variable not set"},
@@ -76,18 +75,13 @@ constexpr ErrorText errorTexts[] = {
     {3192, u"Could not find output table '|'."},
     {3196, u"The database '|' is already in use by another person or process. When the database is "
            u"available, try the operation again."},
-    {3197, u"The Microsoft Jet database engine stopped the process because you and another user "
-           u"are attempting to change the same data at the same time."},
     {3204, u"Database '|' already exists."},
-    {3211, u"The database engine could not lock table '|' because it is already in use by another "
-           u"person or process."},
     {3219, u"Invalid operation."},
     {3265, u"Item not found in this collection."},
     {3295, u"Syntax error in DROP TABLE or DROP INDEX."},
     {3306, u"You have written a subquery that can return more than one field."},
     {3314, u"The field '|' cannot contain a Null value because the Required property for this "
            u"field is set to True. Enter a value in this field."},
-    {3315, u"Field '|' cannot be a zero-length string."},
     {3317, u"One or more values are prohibited by the validation rule set for '|'. Enter a value "
            u"that the expression for this field can accept."},
     {3343, u"Unrecognized database format '|'."},
@@ -100,10 +94,10 @@ constexpr ErrorText errorTexts[] = {
     {3464, u"Data type mismatch in criteria expression."},
 };
 
+static_assert(std::ranges::is_sorted(errorTexts, {}, &ErrorText::number));
+
 const ErrorText* findText(int number) {
-    const auto* found =
-        std::lower_bound(std::begin(errorTexts), std::end(errorTexts), number,
-                         [](const ErrorText& entry, int wanted) { return entry.number < wanted; });
+    const auto* found = std::ranges::lower_bound(errorTexts, number, {}, &ErrorText::number);
     return found != std::end(errorTexts) && found->number == number ? found : nullptr;
 }
 

@@ -124,10 +124,8 @@ std::vector<BoundPtr> ExpressionBinder::bindAll(const std::vector<ExpressionPtr>
 }
 
 BoundPtr ExpressionBinder::bindName(const Expression& name) {
-    if (BoundPtr found = m_scope.resolve(name.qualifier, name.name)) {
-        m_metAggregate = m_metAggregate || found->aggregate;
+    if (BoundPtr found = m_scope.resolve(name.qualifier, name.name))
         return found;
-    }
     if (const Function* function = findBareFunction(name))
         return bindFunction(*function, {});
     m_context.addUnknownName(name.qualifier.isEmpty() ? name.name
@@ -181,7 +179,6 @@ BoundPtr ExpressionBinder::bindCall(const Expression& call) {
     m_aggregates = Aggregates::Refused; // none inside another
     BoundPtr result = bindFunction(*function, bindAll(call.operands));
     m_aggregates = Aggregates::Allowed;
-    m_metAggregate = true;
     return result;
 }
 

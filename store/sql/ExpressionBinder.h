@@ -26,7 +26,6 @@ public:
     // An unknown name is noted in the context and stands for Null. Raises 3085 (unknown function),
     // 3096 (an aggregate where none may be), 3464 (types that do not compare).
     BoundPtr bind(const Expression& expression);
-    bool metAggregate() const { return m_metAggregate; }
 
 private:
     BoundPtr bindName(const Expression& name);
@@ -39,7 +38,6 @@ private:
     BindContext& m_context;
     Scope& m_scope;
     Aggregates m_aggregates;
-    bool m_metAggregate = false;
 };
 
 } // namespace tallyroom::sql
