@@ -26,25 +26,22 @@ QString guidText(const Guid& guid) {
 }
 
 bool add(Registry& registry, const ApplicationInfo& application) {
-    for (const CreatableClass& entry : creatableClasses) {
-        const bool added =
-            registry.setValue(nameKey(entry) + QStringLiteral("\\CLSID"), {}, guidText(entry.id)) &&
-            registry.setValue(identifierKey(entry) + QStringLiteral("\\InprocServer32"), {},
-                              application.file);
-        if (!added)
-            return false;
-    }
-    return true;
+    return registry.change([&](RegistryText& text) {
+        for (const CreatableClass& entry : creatableClasses) {
+            text.setValue(nameKey(entry) + QStringLiteral("\\CLSID"), {}, guidText(entry.id));
+            text.setValue(identifierKey(entry) + QStringLiteral("\\InprocServer32"), {},
+                          application.file);
+        }
+    });
 }
 
 bool remove(Registry& registry) {
-    for (const CreatableClass& entry : creatableClasses) {
-        for (const QString& key : {nameKey(entry), identifierKey(entry)}) {
-            if (!registry.deleteKey(key) && !registry.isWritable())
-                return false;
+    return registry.change([](RegistryText& text) {
+        for (const CreatableClass& entry : creatableClasses) {
+            text.deleteKey(nameKey(entry));
+            text.deleteKey(identifierKey(entry));
         }
-    }
-    return true;
+    });
 }
 
 } // namespace tallyroom::ClassRegistration

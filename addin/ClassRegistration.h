@@ -10,11 +10,11 @@ namespace tallyroom::ClassRegistration {
 // Writes, for each creatable class, "Software\Classes\Tallyroom.<class>\CLSID" (the class
 // identifier) and "Software\Classes\CLSID\<identifier>\InprocServer32" (the module's file) as
 // default values. False when the registry cannot be written.
-bool add(Registry& registry, const ApplicationInfo& application);
+[[nodiscard]] bool add(Registry& registry, const ApplicationInfo& application);
 
 // Removes what add() wrote. False when the registry cannot be written; a class that is not there is
 // no failure.
-bool remove(Registry& registry);
+[[nodiscard]] bool remove(Registry& registry);
 
 // "{6B1F5C52-3B0E-4C57-9A41-702D15E8B001}"
 QString guidText(const Guid& guid);

@@ -2,6 +2,8 @@
 
 #include "common/Dates.h"
 
+#include <tuple>
+
 namespace tallyroom::InstallationRecord {
 
 namespace {
@@ -30,18 +32,20 @@ void write(Registry& registry, const QString& category, const ApplicationInfo& a
     const QString key = keyOf(category, application, kind);
     const QString lastRan =
         Dates::format(Dates::now(), QStringLiteral("dddd mmmm dd, yyyy at hh:nn:ss am/pm"));
-    registry.deleteKey(key); // values of an earlier record must not stay
-    if (!registry.createKey(key))
-        return;
-    writeStringValue(registry, key, {}, QStringLiteral("Version"), application.version());
-    writeStringValue(registry, key, {}, QStringLiteral("Last Ran"), lastRan);
-    writeStringValue(registry, key, {}, QStringLiteral("Application Comments"),
-                     application.comments);
+    std::ignore = registry.change([&](RegistryText& text) {
+        text.deleteKey(key); // values of an earlier record must not stay
+        const auto add = [&](const QString& name, const QString& value) {
+            writeStringValue(text, key, {}, name, value);
+        };
+        add(QStringLiteral("Version"), application.version());
+        add(QStringLiteral("Last Ran"), lastRan);
+        add(QStringLiteral("Application Comments"), application.comments);
+    });
 }
 
-bool writeStringValue(Registry& registry, const QString& key, const QString& subKey,
+void writeStringValue(RegistryText& registry, const QString& key, const QString& subKey,
                       const QString& name, const QString& text) {
-    return registry.setValue(key, subKey.isEmpty() ? name : QString(), text);
+    registry.setValue(key, subKey.isEmpty() ? name : QString(), text);
 }
 
 } // namespace tallyroom::InstallationRecord

@@ -11,13 +11,13 @@ namespace tallyroom::InstallationRecord {
 QString keyOf(const QString& category, const ApplicationInfo& application, const QString& kind);
 
 // Replaces the record of the component by a new one: version, time of this load, comments. A
-// registry that cannot be written leaves no record, and nobody is told.
+// registry that cannot be written keeps what it has, and nobody is told.
 void write(Registry& registry, const QString& category, const ApplicationInfo& application,
            const QString& kind);
 
-// Writes a text into an open key. Only an empty subKey makes the value go under its name; with any
-// other one the text becomes the key's default value and the subKey is left unused.
-bool writeStringValue(Registry& registry, const QString& key, const QString& subKey,
+// Writes a text into a key. Only an empty subKey makes the value go under its name; with any other
+// one the text becomes the key's default value and the subKey is left unused.
+void writeStringValue(RegistryText& registry, const QString& key, const QString& subKey,
                       const QString& name, const QString& text);
 
 } // namespace tallyroom::InstallationRecord

@@ -10,7 +10,6 @@ namespace tallyroom {
 
 namespace {
 
-const QString root = QStringLiteral("HKEY_LOCAL_MACHINE\\");
 constexpr int lockTimeout = 500; // milliseconds; a host must not wait for a record of its start
 
 // A pipe or a device may keep whoever opens it waiting for ever.
@@ -28,36 +27,14 @@ QString Registry::defaultFile() {
     return moved.isEmpty() ? QStringLiteral("/var/lib/brightclock/registry.reg") : moved;
 }
 
-bool Registry::createKey(const QString& key) {
-    return change([&](RegistryText& text) {
-        text.createKey(root + key);
-        return true;
-    });
-}
-
-bool Registry::isWritable() {
-    return change([](RegistryText&) { return true; });
-}
-
-bool Registry::deleteKey(const QString& key) {
-    return change([&](RegistryText& text) { return text.deleteKey(root + key); });
-}
-
-bool Registry::setValue(const QString& key, const QString& name, const QString& value) {
-    return change([&](RegistryText& text) {
-        text.setValue(root + key, name, value);
-        return true;
-    });
-}
-
 std::optional<QString> Registry::value(const QString& key, const QString& name) const {
     const auto text = read();
-    return text ? text->value(root + key, name) : std::nullopt;
+    return text ? text->value(key, name) : std::nullopt;
 }
 
 bool Registry::hasKey(const QString& key) const {
     const auto text = read();
-    return text && text->hasKey(root + key);
+    return text && text->hasKey(key);
 }
 
 // A text in UTF-16, as some programs export it, counts as one that cannot be read.
@@ -78,7 +55,7 @@ bool Registry::write(const RegistryText& text) const {
     return file.open(QIODevice::WriteOnly) && file.write(text.text()) >= 0 && file.commit();
 }
 
-bool Registry::change(const std::function<bool(RegistryText&)>& edit) const {
+bool Registry::change(const std::function<void(RegistryText&)>& edit) {
     if (!QDir().mkpath(QFileInfo(m_file).absolutePath()))
         return false;
     const QString lockFile = m_file + QStringLiteral(".lock");
@@ -86,7 +63,10 @@ bool Registry::change(const std::function<bool(RegistryText&)>& edit) const {
     if (!mayBeOpened(lockFile) || !lock.tryLock(lockTimeout))
         return false;
     auto text = read();
-    return text && edit(*text) && write(*text);
+    if (!text)
+        return false;
+    edit(*text);
+    return write(*text);
 }
 
 } // namespace tallyroom

@@ -11,9 +11,8 @@ namespace tallyroom {
 
 // Kept as one text file in the form that registries are exported in, so that any editor reads it.
 // The file lies in the system's variable-data folder; the environment variable TALLYROOM_REGISTRY
-// names another one. Keys are paths under HKEY_LOCAL_MACHINE, parts separated by "\"; keys and
-// names are compared without regard to case. Every change takes a lock, reads the file, and
-// replaces it as a whole; what others have written in it stays as it is.
+// names another one. Every change takes a lock, reads the file, and replaces it as a whole; what
+// others have written in it stays as it is.
 class Registry {
 public:
     // Opens nothing yet; each operation does.
@@ -21,21 +20,17 @@ public:
 
     static QString defaultFile();
 
-    // All return false when the registry cannot be read or written; nothing has changed then.
-    bool createKey(const QString& key);
-    bool deleteKey(const QString& key); // with the keys below it; also false when there is none
-    bool isWritable();
-    // An empty name is the key's default value. The key is created if need be.
-    bool setValue(const QString& key, const QString& name, const QString& value);
+    // Writes all changes of `edit` at once. False when the registry cannot be read or written;
+    // nothing has changed then.
+    [[nodiscard]] bool change(const std::function<void(RegistryText&)>& edit);
 
-    // Nothing for a value of another kind, too.
+    // An empty name is the key's default value. Nothing for a value of another kind, too.
     std::optional<QString> value(const QString& key, const QString& name) const;
     bool hasKey(const QString& key) const;
 
 private:
     std::optional<RegistryText> read() const; // nothing when the file is there but cannot be read
     bool write(const RegistryText& text) const;
-    bool change(const std::function<bool(RegistryText&)>& edit) const;
 
     QString m_file;
 };

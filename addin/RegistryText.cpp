@@ -7,6 +7,12 @@ namespace tallyroom {
 
 namespace {
 
+// A key takes one line.
+QString pathOf(QString key) {
+    return key.replace(QLatin1Char('\n'), QLatin1Char(' '))
+        .prepend(QLatin1String("HKEY_LOCAL_MACHINE\\"));
+}
+
 bool isSame(const QString& one, const QString& other) {
     return one.compare(other, Qt::CaseInsensitive) == 0;
 }
@@ -77,6 +83,10 @@ private:
 
 } // namespace
 
+bool RegistryText::Entry::isKey(const QString& path) const {
+    return kind == Kind::Key && isSame(name, path);
+}
+
 RegistryText::RegistryText(const QByteArray& text) {
     QByteArrayList lines = text.split('\n');
     if (lines.back().isEmpty())
@@ -123,23 +133,19 @@ RegistryText::Entry RegistryText::valueEntry(const QString& name, const QString&
     return {Entry::Kind::Value, name, stored, shown + '=' + stored};
 }
 
-bool RegistryText::isKey(const Entry& entry, const QString& key) {
-    return entry.kind == Entry::Kind::Key && isSame(entry.name, key);
-}
-
 bool RegistryText::hasKey(const QString& key) const {
-    return std::any_of(m_entries.begin(), m_entries.end(),
-                       [&](const Entry& entry) { return isKey(entry, key); });
+    const QString path = pathOf(key);
+    return std::ranges::any_of(m_entries, [&](const Entry& entry) { return entry.isKey(path); });
 }
 
 // The last one counts, as when such a text is imported.
-std::size_t RegistryText::positionOf(const QString& key, const QString& name) const {
+std::size_t RegistryText::positionOf(const QString& path, const QString& name) const {
     std::size_t found = m_entries.size();
     bool inKey = false;
     for (std::size_t at = 0; at < m_entries.size(); ++at) {
         const Entry& entry = m_entries[at];
         if (entry.kind == Entry::Kind::Key)
-            inKey = isSame(entry.name, key);
+            inKey = entry.isKey(path);
         else if (inKey && entry.kind == Entry::Kind::Value && isSame(entry.name, name))
             found = at;
     }
@@ -147,48 +153,49 @@ std::size_t RegistryText::positionOf(const QString& key, const QString& name) co
 }
 
 std::optional<QString> RegistryText::value(const QString& key, const QString& name) const {
-    const std::size_t at = positionOf(key, name);
+    const std::size_t at = positionOf(pathOf(key), name);
     return at < m_entries.size() ? textIn(m_entries[at].stored) : std::nullopt;
 }
 
-void RegistryText::createKey(const QString& key) {
-    if (hasKey(key))
-        return;
+// The entry of the key itself, which is added if need be.
+RegistryText::Entries::iterator RegistryText::sectionOf(const QString& path) {
+    const auto known =
+        std::ranges::find_if(m_entries, [&](const Entry& entry) { return entry.isKey(path); });
+    if (known != m_entries.end())
+        return known;
     m_entries.push_back({Entry::Kind::Other, {}, {}, "\n"});
-    m_entries.push_back({Entry::Kind::Key, key, {}, '[' + key.toUtf8() + "]\n"});
+    m_entries.push_back({Entry::Kind::Key, path, {}, '[' + path.toUtf8() + "]\n"});
+    return m_entries.end() - 1;
 }
 
 // Comments and blanks between the last value of a key and the next key belong to neither.
-RegistryText::Entries::iterator RegistryText::endOf(Entries::iterator key) {
+RegistryText::Entries::iterator RegistryText::endOf(Entries::iterator section) {
     const auto isNextKey = [](const Entry& entry) { return entry.kind == Entry::Kind::Key; };
-    auto end = std::find_if(key + 1, m_entries.end(), isNextKey);
+    auto end = std::find_if(section + 1, m_entries.end(), isNextKey);
     while ((end - 1)->kind == Entry::Kind::Other && isRemark((end - 1)->lines))
         --end;
     return end;
 }
 
-bool RegistryText::deleteKey(const QString& key) {
-    const std::size_t before = m_entries.size();
-    const auto isGoing = [&](const Entry& entry) {
-        return entry.kind == Entry::Kind::Key && isBelow(entry.name, key);
+void RegistryText::deleteKey(const QString& key) {
+    const auto isGoing = [path = pathOf(key)](const Entry& entry) {
+        return entry.kind == Entry::Kind::Key && isBelow(entry.name, path);
     };
     for (auto at = m_entries.begin();
          (at = std::find_if(at, m_entries.end(), isGoing)) != m_entries.end();) {
         const bool afterBlank = at != m_entries.begin() && (at - 1)->lines.trimmed().isEmpty();
         at = m_entries.erase(afterBlank ? at - 1 : at, endOf(at));
     }
-    return m_entries.size() < before;
 }
 
 void RegistryText::setValue(const QString& key, const QString& name, const QString& text) {
-    const std::size_t known = positionOf(key, name);
+    const QString path = pathOf(key);
+    const std::size_t known = positionOf(path, name);
     if (known < m_entries.size()) {
         m_entries[known] = valueEntry(m_entries[known].name, text);
         return;
     }
-    createKey(key);
-    const auto section = std::find_if(m_entries.begin(), m_entries.end(),
-                                      [&](const Entry& entry) { return isKey(entry, key); });
+    const auto section = sectionOf(path);
     m_entries.insert(name.isEmpty() ? section + 1 : endOf(section), valueEntry(name, text));
 }
 

@@ -9,8 +9,8 @@
 namespace tallyroom {
 
 // Changes only what it is asked to change: all else stays byte for byte, values of other kinds,
-// comments and other roots included. Paths of keys begin with their root; paths and names compare
-// without regard to case.
+// comments and other roots included. Keys are paths under HKEY_LOCAL_MACHINE, parts separated by
+// "\"; keys and names compare without regard to case.
 class RegistryText {
 public:
     explicit RegistryText(const QByteArray& text); // in UTF-8; an empty one gets its heading
@@ -20,26 +20,29 @@ public:
     // Nothing for a value of another kind than text, too. An empty name is the default value.
     std::optional<QString> value(const QString& key, const QString& name) const;
 
-    void createKey(const QString& key);
-    bool deleteKey(const QString& key); // with the keys below it; false when there is none
+    void deleteKey(const QString& key); // with the keys below it; there may be none
+    // Creates the key if need be.
     void setValue(const QString& key, const QString& name, const QString& text);
 
 private:
     struct Entry {
         enum class Kind { Key, Value, Other };
         Kind kind = Kind::Other;
-        QString name;      // of the key or the value, as it is spelled
+        QString name;      // of the key, with its root, or of the value, as it is spelled
         QByteArray stored; // of a value, what stands after the "="
         QByteArray lines;
+
+        bool isKey(const QString& path) const;
     };
     using Entries = std::vector<Entry>;
 
     static Entry valueEntry(const QString& name, const QString& text);
     static Entry read(const QByteArray& line);
 
-    static bool isKey(const Entry& entry, const QString& key);
-    std::size_t positionOf(const QString& key, const QString& name) const; // past the end: none
-    Entries::iterator endOf(Entries::iterator key);
+    // A path is a key with its root.
+    std::size_t positionOf(const QString& path, const QString& name) const; // past the end: none
+    Entries::iterator sectionOf(const QString& path);
+    Entries::iterator endOf(Entries::iterator section);
 
     Entries m_entries;
 };

@@ -13,7 +13,7 @@ struct ErrorText {
 };
 
 // Numbers and texts of the old run time (below 3000) and of the desktop database engine.
-// Ordered by number; "|" marks an insert.
+// "|" marks an insert.
 constexpr ErrorText errorTexts[] = {
     {5, u"Invalid procedure call or argument"},
     {6, u"Overflow"},

@@ -7,7 +7,9 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
+#include <sys/inotify.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace tallyroom;
 
@@ -21,6 +23,14 @@ protected:
         return opened.readAll();
     }
     QString contents() const { return QString::fromUtf8(bytes()); }
+    bool set(const char16_t* key, const QString& name, const QString& value) {
+        return registry.change(
+            [&](RegistryText& text) { text.setValue(QString::fromUtf16(key), name, value); });
+    }
+    bool remove(const char16_t* key) {
+        return registry.change(
+            [&](RegistryText& text) { text.deleteKey(QString::fromUtf16(key)); });
+    }
 
     QTemporaryDir folder;
     QString file = folder.filePath(QStringLiteral("deep/registry.reg"));
@@ -28,20 +38,19 @@ protected:
 };
 
 TEST_F(RegistryTest, KeepsValuesInTheExportedForm) {
-    EXPECT_TRUE(registry.setValue(QStringLiteral("A\\B"), QStringLiteral("Name \"x\""),
-                                  QStringLiteral("C:\\é")));
-    EXPECT_TRUE(registry.setValue(QStringLiteral("a\\b"), QString(), QStringLiteral("default")));
+    EXPECT_TRUE(set(u"A\\B", QStringLiteral("Name \"x\""), QStringLiteral("C:\\é")));
+    EXPECT_TRUE(set(u"a\\b", QString(), QStringLiteral("default")));
     EXPECT_EQ(contents(), QStringLiteral("Windows Registry Editor Version 5.00\n\n"
                                          "[HKEY_LOCAL_MACHINE\\A\\B]\n@=\"default\"\n"
                                          "\"Name \\\"x\\\"\"=\"C:\\\\é\"\n"));
     EXPECT_EQ(registry.value(QStringLiteral("A\\b"), QStringLiteral("NAME \"X\"")),
               QStringLiteral("C:\\é"));
     EXPECT_FALSE(registry.value(QStringLiteral("A\\B"), QStringLiteral("other")));
-    EXPECT_TRUE(registry.createKey(QStringLiteral("A\\BC")));
-    EXPECT_TRUE(registry.deleteKey(QStringLiteral("A\\B")));
+    EXPECT_TRUE(set(u"A\\BC", {}, {}));
+    EXPECT_TRUE(remove(u"A\\B"));
     EXPECT_FALSE(registry.hasKey(QStringLiteral("A\\B")));
     EXPECT_TRUE(registry.hasKey(QStringLiteral("A\\BC")));
-    EXPECT_FALSE(registry.deleteKey(QStringLiteral("A\\B")));
+    EXPECT_TRUE(remove(u"A\\B")) << "nothing is left to remove";
 }
 
 TEST_F(RegistryTest, KeepsWhatOthersHaveWritten) {
@@ -63,9 +72,9 @@ TEST_F(RegistryTest, KeepsWhatOthersHaveWritten) {
               QStringLiteral("one\n[two]"));
     EXPECT_EQ(registry.value(QStringLiteral("K"), QStringLiteral("end")), QStringLiteral("a\nb\n"));
     EXPECT_EQ(registry.value(QStringLiteral("Z"), QStringLiteral("z")), QStringLiteral("1"));
-    EXPECT_TRUE(registry.setValue(QStringLiteral("k"), QStringLiteral("text"), QString()));
+    EXPECT_TRUE(set(u"k", QStringLiteral("text"), QString()));
     EXPECT_EQ(bytes(), before + key + "\"text\"=\"\"\n" + after);
-    EXPECT_TRUE(registry.deleteKey(QStringLiteral("K")));
+    EXPECT_TRUE(remove(u"K"));
     EXPECT_EQ(bytes(), before + after);
 }
 
@@ -80,7 +89,7 @@ TEST_F(RegistryTest, AValueThatIsNeverClosedIsReadInAMoment) {
         QElapsedTimer time;
         time.start();
         EXPECT_FALSE(registry.value(QStringLiteral("K"), QStringLiteral("a")));
-        EXPECT_TRUE(registry.createKey(QStringLiteral("Z")));
+        EXPECT_TRUE(set(u"Z", {}, {}));
         EXPECT_LT(time.elapsed(), 5000);
     }
 }
@@ -88,13 +97,13 @@ TEST_F(RegistryTest, AValueThatIsNeverClosedIsReadInAMoment) {
 TEST_F(RegistryTest, WhatCannotBeWrittenIsNotAnError) {
     ASSERT_TRUE(QDir().mkpath(QFileInfo(file).path()));
     ASSERT_EQ(mkfifo(QFile::encodeName(file).constData(), 0600), 0);
-    EXPECT_FALSE(registry.createKey(QStringLiteral("A")));
+    EXPECT_FALSE(set(u"A", {}, {}));
     EXPECT_FALSE(registry.value(QStringLiteral("A"), QString())) << "nobody writes to the pipe";
     ASSERT_TRUE(QFile::rename(file, file + QStringLiteral(".lock")));
-    EXPECT_FALSE(registry.createKey(QStringLiteral("A")));
+    EXPECT_FALSE(set(u"A", {}, {}));
     EXPECT_FALSE(Registry(QStringLiteral("/dev/zero")).hasKey(QStringLiteral("A")));
     Registry nowhere(QStringLiteral("/proc/no/registry.reg"));
-    EXPECT_FALSE(nowhere.createKey(QStringLiteral("A")));
+    EXPECT_FALSE(nowhere.change([](RegistryText&) {}));
     EXPECT_FALSE(nowhere.value(QStringLiteral("A"), QString()));
     InstallationRecord::write(nowhere, QString(), applicationInfo(), QString());
 }
@@ -113,8 +122,13 @@ TEST_F(RegistryTest, TheRecordIsReplacedAtEveryLoad) {
     application.path += QLatin1Char('\\');
     EXPECT_EQ(InstallationRecord::keyOf(category, application, kind), key);
 
-    registry.setValue(key, QStringLiteral("Old"), QStringLiteral("value"));
+    ASSERT_TRUE(set(key.toStdU16String().c_str(), QStringLiteral("Old"), QStringLiteral("value")));
+    const int watch = inotify_init1(IN_NONBLOCK);
+    inotify_add_watch(watch, QFile::encodeName(QFileInfo(file).path()).constData(), IN_MOVED_TO);
     InstallationRecord::write(registry, category, application, kind);
+    alignas(inotify_event) char events[4096];
+    EXPECT_EQ(read(watch, events, sizeof events), sizeof(inotify_event) + 16) << "one new file";
+    close(watch);
     EXPECT_FALSE(registry.value(key, QStringLiteral("Old")));
     EXPECT_EQ(registry.value(key, QStringLiteral("Version")), QStringLiteral("9.0.0"));
     EXPECT_EQ(registry.value(key, QStringLiteral("Application Comments")),
@@ -127,13 +141,14 @@ TEST_F(RegistryTest, TheRecordIsReplacedAtEveryLoad) {
 
 TEST_F(RegistryTest, ASubKeyTurnsTheTextIntoTheDefaultValue) {
     const QString key = QStringLiteral("K");
-    InstallationRecord::writeStringValue(registry, key, QString(), QStringLiteral("n"),
-                                         QStringLiteral("1"));
-    InstallationRecord::writeStringValue(registry, key, QStringLiteral("sub"), QStringLiteral("n"),
+    const QString name = QStringLiteral("n");
+    RegistryText text({});
+    InstallationRecord::writeStringValue(text, key, {}, name, QStringLiteral("1"));
+    InstallationRecord::writeStringValue(text, key, QStringLiteral("sub"), name,
                                          QStringLiteral("2"));
-    EXPECT_EQ(registry.value(key, QStringLiteral("n")), QStringLiteral("1"));
-    EXPECT_EQ(registry.value(key, QString()), QStringLiteral("2"));
-    EXPECT_FALSE(registry.hasKey(QStringLiteral("K\\sub")));
+    EXPECT_EQ(text.value(key, name), QStringLiteral("1"));
+    EXPECT_EQ(text.value(key, QString()), QStringLiteral("2"));
+    EXPECT_FALSE(text.hasKey(QStringLiteral("K\\sub")));
 }
 
 TEST_F(RegistryTest, ClassesAreWrittenWhereHostsFindThem) {
