@@ -11,6 +11,7 @@
 #include "common/RunError.h"
 
 #include <QApplication>
+#include <algorithm>
 #include <mutex>
 #include <new>
 
@@ -31,16 +32,20 @@ bool madeApplication = false;
 
 using Creator = LateBoundObject* (*)();
 
-// The classes that a host can create.
-Creator creatorOf(const Guid& classId) {
-    if (classId == classTLYR)
-        return []() -> LateBoundObject* { return new TLYR(hostContext()); };
-    if (classId == classAddInDescriptor)
-        return []() -> LateBoundObject* { return new a_BCAddInDescriptor; };
-    if (classId == classMemberInfo)
-        return []() -> LateBoundObject* { return new MemberInfo; };
-    return nullptr;
-}
+struct Creation {
+    Guid id;
+    Creator create;
+};
+
+constexpr Creation creations[] = {
+    {classTLYR, []() -> LateBoundObject* { return new TLYR(hostContext()); }},
+    {classAddInDescriptor, []() -> LateBoundObject* { return new a_BCAddInDescriptor; }},
+    {classMemberInfo, []() -> LateBoundObject* { return new MemberInfo; }},
+};
+
+static_assert(std::ranges::equal(creations, creatableClasses, {}, &Creation::id,
+                                 &CreatableClass::id),
+              "what a host can create is what it can name");
 
 class ClassFactory final : public IClassFactory {
 public:
@@ -106,8 +111,8 @@ void startUpOnce() {
 }
 
 IClassFactory* classFactory(const Guid& classId) {
-    const Creator create = creatorOf(classId);
-    return create ? new ClassFactory(create) : nullptr;
+    const auto* known = std::ranges::find(creations, classId, &Creation::id);
+    return known == std::end(creations) ? nullptr : new ClassFactory(known->create);
 }
 
 bool canUnload() {

@@ -4,6 +4,8 @@
 #include "canvass/Tallyroom.h"
 #include "common/RunError.h"
 
+#include <QPointer>
+
 namespace tallyroom {
 
 namespace {
@@ -25,16 +27,14 @@ QString userName(const VariantArray& values) {
     }
 }
 
-// The window that is up, while one is. A second call meanwhile cannot show it modally again.
-Tallyroom* openWindow = nullptr;
-
+// A second call while the window is up cannot show it modally again.
 void showMainWindow(const HostContext& context) {
-    if (openWindow)
+    static QPointer<Tallyroom> open;
+    if (open)
         return;
     Tallyroom window(context);
-    openWindow = &window;
+    open = &window;
     window.showModally();
-    openWindow = nullptr;
 }
 
 } // namespace
