@@ -2,6 +2,7 @@
 
 #include "store/Schema.h"
 #include "store/Workspace.h"
+#include "tests/support/FaultyFiles.h"
 
 #include <QDir>
 #include <QFile>
@@ -135,7 +136,12 @@ TEST_F(DatabaseTest, ReportsATransactionThatCannotBeWritten) {
     reading.reset();
     EXPECT_FALSE(m_database->inTransaction());
     EXPECT_EQ(assocRows(), 0);
-    insertAssoc(*m_database);
+    FaultyFiles disk;
+    m_database = m_folder.open(addInFile);
+    for (const bool full : {true, false}) {
+        disk.setFull(full);
+        EXPECT_EQ(errorNumberOf([&] { insertAssoc(*m_database); }), full ? 3026 : 0);
+    }
     EXPECT_EQ(assocRows(), 1);
 }
 

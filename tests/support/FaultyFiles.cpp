@@ -12,6 +12,7 @@ int counted = 0;
 int failing = 0;
 int loose = 0;
 int microsecondsWaited = 0;
+bool isFull = false;
 std::set<std::string> leftBehind;
 sqlite3_vfs* realVfs = nullptr;
 sqlite3_vfs faultyVfs;
@@ -36,6 +37,8 @@ int readFile(sqlite3_file* file, void* data, int size, sqlite3_int64 offset) {
 }
 
 int writeFile(sqlite3_file* file, const void* data, int size, sqlite3_int64 offset) {
+    if (isFull)
+        return SQLITE_FULL;
     return fails() ? SQLITE_IOERR_WRITE
                    : real(file)->pMethods->xWrite(real(file), data, size, offset);
 }
@@ -107,6 +110,7 @@ int deleteFile(sqlite3_vfs*, const char* name, int syncFolder) {
 
 FaultyFiles::FaultyFiles() {
     failAt(0);
+    setFull(false);
     setMethods();
     realVfs = sqlite3_vfs_find(nullptr);
     faultyVfs = *realVfs;
@@ -132,6 +136,10 @@ void FaultyFiles::failAt(int n) {
     loose = 0;
     microsecondsWaited = 0;
     failing = n;
+}
+
+void FaultyFiles::setFull(bool full) {
+    isFull = full;
 }
 
 int FaultyFiles::operations() const {

@@ -1,4 +1,4 @@
-// Makes the n-th operation on the database files fail, as a bad disk would.
+// Makes operations on the database files fail, as a bad or a full disk would.
 #pragma once
 
 namespace tallyroom {
@@ -14,6 +14,8 @@ public:
 
     // The n-th operation from now on fails, n counted from 1; 0 lets all succeed.
     void failAt(int n);
+    // As long as the disk is full, every write fails for that.
+    void setFull(bool full);
     // Operations since the last call of failAt().
     int operations() const;
     // Of these, files removed in a way that a power cut may take back: a journal that comes back
