@@ -2,6 +2,7 @@
 
 #include <QRegularExpression>
 #include <algorithm>
+#include <utility>
 
 namespace tallyroom {
 
@@ -83,6 +84,11 @@ private:
 
 } // namespace
 
+void RegistryText::Entry::add(const QByteArray& line) {
+    stored += line;
+    lines += line;
+}
+
 bool RegistryText::Entry::isKey(const QString& path) const {
     return kind == Kind::Key && isSame(name, path);
 }
@@ -99,9 +105,9 @@ RegistryText::RegistryText(const QByteArray& text) {
         for (; value.isOpen() && at < lines.size(); ++at) {
             const QByteArray line = lines[at] + '\n';
             value.read(line);
-            entry.stored += line;
-            entry.lines += line;
+            entry.add(line);
         }
+        entry.isOpen = value.isOpen();
         m_entries.push_back(std::move(entry));
     }
 }
@@ -188,7 +194,15 @@ void RegistryText::deleteKey(const QString& key) {
     }
 }
 
+// To a value that the text breaks off in, whatever comes behind it would belong.
+void RegistryText::closeLastValue() {
+    Entry& last = m_entries.back();
+    if (std::exchange(last.isOpen, false))
+        last.add(";\"\n");
+}
+
 void RegistryText::setValue(const QString& key, const QString& name, const QString& text) {
+    closeLastValue();
     const QString path = pathOf(key);
     const std::size_t known = positionOf(path, name);
     if (known < m_entries.size()) {

@@ -31,7 +31,9 @@ private:
         QString name;      // of the key, with its root, or of the value, as it is spelled
         QByteArray stored; // of a value, what stands after the "="
         QByteArray lines;
+        bool isOpen = false; // the text ends before the value does
 
+        void add(const QByteArray& line);
         bool isKey(const QString& path) const;
     };
     using Entries = std::vector<Entry>;
@@ -41,6 +43,7 @@ private:
 
     // A path is a key with its root.
     std::size_t positionOf(const QString& path, const QString& name) const; // past the end: none
+    void closeLastValue();
     Entries::iterator sectionOf(const QString& path);
     Entries::iterator endOf(Entries::iterator section);
 
