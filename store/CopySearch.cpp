@@ -1,7 +1,7 @@
 #include "store/CopySearch.h"
 
+#include "store/SqliteGenerator.h"
 #include "store/SqliteTypes.h"
-#include "store/sql/Generator.h"
 #include "store/sql/Scope.h"
 #include "store/sql/StatementBinder.h"
 
@@ -74,10 +74,10 @@ void CopySearch::fill(const std::vector<std::vector<Variant>>& rows) {
 // A search for one value is mostly one of many.
 void CopySearch::indexFor(const sql::BoundNode& condition) {
     const bool listed = condition.kind == sql::BoundKind::InList; // one value's spellings, too
-    if (!listed && condition.operation != sql::Operation::Equal)
+    if (!listed && !condition.applies(sql::Operation::Equal))
         return;
     const sql::BoundNode* left = condition.operands.front().get();
-    if (left->kind == sql::BoundKind::Apply && left->operation == sql::Operation::CaseBlind)
+    if (left->applies(sql::Operation::CaseBlind))
         left = left->operands.front().get();
     if (left->kind == sql::BoundKind::Column)
         m_connection.run(
@@ -87,8 +87,7 @@ void CopySearch::indexFor(const sql::BoundNode& condition) {
 int CopySearch::find(const sql::Expression& criteria) {
     const sql::BoundPtr condition = sql::bindCriteria(NoTables(), m_select, criteria);
     indexFor(*condition);
-    SqliteQuery query(m_connection,
-                      sql::Generator(sql::sqliteDialect()).keysWhere(m_select, condition));
+    SqliteQuery query(m_connection, generator().keysWhere(m_select, condition));
     qint64 first = 0;
     while (query.next())
         first = first == 0 ? query.key(0) : std::min(first, query.key(0));

@@ -55,7 +55,7 @@ public:
 
     // Whether the table is there with all columns of `table` in their types, none with a value of
     // its own, and without triggers or rules: then a row holds what was written into it.
-    virtual bool isPlain(const Schema::Table& table) = 0;
+    [[nodiscard]] virtual bool isPlain(const Schema::Table& table) = 0;
 
     // Empties the table and fills it anew, in one write unless a transaction is open. The values of
     // a row go to `columns` in this order and convert as an Insert converts them; rows that the
@@ -82,7 +82,7 @@ public:
     virtual void setProgress(std::function<void()> callback) = 0;
 
     // Whether the file that was opened is still the one at its path.
-    virtual bool isInPlace() = 0;
+    [[nodiscard]] virtual bool isInPlace() = 0;
 
     // Reads the whole file. Raises 3049 for one whose structure is damaged; a value that was
     // changed inside a sound structure cannot be told.
@@ -94,7 +94,7 @@ public:
 
 // Scope in which statements share one write, or many rows are read at one state of the file.
 // Leaving it without a commit undoes the statements. Inside another transaction it does nothing.
-class Transaction {
+class [[nodiscard]] Transaction {
 public:
     // Raises what hinders it: 3196 (in use), and for Reserve 3027 (read-only), 3024 (the file is no
     // longer there), 3420 (another file has taken its place), 3051 and 3026 (the folder cannot be
@@ -111,7 +111,7 @@ private:
 };
 
 // Scope in which statements fail at once where they would wait for others.
-class Impatience {
+class [[nodiscard]] Impatience {
 public:
     explicit Impatience(std::shared_ptr<Database> database);
     ~Impatience();

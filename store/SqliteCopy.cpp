@@ -1,6 +1,6 @@
 #include "store/SqliteCopy.h"
 
-#include "store/sql/Generator.h"
+#include "store/SqliteGenerator.h"
 
 namespace tallyroom {
 
@@ -8,7 +8,7 @@ void SqliteCopy::readRows() {
     m_rows.clear();
     m_search.reset();
     const std::vector<sql::BoundColumn>& columns = bound().columns;
-    SqliteQuery query(sqlite().connection(), sql::Generator(sql::sqliteDialect()).rows(bound()));
+    SqliteQuery query(sqlite().connection(), generator().rows(bound()));
     while (query.next()) {
         Row row;
         row.reserve(columns.size());

@@ -2,10 +2,10 @@
 
 #include "store/SqliteCopy.h"
 #include "store/SqliteDynaset.h"
+#include "store/SqliteGenerator.h"
 #include "store/SqliteRows.h"
 #include "store/StoreErrors.h"
 #include "store/Workspace.h"
-#include "store/sql/Generator.h"
 #include "store/sql/Parser.h"
 #include "store/sql/StatementBinder.h"
 
@@ -17,12 +17,8 @@ namespace tallyroom {
 
 namespace {
 
-sql::Generator generator() {
-    return sql::Generator(sql::sqliteDialect());
-}
-
 // Another file that takes part in one statement.
-class Attachment {
+class [[nodiscard]] Attachment {
 public:
     Attachment(SqliteConnection& connection, const QString& file) : Attachment(connection) {
         SqliteQuery query(connection, QStringLiteral("ATTACH ?1 AS target"));
@@ -182,6 +178,7 @@ void SqliteDatabase::replaceRows(const QString& table, const QStringList& column
 }
 
 void SqliteDatabase::begin(TransactionKind kind) {
+    Q_ASSERT(!inTransaction());
     if (kind == TransactionKind::Reserve)
         return reserve();
     connection().run(kind == TransactionKind::Read ? QStringLiteral("BEGIN")

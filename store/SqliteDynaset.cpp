@@ -1,7 +1,7 @@
 #include "store/SqliteDynaset.h"
 
 #include "store/FieldValue.h"
-#include "store/sql/Generator.h"
+#include "store/SqliteGenerator.h"
 #include "store/sql/StatementBinder.h"
 
 #include <algorithm>
@@ -10,10 +10,6 @@
 namespace tallyroom {
 
 namespace {
-
-sql::Generator generator() {
-    return sql::Generator(sql::sqliteDialect());
-}
 
 [[noreturn]] void raise(int number) {
     throw RunError::make(number, {}, ErrorSource::recordset);

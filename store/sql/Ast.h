@@ -17,20 +17,43 @@ struct Expression;
 struct SelectStatement;
 using ExpressionPtr = std::unique_ptr<Expression>;
 
-enum class NodeKind { Literal, Name, Apply, Call, InList, InSelect, Subquery };
+struct Literal {
+    Variant value;
+};
+
+struct Name {
+    QString qualifier; // the table's part, or empty
+    QString name;
+    bool bracketed = false; // never a function's
+};
+
+struct Apply {
+    Operation operation;
+    std::vector<ExpressionPtr> operands;
+};
+
+struct Call {
+    QString function;
+    std::vector<ExpressionPtr> arguments;
+};
+
+struct InList {
+    ExpressionPtr left;
+    std::vector<ExpressionPtr> items;
+    QStringList texts; // further items, which are plain texts
+};
+
+struct InSelect {
+    ExpressionPtr left;
+    std::unique_ptr<SelectStatement> select;
+};
+
+struct Subquery {
+    std::unique_ptr<SelectStatement> select;
+};
 
 struct Expression {
-    NodeKind kind = NodeKind::Literal;
-    Variant value;                           // Literal
-    QString qualifier;                       // Name: the table's part, or empty
-    QString name;                            // Name, Call
-    bool bracketed = false;                  // Name: never a function's
-    Operation operation = {};                // Apply
-    std::vector<ExpressionPtr> operands;     // InList and InSelect: the left side comes first
-    QStringList texts;                       // InList: its other items, which are text literals
-    std::unique_ptr<SelectStatement> select; // InSelect, Subquery
-
-    ~Expression();
+    std::variant<Literal, Name, Apply, Call, InList, InSelect, Subquery> node;
 };
 
 struct SelectItem {
@@ -68,8 +91,7 @@ struct InsertStatement {
     QString table;
     QString file; // of the "In" clause, or empty
     QStringList columns;
-    std::vector<ExpressionPtr> values;
-    std::unique_ptr<SelectStatement> select; // instead of values
+    std::variant<std::vector<ExpressionPtr>, SelectStatement> rows; // one of values, or many
 };
 
 struct Assignment {
@@ -89,7 +111,5 @@ struct DropStatement {
 
 using Statement =
     std::variant<SelectStatement, DeleteStatement, InsertStatement, UpdateStatement, DropStatement>;
-
-inline Expression::~Expression() = default;
 
 } // namespace tallyroom::sql

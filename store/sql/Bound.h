@@ -5,6 +5,7 @@
 #include "store/sql/Catalog.h"
 
 #include <optional>
+#include <variant>
 
 namespace tallyroom::sql {
 
@@ -22,10 +23,12 @@ struct BoundNode {
     QString source;                  // Column: the alias that the statement gives its table
     QString column;                  // Column
     Operation operation = {};        // Apply
-    bool aggregate = false;          // Apply: here or in an operand, rows are summed up
+    bool aggregate = false;          // here or in an operand, rows are summed up
     std::vector<BoundPtr> operands;  // InList and InSelect: the left side comes first
     QStringList texts;               // InList: its items, if they are no operands
     std::shared_ptr<const BoundSelect> select; // InSelect, Subquery
+
+    bool applies(Operation wanted) const { return kind == BoundKind::Apply && operation == wanted; }
 };
 
 struct BoundSource {
@@ -66,8 +69,7 @@ struct BoundDelete {
 struct BoundInsert {
     BoundSource target;
     QStringList columns;
-    std::vector<BoundPtr> values;
-    std::shared_ptr<const BoundSelect> select; // instead of values
+    std::variant<std::vector<BoundPtr>, BoundSelect> rows; // one of values, or many
 };
 
 struct BoundAssignment {

@@ -75,12 +75,9 @@ std::optional<QStringList> allSpellings(const QStringList& texts) {
 BoundPtr inTexts(BoundPtr left, const QStringList& texts) {
     const bool plain = std::all_of(texts.begin(), texts.end(), TextOrder::isAscii);
     const auto spellings = plain ? texts : allSpellings(texts);
-    auto node = std::make_shared<BoundNode>();
-    node->kind = BoundKind::InList;
-    node->type = ValueType::Boolean;
-    node->operands = {spellings ? caseBlind(std::move(left)) : collated(std::move(left))};
+    auto node = makeNode(BoundKind::InList, ValueType::Boolean,
+                         {spellings ? caseBlind(std::move(left)) : collated(std::move(left))});
     node->texts = spellings.value_or(texts);
-    node->aggregate = node->operands.front()->aggregate;
     return node;
 }
 
@@ -171,25 +168,15 @@ BoundPtr inList(const BoundPtr& value, std::vector<BoundPtr> list, const QString
     for (BoundPtr& item : list)
         matchForComparison(left, item);
     const bool plain = std::all_of(list.begin(), list.end(), isPlain);
-    auto node = std::make_shared<BoundNode>();
-    node->kind = BoundKind::InList;
-    node->type = ValueType::Boolean;
-    node->operands = std::move(list);
-    node->operands.insert(node->operands.begin(),
-                          plain ? caseBlind(std::move(left)) : collated(std::move(left)));
-    node->aggregate = std::any_of(node->operands.begin(), node->operands.end(),
-                                  [](const BoundPtr& operand) { return operand->aggregate; });
-    return node;
+    list.insert(list.begin(), plain ? caseBlind(std::move(left)) : collated(std::move(left)));
+    return makeNode(BoundKind::InList, ValueType::Boolean, std::move(list));
 }
 
 BoundPtr inSelect(const BoundPtr& value, std::shared_ptr<const BoundSelect> select) {
     BoundPtr left = value;
     BoundPtr right = select->columns.front().value;
     matchForComparison(left, right);
-    auto node = std::make_shared<BoundNode>();
-    node->kind = BoundKind::InSelect;
-    node->type = ValueType::Boolean;
-    node->operands.push_back(caseBlind(std::move(left)));
+    auto node = makeNode(BoundKind::InSelect, ValueType::Boolean, {caseBlind(std::move(left))});
     node->select = std::move(select);
     return node;
 }
@@ -206,7 +193,7 @@ bool limitsToPlainCodes(const BoundPtr& condition, const BoundPtr& text) {
     if (!condition || text->type != ValueType::Text)
         return false;
     const auto limits = [&](const BoundPtr& part) { return limitsToPlainCodes(part, text); };
-    if (condition->kind == BoundKind::Apply && condition->operation == Operation::And)
+    if (condition->applies(Operation::And))
         return std::any_of(condition->operands.begin(), condition->operands.end(), limits);
     return condition->kind == BoundKind::InList && !condition->texts.isEmpty() &&
            sameNode(condition->operands.front(), caseBlind(text)) &&

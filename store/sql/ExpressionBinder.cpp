@@ -13,8 +13,8 @@ namespace {
 // IIf(IsNull(x), y, x), which an engine can do with one look at x.
 bool standsInForNull(const std::vector<BoundPtr>& arguments, ValueType type) {
     const BoundNode& condition = *arguments[0];
-    return condition.kind == BoundKind::Apply && condition.operation == Operation::IsNull &&
-           arguments[2]->type == type && sameNode(condition.operands.front(), arguments[2]);
+    return condition.applies(Operation::IsNull) && arguments[2]->type == type &&
+           sameNode(condition.operands.front(), arguments[2]);
 }
 
 BoundPtr bindChoice(const std::vector<BoundPtr>& arguments) {
@@ -69,9 +69,8 @@ BoundPtr bothAsText(Operation operation, ValueType result, const std::vector<Bou
 }
 
 // Functions without arguments may be called without parentheses.
-const Function* findBareFunction(const Expression& name) {
-    bool known = false;
-    return name.bracketed ? nullptr : findFunction(name.name, 0, known);
+const Function* findBareFunction(const Name& name) {
+    return name.bracketed ? nullptr : findFunction(name.name, 0);
 }
 
 } // namespace
@@ -94,25 +93,21 @@ ExpressionBinder::ExpressionBinder(BindContext& context, Scope& scope, Aggregate
     : m_context(context), m_scope(scope), m_aggregates(aggregates) {}
 
 BoundPtr ExpressionBinder::bind(const Expression& expression) {
-    switch (expression.kind) {
-    case NodeKind::Literal:
-        return literalNode(expression.value);
-    case NodeKind::Name:
-        return bindName(expression);
-    case NodeKind::Apply:
-        return bindApply(expression);
-    case NodeKind::Call:
-        return bindCall(expression);
-    case NodeKind::InList: {
-        const std::vector<BoundPtr> operands = bindAll(expression.operands);
-        return inList(operands.front(), {operands.begin() + 1, operands.end()}, expression.texts);
-    }
-    case NodeKind::InSelect:
-        return inSelect(bind(*expression.operands.front()), bindSelect(*expression.select));
-    case NodeKind::Subquery:
-        return bindSubquery(expression);
-    }
-    return nullptr;
+    return std::visit([this](const auto& node) { return bindNode(node); }, expression.node);
+}
+
+BoundPtr ExpressionBinder::bindNode(const Literal& literal) {
+    return literalNode(literal.value);
+}
+
+BoundPtr ExpressionBinder::bindNode(const InList& in) {
+    BoundPtr left = bind(*in.left);
+    return inList(left, bindAll(in.items), in.texts);
+}
+
+BoundPtr ExpressionBinder::bindNode(const InSelect& in) {
+    BoundPtr left = bind(*in.left);
+    return inSelect(left, bindSelect(*in.select));
 }
 
 std::vector<BoundPtr> ExpressionBinder::bindAll(const std::vector<ExpressionPtr>& expressions) {
@@ -123,7 +118,7 @@ std::vector<BoundPtr> ExpressionBinder::bindAll(const std::vector<ExpressionPtr>
     return bound;
 }
 
-BoundPtr ExpressionBinder::bindName(const Expression& name) {
+BoundPtr ExpressionBinder::bindNode(const Name& name) {
     if (BoundPtr found = m_scope.resolve(name.qualifier, name.name))
         return found;
     if (const Function* function = findBareFunction(name))
@@ -133,7 +128,7 @@ BoundPtr ExpressionBinder::bindName(const Expression& name) {
     return literalNode(Variant::null());
 }
 
-BoundPtr ExpressionBinder::bindApply(const Expression& apply) {
+BoundPtr ExpressionBinder::bindNode(const Apply& apply) {
     const std::vector<BoundPtr> operands = bindAll(apply.operands);
     switch (apply.operation) {
     case Operation::And:
@@ -162,33 +157,29 @@ BoundPtr ExpressionBinder::bindApply(const Expression& apply) {
     }
 }
 
-BoundPtr ExpressionBinder::bindCall(const Expression& call) {
-    bool known = false;
-    const Function* function =
-        findFunction(call.name, static_cast<int>(call.operands.size()), known);
-    if (!known)
-        throw RunError::make(ErrorNumber::unknownFunction, {call.name});
+BoundPtr ExpressionBinder::bindNode(const Call& call) {
+    const Function* function = findFunction(call.function, call.arguments.size());
+    if (!function && !isFunction(call.function))
+        throw RunError::make(ErrorNumber::unknownFunction, {call.function});
     if (!function)
         throw RunError::make(
             ErrorNumber::syntaxInQuery,
-            {QStringLiteral("Wrong number of arguments used with function"), call.name});
+            {QStringLiteral("Wrong number of arguments used with function"), call.function});
     if (!function->aggregate)
-        return bindFunction(*function, bindAll(call.operands));
+        return bindFunction(*function, bindAll(call.arguments));
     if (m_aggregates == Aggregates::Refused)
-        throw RunError::make(ErrorNumber::aggregateInWhere, {call.name});
+        throw RunError::make(ErrorNumber::aggregateInWhere, {call.function});
     m_aggregates = Aggregates::Refused; // none inside another
-    BoundPtr result = bindFunction(*function, bindAll(call.operands));
+    BoundPtr result = bindFunction(*function, bindAll(call.arguments));
     m_aggregates = Aggregates::Allowed;
     return result;
 }
 
-BoundPtr ExpressionBinder::bindSubquery(const Expression& subquery) {
-    auto node = std::make_shared<BoundNode>();
-    node->kind = BoundKind::Subquery;
-    node->select = bindSelect(*subquery.select);
-    const BoundPtr& value = node->select->columns.front().value;
-    node->type = value->type;
-    node->width = value->width;
+BoundPtr ExpressionBinder::bindNode(const Subquery& subquery) {
+    auto select = bindSelect(*subquery.select);
+    const BoundNode& value = *select->columns.front().value;
+    auto node = makeNode(BoundKind::Subquery, value.type, {}, value.width);
+    node->select = std::move(select);
     return node;
 }
 

@@ -28,10 +28,13 @@ public:
     BoundPtr bind(const Expression& expression);
 
 private:
-    BoundPtr bindName(const Expression& name);
-    BoundPtr bindApply(const Expression& apply);
-    BoundPtr bindCall(const Expression& call);
-    BoundPtr bindSubquery(const Expression& subquery);
+    BoundPtr bindNode(const Literal& literal);
+    BoundPtr bindNode(const Name& name);
+    BoundPtr bindNode(const Apply& apply);
+    BoundPtr bindNode(const Call& call);
+    BoundPtr bindNode(const InList& in);
+    BoundPtr bindNode(const InSelect& in);
+    BoundPtr bindNode(const Subquery& subquery);
     std::shared_ptr<const BoundSelect> bindSelect(const SelectStatement& select);
     std::vector<BoundPtr> bindAll(const std::vector<ExpressionPtr>& expressions);
 

@@ -7,28 +7,27 @@
 
 namespace tallyroom::sql {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // Real statements nest less than ten deep; the engines underneath give up soon after a hundred.
 constexpr int maximumDepth = 40;
 
-constexpr QLatin1StringView operator""_k(const char* text, std::size_t size) {
-    return QLatin1StringView(text, static_cast<qsizetype>(size));
+template<class Node>
+ExpressionPtr expression(Node node) {
+    return std::make_unique<Expression>(Expression{std::move(node)});
 }
 
 ExpressionPtr literal(Variant value) {
-    auto node = std::make_unique<Expression>();
-    node->value = std::move(value);
-    return node;
+    return expression(Literal{std::move(value)});
 }
 
 template<class... Operands>
 ExpressionPtr operatorNode(Operation operation, Operands... operands) {
-    auto node = std::make_unique<Expression>();
-    node->kind = NodeKind::Apply;
-    node->operation = operation;
-    (node->operands.push_back(std::move(operands)), ...);
-    return node;
+    Apply node{operation, {}};
+    (node.operands.push_back(std::move(operands)), ...);
+    return expression(std::move(node));
 }
 
 // Joins the operands of a long And or Or into a tree of small depth.
@@ -75,7 +74,7 @@ ExpressionPtr ExpressionParser::disjunction() {
     std::vector<ExpressionPtr> operands;
     do
         operands.push_back(conjunction());
-    while (m_tokens.acceptKeyword("or"_k));
+    while (m_tokens.acceptKeyword("or"_L1));
     return balanced(Operation::Or, operands, 0, operands.size());
 }
 
@@ -83,12 +82,12 @@ ExpressionPtr ExpressionParser::conjunction() {
     std::vector<ExpressionPtr> operands;
     do
         operands.push_back(negation());
-    while (m_tokens.acceptKeyword("and"_k));
+    while (m_tokens.acceptKeyword("and"_L1));
     return balanced(Operation::And, operands, 0, operands.size());
 }
 
 ExpressionPtr ExpressionParser::negation() {
-    if (!m_tokens.acceptKeyword("not"_k))
+    if (!m_tokens.acceptKeyword("not"_L1))
         return predicate();
     Nesting nesting(m_depth);
     nesting.deepen();
@@ -97,25 +96,25 @@ ExpressionPtr ExpressionParser::negation() {
 
 ExpressionPtr ExpressionParser::predicate() {
     ExpressionPtr left =
-        leftChain(&ExpressionParser::concatenation, {{"="_k, Operation::Equal},
-                                                     {"<>"_k, Operation::NotEqual},
-                                                     {"<="_k, Operation::LessOrEqual},
-                                                     {">="_k, Operation::GreaterOrEqual},
-                                                     {"<"_k, Operation::Less},
-                                                     {">"_k, Operation::Greater}});
+        leftChain(&ExpressionParser::concatenation, {{"="_L1, Operation::Equal},
+                                                     {"<>"_L1, Operation::NotEqual},
+                                                     {"<="_L1, Operation::LessOrEqual},
+                                                     {">="_L1, Operation::GreaterOrEqual},
+                                                     {"<"_L1, Operation::Less},
+                                                     {">"_L1, Operation::Greater}});
     return predicateTail(std::move(left));
 }
 
 ExpressionPtr ExpressionParser::predicateTail(ExpressionPtr left) {
-    if (m_tokens.atKeyword("is"_k))
+    if (m_tokens.atKeyword("is"_L1))
         return isNullTail(std::move(left));
-    const bool negated = m_tokens.acceptKeyword("not"_k);
+    const bool negated = m_tokens.acceptKeyword("not"_L1);
     ExpressionPtr result;
-    if (m_tokens.acceptKeyword("between"_k))
+    if (m_tokens.acceptKeyword("between"_L1))
         result = betweenTail(std::move(left));
-    else if (m_tokens.acceptKeyword("in"_k))
+    else if (m_tokens.acceptKeyword("in"_L1))
         result = inTail(std::move(left));
-    else if (m_tokens.acceptKeyword("like"_k))
+    else if (m_tokens.acceptKeyword("like"_L1))
         result = operatorNode(Operation::Like, std::move(left), concatenation());
     else if (negated)
         m_tokens.fail();
@@ -125,59 +124,54 @@ ExpressionPtr ExpressionParser::predicateTail(ExpressionPtr left) {
 }
 
 ExpressionPtr ExpressionParser::isNullTail(ExpressionPtr left) {
-    m_tokens.expectKeyword("is"_k);
-    const bool negated = m_tokens.acceptKeyword("not"_k);
-    m_tokens.expectKeyword("null"_k);
+    m_tokens.expectKeyword("is"_L1);
+    const bool negated = m_tokens.acceptKeyword("not"_L1);
+    m_tokens.expectKeyword("null"_L1);
     return operatorNode(negated ? Operation::IsNotNull : Operation::IsNull, std::move(left));
 }
 
 ExpressionPtr ExpressionParser::betweenTail(ExpressionPtr left) {
     ExpressionPtr low = concatenation();
-    m_tokens.expectKeyword("and"_k);
+    m_tokens.expectKeyword("and"_L1);
     return operatorNode(Operation::Between, std::move(left), std::move(low), concatenation());
 }
 
 ExpressionPtr ExpressionParser::inTail(ExpressionPtr left) {
-    m_tokens.expectSymbol("("_k);
-    auto node = std::make_unique<Expression>();
-    node->operands.push_back(std::move(left));
-    if (m_tokens.atKeyword("select"_k)) {
-        node->kind = NodeKind::InSelect;
-        node->select = subquery();
-        return node;
-    }
-    node->kind = NodeKind::InList;
+    m_tokens.expectSymbol("("_L1);
+    if (m_tokens.atKeyword("select"_L1))
+        return expression(InSelect{std::move(left), subquery()});
+    InList list{std::move(left), {}, {}};
     do
-        listItem(*node);
-    while (m_tokens.acceptSymbol(","_k));
-    m_tokens.expectSymbol(")"_k);
-    return node;
+        listItem(list);
+    while (m_tokens.acceptSymbol(","_L1));
+    m_tokens.expectSymbol(")"_L1);
+    return expression(std::move(list));
 }
 
 // Most lists are thousands of texts, for which a node each would be too much.
-void ExpressionParser::listItem(Expression& list) {
+void ExpressionParser::listItem(InList& list) {
     if (m_tokens.atLoneText())
         list.texts << m_tokens.take().text;
     else
-        list.operands.push_back(parse());
+        list.items.push_back(parse());
 }
 
 ExpressionPtr ExpressionParser::concatenation() {
-    return leftChain(&ExpressionParser::sum, {{"&"_k, Operation::Concat}});
+    return leftChain(&ExpressionParser::sum, {{"&"_L1, Operation::Concat}});
 }
 
 ExpressionPtr ExpressionParser::sum() {
     return leftChain(&ExpressionParser::modulo,
-                     {{"+"_k, Operation::Add}, {"-"_k, Operation::Subtract}});
+                     {{"+"_L1, Operation::Add}, {"-"_L1, Operation::Subtract}});
 }
 
 ExpressionPtr ExpressionParser::modulo() {
-    return leftChain(&ExpressionParser::product, {{"mod"_k, Operation::Modulo}});
+    return leftChain(&ExpressionParser::product, {{"mod"_L1, Operation::Modulo}});
 }
 
 ExpressionPtr ExpressionParser::product() {
     return leftChain(&ExpressionParser::signedOperand,
-                     {{"*"_k, Operation::Multiply}, {"/"_k, Operation::Divide}});
+                     {{"*"_L1, Operation::Multiply}, {"/"_L1, Operation::Divide}});
 }
 
 bool ExpressionParser::acceptOperator(QLatin1StringView sign) {
@@ -201,9 +195,9 @@ ExpressionPtr ExpressionParser::leftChain(Rule operand,
 }
 
 ExpressionPtr ExpressionParser::signedOperand() {
-    if (m_tokens.acceptSymbol("+"_k))
+    if (m_tokens.acceptSymbol("+"_L1))
         return signedOperandNested();
-    if (m_tokens.acceptSymbol("-"_k))
+    if (m_tokens.acceptSymbol("-"_L1))
         return operatorNode(Operation::Negate, signedOperandNested());
     return primary();
 }
@@ -225,13 +219,13 @@ ExpressionPtr ExpressionParser::primary() {
     default:
         break;
     }
-    if (m_tokens.acceptSymbol("("_k))
+    if (m_tokens.acceptSymbol("("_L1))
         return parenthesized();
-    if (m_tokens.acceptKeyword("null"_k))
+    if (m_tokens.acceptKeyword("null"_L1))
         return literal(Variant::null());
-    if (m_tokens.acceptKeyword("true"_k))
+    if (m_tokens.acceptKeyword("true"_L1))
         return literal(Variant(true));
-    if (m_tokens.acceptKeyword("false"_k))
+    if (m_tokens.acceptKeyword("false"_L1))
         return literal(Variant(false));
     return nameOrCall();
 }
@@ -242,56 +236,45 @@ std::unique_ptr<SelectStatement> ExpressionParser::subquery() {
     nesting.deepen();
     const TokenStream::Place place = m_tokens.place();
     auto select = m_selectParser();
-    m_tokens.expectSymbol(")"_k);
+    m_tokens.expectSymbol(")"_L1);
     m_tokens.returnTo(place);
     return select;
 }
 
 ExpressionPtr ExpressionParser::parenthesized() {
-    if (m_tokens.atKeyword("select"_k)) {
-        auto node = std::make_unique<Expression>();
-        node->kind = NodeKind::Subquery;
-        node->select = subquery();
-        return node;
-    }
+    if (m_tokens.atKeyword("select"_L1))
+        return expression(Subquery{subquery()});
     ExpressionPtr result = parse();
-    m_tokens.expectSymbol(")"_k);
+    m_tokens.expectSymbol(")"_L1);
     return result;
 }
 
 ExpressionPtr ExpressionParser::nameOrCall() {
-    if (m_tokens.peek().kind == TokenKind::Name && m_tokens.atSymbol("("_k, 1))
+    if (m_tokens.peek().kind == TokenKind::Name && m_tokens.atSymbol("("_L1, 1))
         return call(m_tokens.expectName());
-    auto node = std::make_unique<Expression>();
-    node->kind = NodeKind::Name;
-    node->bracketed = m_tokens.peek().kind == TokenKind::BracketedName;
-    node->name = m_tokens.expectName();
-    if (m_tokens.acceptSymbol("."_k)) {
-        node->bracketed = true;
-        node->qualifier = node->name;
-        node->name = m_tokens.expectName();
-    }
-    return node;
+    const bool bracketed = m_tokens.peek().kind == TokenKind::BracketedName;
+    QString name = m_tokens.expectName();
+    if (m_tokens.acceptSymbol("."_L1))
+        return expression(Name{std::move(name), m_tokens.expectName(), true});
+    return expression(Name{{}, std::move(name), bracketed});
 }
 
 // The star of Count(*) is a call without arguments.
-ExpressionPtr ExpressionParser::call(const QString& name) {
-    auto node = std::make_unique<Expression>();
-    node->kind = NodeKind::Call;
-    node->name = name;
-    m_tokens.expectSymbol("("_k);
-    if (m_tokens.acceptSymbol(")"_k))
-        return node;
-    if (m_tokens.atSymbol("*"_k) && m_tokens.atSymbol(")"_k, 1)) {
+ExpressionPtr ExpressionParser::call(const QString& function) {
+    m_tokens.expectSymbol("("_L1);
+    if (m_tokens.acceptSymbol(")"_L1))
+        return expression(Call{function, {}});
+    Call result{function, {}};
+    if (m_tokens.atSymbol("*"_L1) && m_tokens.atSymbol(")"_L1, 1)) {
         m_tokens.take();
-        node->name += u'*';
+        result.function += u'*';
     } else {
         do
-            node->operands.push_back(parse());
-        while (m_tokens.acceptSymbol(","_k));
+            result.arguments.push_back(parse());
+        while (m_tokens.acceptSymbol(","_L1));
     }
-    m_tokens.expectSymbol(")"_k);
-    return node;
+    m_tokens.expectSymbol(")"_L1);
+    return expression(std::move(result));
 }
 
 ExpressionPtr ExpressionParser::number() {

@@ -30,7 +30,7 @@ private:
     ExpressionPtr isNullTail(ExpressionPtr left);
     ExpressionPtr betweenTail(ExpressionPtr left);
     ExpressionPtr inTail(ExpressionPtr left);
-    void listItem(Expression& list);
+    void listItem(InList& list);
     ExpressionPtr concatenation();
     ExpressionPtr sum();
     ExpressionPtr modulo();
@@ -41,7 +41,7 @@ private:
     ExpressionPtr parenthesized();
     std::unique_ptr<SelectStatement> subquery();
     ExpressionPtr nameOrCall();
-    ExpressionPtr call(const QString& name);
+    ExpressionPtr call(const QString& function);
     ExpressionPtr number();
     ExpressionPtr dateLiteral();
 

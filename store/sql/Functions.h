@@ -20,14 +20,15 @@ enum class FunctionShape {
 struct Function {
     QLatin1StringView name; // lower case
     Operation operation;
-    int arguments;
+    std::size_t arguments;
     FunctionShape shape;
     ValueType result; // Null: that of the argument
     bool aggregate = false;
 };
 
-// The function of that name, in any case, with that number of arguments. Null when there is none;
-// `known` tells whether the name at least exists.
-const Function* findFunction(const QString& name, int arguments, bool& known);
+// Whether there is one of that name, in any case.
+bool isFunction(const QString& name);
+// The one that takes that number of arguments, or null.
+const Function* findFunction(const QString& name, std::size_t arguments);
 
 } // namespace tallyroom::sql

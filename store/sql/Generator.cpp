@@ -12,18 +12,32 @@ namespace {
 
 constexpr qsizetype maximumLength = 8'000'000;
 
-// The template with its marks $1 to $9 replaced by the parts.
-QString filled(const char16_t* text, const QStringList& parts) {
-    QString result;
-    for (QStringView rest(text); !rest.isEmpty(); rest = rest.sliced(1)) {
-        if (rest.front() != u'$') {
-            result += rest.front();
+// Appends the template to `out`; what its marks $1 to $9 stand for is appended by `part`, which is
+// given their position from 0.
+template<class Part>
+void appendFilled(QString& out, QStringView text, const Part& part) {
+    for (; !text.isEmpty(); text = text.sliced(1)) {
+        if (text.front() != u'$') {
+            out += text.front();
             continue;
         }
-        rest = rest.sliced(1);
-        result += parts.at(rest.front().digitValue() - 1);
+        text = text.sliced(1);
+        part(text.front().digitValue() - 1);
     }
+}
+
+QString filled(const char16_t* text, const QStringList& parts) {
+    QString result;
+    appendFilled(result, text, [&](int at) { result += parts.at(at); });
     return result;
+}
+
+template<class Items, class TextOf>
+QString list(const Items& items, const TextOf& textOf) {
+    QStringList texts;
+    for (const auto& item : items)
+        texts << textOf(item);
+    return texts.join(QLatin1String(", "));
 }
 
 QString quoted(QChar quote, const QString& text) {
@@ -39,6 +53,20 @@ QString realText(double value) {
     const QString text = QString::number(value, 'g', 17);
     const bool whole = !text.contains(u'.') && !text.contains(u'e');
     return whole ? text + QStringLiteral(".0") : text;
+}
+
+QString rowOf(const QString& values) {
+    return QStringLiteral("VALUES (%1)").arg(values);
+}
+
+// What a kind of node speaks of, and nothing that another kind does.
+bool hasItsFields(const BoundNode& node) {
+    const bool isIn = node.kind == BoundKind::InList || node.kind == BoundKind::InSelect;
+    const bool selects = node.kind == BoundKind::InSelect || node.kind == BoundKind::Subquery;
+    return (node.kind == BoundKind::Column) == !node.source.isEmpty() &&
+           (selects == (node.select != nullptr)) &&
+           (node.kind == BoundKind::InList || node.texts.isEmpty()) &&
+           (node.kind == BoundKind::Apply || isIn == !node.operands.empty());
 }
 
 bool needsEscape(QChar c) {
@@ -84,12 +112,10 @@ QString Generator::deleteRows(const BoundDelete& statement) {
 }
 
 QString Generator::insertRows(const BoundInsert& statement) {
-    const QString rowsText = statement.select
-                                 ? rows(*statement.select)
-                                 : QStringLiteral("VALUES (%1)").arg(texts(statement.values));
+    const auto* values = std::get_if<std::vector<BoundPtr>>(&statement.rows);
     return filled(m_dialect.insertRows,
-                  {tableName(*statement.target.table),
-                   quotedNames(statement.columns).join(QStringLiteral(", ")), rowsText});
+                  {tableName(*statement.target.table), quotedNames(statement.columns),
+                   values ? rowOf(texts(*values)) : rows(std::get<BoundSelect>(statement.rows))});
 }
 
 QString Generator::updateRows(const BoundUpdate& statement) {
@@ -99,10 +125,9 @@ QString Generator::updateRows(const BoundUpdate& statement) {
 }
 
 QString Generator::assignmentTexts(const std::vector<BoundAssignment>& assignments) {
-    QStringList result;
-    for (const BoundAssignment& assignment : assignments)
-        result << quotedName(assignment.column) + QStringLiteral(" = ") + text(*assignment.value);
-    return result.join(QStringLiteral(", "));
+    return list(assignments, [this](const BoundAssignment& assignment) {
+        return quotedName(assignment.column) + QStringLiteral(" = ") + text(*assignment.value);
+    });
 }
 
 QString Generator::dropTable(const BoundDrop& statement) {
@@ -110,25 +135,22 @@ QString Generator::dropTable(const BoundDrop& statement) {
 }
 
 QString Generator::insertRow(const CatalogTable& table, const QStringList& names) const {
-    return filled(m_dialect.insertRow,
-                  {tableName(table), quotedNames(names).join(QStringLiteral(", ")),
-                   parameters(names.size()).join(QStringLiteral(", "))});
+    return filled(m_dialect.insertRow, {tableName(table), quotedNames(names), parameters(names)});
 }
 
 QString Generator::insertRowOrSkip(const CatalogTable& table, const QStringList& names) const {
-    return filled(
-        m_dialect.insertRows,
-        {tableName(table), quotedNames(names).join(QStringLiteral(", ")),
-         QStringLiteral("VALUES (%1)").arg(parameters(names.size()).join(QStringLiteral(", ")))});
+    return filled(m_dialect.insertRows,
+                  {tableName(table), quotedNames(names), rowOf(parameters(names))});
 }
 
 QString Generator::updateRow(const CatalogTable& table, const QStringList& names) const {
-    QStringList assignments;
-    for (const QString& name : names)
-        assignments << quotedName(name) + QStringLiteral(" = ") + parameter(assignments.size() + 1);
+    qsizetype number = 0;
+    const QString assignments = list(names, [&](const QString& name) {
+        return quotedName(name) + QStringLiteral(" = ") + parameter(++number);
+    });
     return filled(m_dialect.updateRow,
-                  {tableName(table), assignments.join(QStringLiteral(", ")),
-                   QString::fromUtf16(m_dialect.keyColumn), parameter(names.size() + 1)});
+                  {tableName(table), assignments, QString::fromUtf16(m_dialect.keyColumn),
+                   parameter(names.size() + 1)});
 }
 
 QString Generator::deleteRow(const CatalogTable& table) const {
@@ -144,18 +166,13 @@ QString Generator::quotedName(const QString& name) const {
     return quoted(m_dialect.nameQuote, name);
 }
 
-QStringList Generator::quotedNames(const QStringList& names) const {
-    QStringList result;
-    for (const QString& name : names)
-        result << quotedName(name);
-    return result;
+QString Generator::quotedNames(const QStringList& names) const {
+    return list(names, [this](const QString& name) { return quotedName(name); });
 }
 
-QStringList Generator::parameters(qsizetype count) const {
-    QStringList result;
-    for (qsizetype number = 1; number <= count; ++number)
-        result << parameter(number);
-    return result;
+QString Generator::parameters(const QStringList& names) const {
+    qsizetype number = 0;
+    return list(names, [&](const QString&) { return parameter(++number); });
 }
 
 QString Generator::key(const BoundSource& source) const {
@@ -174,10 +191,9 @@ QString Generator::source(const BoundSource& source) {
 
 // The order of rows that another query reads is of no consequence.
 QString Generator::namedRows(const BoundSelect& query) {
-    QStringList result;
-    for (const BoundColumn& column : query.columns)
-        result << text(*column.value) + QStringLiteral(" AS ") + quotedName(column.name);
-    return select(query, result.join(QStringLiteral(", ")));
+    return select(query, list(query.columns, [this](const BoundColumn& column) {
+                      return text(*column.value) + QStringLiteral(" AS ") + quotedName(column.name);
+                  }));
 }
 
 // Appends to one text throughout, so that long lists are not copied once a level.
@@ -190,17 +206,11 @@ QString Generator::text(const BoundNode& node) {
 }
 
 QString Generator::texts(const std::vector<BoundPtr>& nodes) {
-    QStringList result;
-    for (const BoundPtr& node : nodes)
-        result << text(*node);
-    return result.join(QStringLiteral(", "));
+    return list(nodes, [this](const BoundPtr& node) { return text(*node); });
 }
 
 QString Generator::columns(const BoundSelect& query) {
-    QStringList result;
-    for (const BoundColumn& column : query.columns)
-        result << text(*column.value);
-    return result.join(QStringLiteral(", "));
+    return list(query.columns, [this](const BoundColumn& column) { return text(*column.value); });
 }
 
 QString Generator::select(const BoundSelect& query, const QString& columnTexts) {
@@ -238,36 +248,25 @@ QString Generator::subselect(const BoundSelect& query) {
 }
 
 void Generator::append(const BoundNode& node) {
+    Q_ASSERT(hasItsFields(node));
     if (m_out.size() > maximumLength)
         throw RunError::make(ErrorNumber::tooComplex);
     switch (node.kind) {
     case BoundKind::Literal:
-        appendLiteral(node);
-        break;
+        return appendLiteral(node);
     case BoundKind::Column:
         m_out += quotedName(node.source) + u'.' + quotedName(node.column);
-        break;
+        return;
     case BoundKind::Apply:
-        appendTemplate(m_dialect.operation(node.operation), node.operands);
-        break;
+        return appendFilled(m_out, m_dialect.operation(node.operation),
+                            [&](int at) { append(*node.operands[static_cast<std::size_t>(at)]); });
     case BoundKind::InList:
     case BoundKind::InSelect:
-        appendIn(node);
-        break;
+        return appendFilled(m_out, inTemplate(node), [&](int at) {
+            at == 0 ? append(*node.operands.front()) : appendSet(node);
+        });
     case BoundKind::Subquery:
-        appendSubquery(*node.select);
-        break;
-    }
-}
-
-void Generator::appendTemplate(const char16_t* text, const std::vector<BoundPtr>& operands) {
-    for (QStringView rest(text); !rest.isEmpty(); rest = rest.sliced(1)) {
-        if (rest.front() != u'$') {
-            m_out += rest.front();
-            continue;
-        }
-        rest = rest.sliced(1);
-        append(*operands[static_cast<std::size_t>(rest.front().digitValue() - 1)]);
+        return appendSubquery(*node.select);
     }
 }
 
@@ -301,20 +300,6 @@ const char16_t* Generator::inTemplate(const BoundNode& in) const {
     return texts ? m_dialect.inTexts : m_dialect.inSet;
 }
 
-void Generator::appendIn(const BoundNode& in) {
-    for (QStringView rest(inTemplate(in)); !rest.isEmpty(); rest = rest.sliced(1)) {
-        if (rest.front() != u'$') {
-            m_out += rest.front();
-            continue;
-        }
-        rest = rest.sliced(1);
-        if (rest.front() == u'1')
-            append(*in.operands.front());
-        else
-            appendSet(in);
-    }
-}
-
 void Generator::appendSet(const BoundNode& in) {
     if (in.kind == BoundKind::InSelect) {
         m_out += subselect(*in.select);
@@ -325,8 +310,7 @@ void Generator::appendSet(const BoundNode& in) {
         return;
     }
     for (std::size_t at = 1; at < in.operands.size(); ++at) {
-        if (at > 1)
-            m_out += QStringLiteral(", ");
+        m_out += at > 1 ? QLatin1String(", ") : QLatin1String();
         append(*in.operands[at]);
     }
 }

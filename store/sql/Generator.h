@@ -37,10 +37,8 @@ public:
 
 private:
     void append(const BoundNode& node);
-    void appendTemplate(const char16_t* text, const std::vector<BoundPtr>& operands);
     void appendLiteral(const BoundNode& literal);
     const char16_t* inTemplate(const BoundNode& in) const;
-    void appendIn(const BoundNode& in);
     void appendSet(const BoundNode& in);
     QString textSet(const QStringList& texts) const;
     void appendSubquery(const BoundSelect& select);
@@ -57,8 +55,8 @@ private:
     QString parameter(qsizetype number) const;
     QString source(const BoundSource& source);
     QString namedRows(const BoundSelect& query);
-    QStringList quotedNames(const QStringList& names) const;
-    QStringList parameters(qsizetype count) const;
+    QString quotedNames(const QStringList& names) const;
+    QString parameters(const QStringList& names) const;
 
     const Dialect& m_dialect;
     QString m_out;

@@ -6,10 +6,6 @@ namespace tallyroom::sql {
 
 namespace {
 
-bool isApply(const BoundNode& node, Operation operation) {
-    return node.kind == BoundKind::Apply && node.operation == operation;
-}
-
 bool isZero(const BoundNode& node) {
     return node.kind == BoundKind::Literal && node.type == ValueType::Long &&
            node.value.toLong() == 0;
@@ -27,9 +23,9 @@ BoundPtr GroupSums::simplified(const BoundPtr& node) {
 }
 
 BoundPtr GroupSums::rewritten(const BoundPtr& node) {
-    if (isApply(*node, Operation::Sum)) {
+    if (node->applies(Operation::Sum)) {
         const BoundNode& summed = *node->operands.front();
-        if (!isApply(summed, Operation::IfNull) || !isZero(*summed.operands[1]))
+        if (!summed.applies(Operation::IfNull) || !isZero(*summed.operands[1]))
             return node;
         return applyNode(
             Operation::IfNull, node->type,

@@ -6,11 +6,9 @@
 
 namespace tallyroom::sql {
 
-namespace {
+using namespace Qt::Literals::StringLiterals;
 
-constexpr QLatin1StringView operator""_k(const char* text, std::size_t size) {
-    return QLatin1StringView(text, static_cast<qsizetype>(size));
-}
+namespace {
 
 class StatementParser {
 public:
@@ -21,15 +19,15 @@ public:
 
     Statement statement() {
         m_tokens.enterClause(ErrorNumber::invalidStatement);
-        if (m_tokens.atKeyword("select"_k))
+        if (m_tokens.atKeyword("select"_L1))
             return select();
-        if (m_tokens.acceptKeyword("delete"_k))
+        if (m_tokens.acceptKeyword("delete"_L1))
             return deleteRows();
-        if (m_tokens.acceptKeyword("insert"_k))
+        if (m_tokens.acceptKeyword("insert"_L1))
             return insert();
-        if (m_tokens.acceptKeyword("update"_k))
+        if (m_tokens.acceptKeyword("update"_L1))
             return update();
-        if (m_tokens.acceptKeyword("drop"_k))
+        if (m_tokens.acceptKeyword("drop"_L1))
             return drop();
         m_tokens.fail();
     }
@@ -41,25 +39,25 @@ public:
         std::vector<OrderItem> items;
         do {
             OrderItem item{expression(), false};
-            item.descending = m_tokens.acceptKeyword("desc"_k);
+            item.descending = m_tokens.acceptKeyword("desc"_L1);
             if (!item.descending)
-                m_tokens.acceptKeyword("asc"_k);
+                m_tokens.acceptKeyword("asc"_L1);
             items.push_back(std::move(item));
-        } while (m_tokens.acceptSymbol(","_k));
+        } while (m_tokens.acceptSymbol(","_L1));
         return items;
     }
 
     SelectStatement select() {
-        m_tokens.expectKeyword("select"_k);
+        m_tokens.expectKeyword("select"_L1);
         SelectStatement result;
         m_tokens.enterClause(ErrorNumber::syntaxInSelect);
-        result.distinct = m_tokens.acceptKeyword("distinct"_k);
+        result.distinct = m_tokens.acceptKeyword("distinct"_L1);
         if (!result.distinct)
-            m_tokens.acceptKeyword("all"_k);
+            m_tokens.acceptKeyword("all"_L1);
         do
             result.items.push_back(selectItem());
-        while (m_tokens.acceptSymbol(","_k));
-        if (m_tokens.acceptKeyword("from"_k)) {
+        while (m_tokens.acceptSymbol(","_L1));
+        if (m_tokens.acceptKeyword("from"_L1)) {
             result.from = tableReference();
             selectClauses(result);
         }
@@ -72,16 +70,16 @@ private:
     SelectItem selectItem() {
         m_tokens.enterClause(ErrorNumber::syntaxInSelect);
         SelectItem item;
-        if (m_tokens.acceptSymbol("*"_k))
+        if (m_tokens.acceptSymbol("*"_L1))
             return item;
-        if (m_tokens.atName() && m_tokens.atSymbol("."_k, 1) && m_tokens.atSymbol("*"_k, 2)) {
+        if (m_tokens.atName() && m_tokens.atSymbol("."_L1, 1) && m_tokens.atSymbol("*"_L1, 2)) {
             item.table = m_tokens.take().text;
             m_tokens.take();
             m_tokens.take();
             return item;
         }
         item.expression = expression();
-        if (m_tokens.acceptKeyword("as"_k))
+        if (m_tokens.acceptKeyword("as"_L1))
             item.alias = m_tokens.expectName();
         return item;
     }
@@ -90,30 +88,30 @@ private:
         m_tokens.enterClause(ErrorNumber::syntaxInFrom);
         TableReference table;
         table.name = m_tokens.expectName();
-        const bool as = m_tokens.acceptKeyword("as"_k);
+        const bool as = m_tokens.acceptKeyword("as"_L1);
         table.alias = as || m_tokens.atName() ? m_tokens.expectName() : table.name;
         return table;
     }
 
     void selectClauses(SelectStatement& result) {
         result.where = whereClause();
-        if (m_tokens.acceptKeyword("group"_k)) {
-            m_tokens.expectKeyword("by"_k);
+        if (m_tokens.acceptKeyword("group"_L1)) {
+            m_tokens.expectKeyword("by"_L1);
             result.groupBy = expressionList();
         }
-        if (m_tokens.acceptKeyword("having"_k)) {
+        if (m_tokens.acceptKeyword("having"_L1)) {
             m_tokens.enterClause(0);
             result.having = expression();
         }
-        if (m_tokens.acceptKeyword("order"_k)) {
+        if (m_tokens.acceptKeyword("order"_L1)) {
             m_tokens.enterClause(ErrorNumber::syntaxInOrderBy);
-            m_tokens.expectKeyword("by"_k);
+            m_tokens.expectKeyword("by"_L1);
             result.orderBy = orderItems();
         }
     }
 
     ExpressionPtr whereClause() {
-        if (!m_tokens.acceptKeyword("where"_k))
+        if (!m_tokens.acceptKeyword("where"_L1))
             return nullptr;
         m_tokens.enterClause(0);
         return expression();
@@ -124,20 +122,20 @@ private:
         std::vector<ExpressionPtr> list;
         do
             list.push_back(expression());
-        while (m_tokens.acceptSymbol(","_k));
+        while (m_tokens.acceptSymbol(","_L1));
         return list;
     }
 
     DeleteStatement deleteRows() {
         m_tokens.enterClause(ErrorNumber::syntaxInFrom);
-        if (m_tokens.atName() && m_tokens.atSymbol("."_k, 1)) {
+        if (m_tokens.atName() && m_tokens.atSymbol("."_L1, 1)) {
             m_tokens.take();
             m_tokens.take();
-            m_tokens.expectSymbol("*"_k);
+            m_tokens.expectSymbol("*"_L1);
         } else {
-            m_tokens.acceptSymbol("*"_k);
+            m_tokens.acceptSymbol("*"_L1);
         }
-        m_tokens.expectKeyword("from"_k);
+        m_tokens.expectKeyword("from"_L1);
         DeleteStatement result;
         result.table = m_tokens.expectName();
         result.where = whereClause();
@@ -146,19 +144,19 @@ private:
 
     InsertStatement insert() {
         m_tokens.enterClause(ErrorNumber::syntaxInInsert);
-        m_tokens.expectKeyword("into"_k);
+        m_tokens.expectKeyword("into"_L1);
         InsertStatement result;
         result.table = m_tokens.expectName();
-        if (m_tokens.acceptSymbol("("_k))
+        if (m_tokens.acceptSymbol("("_L1))
             result.columns = nameList();
-        if (m_tokens.acceptKeyword("in"_k))
+        if (m_tokens.acceptKeyword("in"_L1))
             result.file = m_tokens.expectText();
-        if (m_tokens.acceptKeyword("values"_k)) {
-            m_tokens.expectSymbol("("_k);
-            result.values = expressionList();
-            m_tokens.expectSymbol(")"_k);
+        if (m_tokens.acceptKeyword("values"_L1)) {
+            m_tokens.expectSymbol("("_L1);
+            result.rows = expressionList();
+            m_tokens.expectSymbol(")"_L1);
         } else {
-            result.select = std::make_unique<SelectStatement>(select());
+            result.rows = select();
         }
         return result;
     }
@@ -167,8 +165,8 @@ private:
         QStringList names;
         do
             names << m_tokens.expectName();
-        while (m_tokens.acceptSymbol(","_k));
-        m_tokens.expectSymbol(")"_k);
+        while (m_tokens.acceptSymbol(","_L1));
+        m_tokens.expectSymbol(")"_L1);
         return names;
     }
 
@@ -176,10 +174,10 @@ private:
         UpdateStatement result;
         m_tokens.enterClause(ErrorNumber::syntaxInUpdate);
         result.table = m_tokens.expectName();
-        m_tokens.expectKeyword("set"_k);
+        m_tokens.expectKeyword("set"_L1);
         do
             result.assignments.push_back(assignment());
-        while (m_tokens.acceptSymbol(","_k));
+        while (m_tokens.acceptSymbol(","_L1));
         result.where = whereClause();
         return result;
     }
@@ -188,16 +186,16 @@ private:
         m_tokens.enterClause(ErrorNumber::syntaxInUpdate);
         Assignment result;
         result.column = m_tokens.expectName();
-        if (m_tokens.acceptSymbol("."_k))
+        if (m_tokens.acceptSymbol("."_L1))
             result.column = m_tokens.expectName();
-        m_tokens.expectSymbol("="_k);
+        m_tokens.expectSymbol("="_L1);
         result.value = expression();
         return result;
     }
 
     DropStatement drop() {
         m_tokens.enterClause(ErrorNumber::syntaxInDrop);
-        m_tokens.expectKeyword("table"_k);
+        m_tokens.expectKeyword("table"_L1);
         return {m_tokens.expectName()};
     }
 
@@ -205,30 +203,28 @@ private:
     ExpressionParser m_expressions;
 };
 
+// What the rule reads, which must be all of the text.
+template<class Result>
+Result parseAll(const QString& text, bool criteria, Result (StatementParser::*rule)()) {
+    TokenStream tokens(text, criteria);
+    StatementParser parser(tokens);
+    Result result = (parser.*rule)();
+    tokens.expectEnd();
+    return result;
+}
+
 } // namespace
 
 Statement parseStatement(const QString& text) {
-    TokenStream tokens(text, false);
-    StatementParser parser(tokens);
-    Statement statement = parser.statement();
-    tokens.expectEnd();
-    return statement;
+    return parseAll(text, false, &StatementParser::statement);
 }
 
 ExpressionPtr parseCriteria(const QString& text) {
-    TokenStream tokens(text, true);
-    StatementParser parser(tokens);
-    ExpressionPtr criteria = parser.criteria();
-    tokens.expectEnd();
-    return criteria;
+    return parseAll(text, true, &StatementParser::criteria);
 }
 
 std::vector<OrderItem> parseSort(const QString& text) {
-    TokenStream tokens(text, false);
-    StatementParser parser(tokens);
-    std::vector<OrderItem> items = parser.orderItems();
-    tokens.expectEnd();
-    return items;
+    return parseAll(text, false, &StatementParser::orderItems);
 }
 
 bool isTableName(const QString& text) {

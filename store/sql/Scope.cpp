@@ -1,5 +1,7 @@
 #include "store/sql/Scope.h"
 
+#include "store/sql/Typing.h"
+
 namespace tallyroom::sql {
 
 TableScope::TableScope(BoundSource source, QString name, Scope* outer)
@@ -16,13 +18,7 @@ BoundPtr TableScope::resolve(const QString& qualifier, const QString& name) {
 
 BoundPtr TableScope::column(std::size_t position) const {
     const CatalogColumn& column = m_source.table->columns[position];
-    auto node = std::make_shared<BoundNode>();
-    node->kind = BoundKind::Column;
-    node->type = column.type;
-    node->width = column.width;
-    node->source = m_source.alias;
-    node->column = column.name;
-    return node;
+    return columnNode(m_source.alias, column);
 }
 
 BoundPtr ResultScope::resolve(const QString&, const QString& name) {

@@ -206,7 +206,7 @@ bool SelectBinder::isGrouped(const BoundPtr& node,
         return true;
     if (node->kind == BoundKind::Column)
         return !m_result.source || node->source != m_result.source->alias;
-    if (node->kind == BoundKind::Apply && isAggregate(node->operation))
+    if (isAggregate(*node))
         return true;
     return std::all_of(node->operands.begin(), node->operands.end(),
                        [&](const BoundPtr& operand) { return isGrouped(operand, known); });

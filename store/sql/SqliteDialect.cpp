@@ -1,6 +1,7 @@
 // SQLite. Functions that begin with "tr_" are those of SqliteFunctions.
 #include "store/sql/Dialect.h"
 
+#include <algorithm>
 #include <iterator>
 
 namespace tallyroom::sql {
@@ -73,8 +74,6 @@ constexpr Template templates[] = {
     {Operation::Collated, u"$1 COLLATE TR_TEXT"},
 };
 
-static_assert(std::size(templates) == operationCount, "an operation without a template");
-
 constexpr std::array<const char16_t*, operationCount> byOperation() {
     std::array<const char16_t*, operationCount> result{};
     for (const Template& entry : templates)
@@ -83,29 +82,34 @@ constexpr std::array<const char16_t*, operationCount> byOperation() {
 }
 
 constexpr Dialect dialect = {
-    u'"',
-    u'\'',
-    u"NULL",
-    u"-1",
-    u"0",
-    u"rowid",
-    u"?$1",
-    u"$1 ASC",
-    u"$1 DESC",
-    u"DELETE FROM $1 AS $2$3",
-    u"INSERT OR IGNORE INTO $1 ($2) $3",
-    u"UPDATE OR IGNORE $1 AS $2 SET $3$4",
-    u"INSERT INTO $1 ($2) VALUES ($3)",
-    u"UPDATE $1 SET $2 WHERE $3 = $4",
-    u"DELETE FROM $1 WHERE $2 = $3",
-    u"DROP TABLE $1",
-    u"$1 AS $2",
-    u"(SELECT tr_single(\"v\") FROM ($1))",
-    u"($1 IN ($2))",
-    u"($1 IN (SELECT ifnull(value, \"v\") FROM ($2) LEFT JOIN json_each(tr_spellings(\"v\"))))",
-    u"SELECT value FROM json_each($1)",
-    byOperation(),
+    .nameQuote = u'"',
+    .textQuote = u'\'',
+    .nullLiteral = u"NULL",
+    .trueLiteral = u"-1",
+    .falseLiteral = u"0",
+    .keyColumn = u"rowid",
+    .parameter = u"?$1",
+    .ascending = u"$1 ASC",
+    .descending = u"$1 DESC",
+    .deleteRows = u"DELETE FROM $1 AS $2$3",
+    .insertRows = u"INSERT OR IGNORE INTO $1 ($2) $3",
+    .updateRows = u"UPDATE OR IGNORE $1 AS $2 SET $3$4",
+    .insertRow = u"INSERT INTO $1 ($2) VALUES ($3)",
+    .updateRow = u"UPDATE $1 SET $2 WHERE $3 = $4",
+    .deleteRow = u"DELETE FROM $1 WHERE $2 = $3",
+    .dropTable = u"DROP TABLE $1",
+    .tableWithAlias = u"$1 AS $2",
+    .singleValue = u"(SELECT tr_single(\"v\") FROM ($1))",
+    .inSet = u"($1 IN ($2))",
+    .inTexts =
+        u"($1 IN (SELECT ifnull(value, \"v\") FROM ($2) LEFT JOIN json_each(tr_spellings(\"v\"))))",
+    .textSet = u"SELECT value FROM json_each($1)",
+    .operations = byOperation(),
 };
+
+static_assert(std::size(templates) == operationCount &&
+                  std::ranges::none_of(dialect.operations, [](auto text) { return !text; }),
+              "each operation has one template");
 
 } // namespace
 

@@ -43,9 +43,9 @@ void addInsertColumn(BoundInsert& insert, const QString& name) {
     insert.columns << column;
 }
 
-BoundPtr forColumn(const BoundInsert& insert, qsizetype position, const BoundPtr& value) {
-    return convertForColumn(value,
-                            requireInsertColumn(*insert.target.table, insert.columns.at(position)));
+BoundPtr forColumn(const BoundInsert& insert, std::size_t position, const BoundPtr& value) {
+    const QString& column = insert.columns.at(static_cast<qsizetype>(position));
+    return convertForColumn(value, requireInsertColumn(*insert.target.table, column));
 }
 
 void requireValueCount(const BoundInsert& insert, std::size_t count) {
@@ -54,33 +54,31 @@ void requireValueCount(const BoundInsert& insert, std::size_t count) {
 }
 
 // Without a list of columns, values go to the columns in the table's order ...
-void bindValues(BindContext& context, const InsertStatement& statement, BoundInsert& insert) {
-    if (statement.columns.isEmpty()) {
+void bindRows(BindContext& context, const std::vector<ExpressionPtr>& row, BoundInsert& insert) {
+    if (insert.columns.isEmpty()) {
         for (const CatalogColumn& column : insert.target.table->columns)
             insert.columns << column.name;
     }
-    requireValueCount(insert, statement.values.size());
+    requireValueCount(insert, row.size());
     EmptyScope noNames;
     ExpressionBinder binder(context, noNames, Aggregates::Refused);
-    for (qsizetype i = 0; i < insert.columns.size(); ++i)
-        insert.values.push_back(
-            forColumn(insert, i, binder.bind(*statement.values[static_cast<std::size_t>(i)])));
+    std::vector<BoundPtr> values;
+    for (const ExpressionPtr& value : row)
+        values.push_back(forColumn(insert, values.size(), binder.bind(*value)));
+    insert.rows = std::move(values);
 }
 
 // ... and selected columns to those of the same name.
-void bindRows(BindContext& context, const InsertStatement& statement, BoundInsert& insert) {
-    auto rows =
-        std::make_shared<BoundSelect>(SelectBinder(context, nullptr).bind(*statement.select));
-    if (statement.columns.isEmpty()) {
-        for (const BoundColumn& column : rows->columns)
+void bindRows(BindContext& context, const SelectStatement& select, BoundInsert& insert) {
+    BoundSelect rows = SelectBinder(context, nullptr).bind(select);
+    if (insert.columns.isEmpty()) {
+        for (const BoundColumn& column : rows.columns)
             addInsertColumn(insert, column.name);
     }
-    requireValueCount(insert, rows->columns.size());
-    for (qsizetype i = 0; i < insert.columns.size(); ++i) {
-        BoundPtr& value = rows->columns[static_cast<std::size_t>(i)].value;
-        value = forColumn(insert, i, value);
-    }
-    insert.select = std::move(rows);
+    requireValueCount(insert, rows.columns.size());
+    for (std::size_t i = 0; i < rows.columns.size(); ++i)
+        rows.columns[i].value = forColumn(insert, i, rows.columns[i].value);
+    insert.rows = std::move(rows);
 }
 
 } // namespace
@@ -107,13 +105,10 @@ BoundInsert bindInsert(const Catalog& catalog, const InsertStatement& statement)
     auto target = catalog.findTargetTable(statement.table);
     if (!target)
         throw RunError::make(ErrorNumber::unknownOutputTable, {statement.table});
-    BoundInsert bound{context.addSource(std::move(target)), {}, {}, nullptr};
+    BoundInsert bound{context.addSource(std::move(target)), {}, {}};
     for (const QString& column : statement.columns)
         addInsertColumn(bound, column);
-    if (statement.select)
-        bindRows(context, statement, bound);
-    else
-        bindValues(context, statement, bound);
+    std::visit([&](const auto& rows) { bindRows(context, rows, bound); }, statement.rows);
     requireNoUnknownNames(context);
     return bound;
 }

@@ -78,14 +78,10 @@ BoundPtr TextGroups::inOrder(const BoundSelect& query, const BoundPtr& node) {
 }
 
 BoundPtr TextGroups::addColumn(BoundPtr value) {
-    auto node = std::make_shared<BoundNode>();
-    node->kind = BoundKind::Column;
-    node->type = value->type;
-    node->width = value->width;
-    node->source = m_alias;
-    node->column = QStringLiteral("c%1").arg(m_inner->columns.size());
-    m_inner->columns.push_back({node->column, std::move(value)});
-    return node;
+    const QString name = QStringLiteral("c%1").arg(m_inner->columns.size());
+    BoundPtr column = columnNode(m_alias, {name, value->type, value->width});
+    m_inner->columns.push_back({name, std::move(value)});
+    return column;
 }
 
 BoundPtr TextGroups::overGroups(const BoundPtr& node) {
@@ -100,7 +96,7 @@ BoundPtr TextGroups::rewritten(const BoundPtr& node) {
         if (sameNode(m_groups[i], node))
             return m_values[i];
     }
-    if (node->kind == BoundKind::Apply && isAggregate(node->operation))
+    if (isAggregate(*node))
         return joinedAggregate(*node);
     if (node->operands.empty())
         return node;

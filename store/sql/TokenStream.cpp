@@ -6,28 +6,23 @@
 
 namespace tallyroom::sql {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // Words that can be names only in brackets.
 constexpr QLatin1StringView reservedWords[] = {
-    QLatin1StringView("all"),    QLatin1StringView("and"),     QLatin1StringView("as"),
-    QLatin1StringView("asc"),    QLatin1StringView("between"), QLatin1StringView("by"),
-    QLatin1StringView("delete"), QLatin1StringView("desc"),    QLatin1StringView("distinct"),
-    QLatin1StringView("drop"),   QLatin1StringView("false"),   QLatin1StringView("from"),
-    QLatin1StringView("group"),  QLatin1StringView("having"),  QLatin1StringView("in"),
-    QLatin1StringView("inner"),  QLatin1StringView("insert"),  QLatin1StringView("into"),
-    QLatin1StringView("is"),     QLatin1StringView("join"),    QLatin1StringView("like"),
-    QLatin1StringView("mod"),    QLatin1StringView("not"),     QLatin1StringView("null"),
-    QLatin1StringView("on"),     QLatin1StringView("or"),      QLatin1StringView("order"),
-    QLatin1StringView("select"), QLatin1StringView("set"),     QLatin1StringView("true"),
-    QLatin1StringView("union"),  QLatin1StringView("update"),  QLatin1StringView("values"),
-    QLatin1StringView("where"),
+    "all"_L1,  "and"_L1,      "as"_L1,     "asc"_L1,    "between"_L1, "by"_L1,    "delete"_L1,
+    "desc"_L1, "distinct"_L1, "drop"_L1,   "false"_L1,  "from"_L1,    "group"_L1, "having"_L1,
+    "in"_L1,   "inner"_L1,    "insert"_L1, "into"_L1,   "is"_L1,      "join"_L1,  "like"_L1,
+    "mod"_L1,  "not"_L1,      "null"_L1,   "on"_L1,     "or"_L1,      "order"_L1, "select"_L1,
+    "set"_L1,  "true"_L1,     "union"_L1,  "update"_L1, "values"_L1,  "where"_L1,
 };
 
 bool isReserved(const QString& word) {
     const QString lower = word.toLower();
-    return std::any_of(std::begin(reservedWords), std::end(reservedWords),
-                       [&](QLatin1StringView reserved) { return lower == reserved; });
+    return std::find(std::begin(reservedWords), std::end(reservedWords), lower) !=
+           std::end(reservedWords);
 }
 
 } // namespace
@@ -102,8 +97,7 @@ QString TokenStream::expectText() {
 }
 
 bool TokenStream::atLoneText() const {
-    return peek().kind == TokenKind::Text &&
-           (atSymbol(QLatin1StringView(","), 1) || atSymbol(QLatin1StringView(")"), 1));
+    return peek().kind == TokenKind::Text && (atSymbol(","_L1, 1) || atSymbol(")"_L1, 1));
 }
 
 void TokenStream::enterClause(int errorNumber) {
@@ -116,7 +110,7 @@ void TokenStream::enterExpression() {
 }
 
 void TokenStream::expectEnd() {
-    const bool ended = acceptSymbol(QLatin1StringView(";"));
+    const bool ended = acceptSymbol(";"_L1);
     if (peek().kind == TokenKind::End)
         return;
     if (ended)

@@ -37,7 +37,7 @@ bool isDayCount(const BoundPtr& node) {
 BoundPtr truthAsNumber(BoundPtr value) {
     const bool stored = value->kind == BoundKind::Column || value->kind == BoundKind::Literal ||
                         value->kind == BoundKind::Subquery;
-    if (stored || (value->kind == BoundKind::Apply && value->operation == Operation::Truth))
+    if (stored || value->applies(Operation::Truth))
         return value;
     return applyNode(Operation::Truth, ValueType::Boolean, {std::move(value)});
 }
@@ -76,11 +76,6 @@ BoundPtr toDate(BoundPtr value) {
     return applyNode(operation, ValueType::Date, {std::move(value)});
 }
 
-bool anyAggregate(const std::vector<BoundPtr>& operands) {
-    return std::any_of(operands.begin(), operands.end(),
-                       [](const BoundPtr& operand) { return operand->aggregate; });
-}
-
 ValueType arithmeticType(Operation operation, const BoundPtr& left, const BoundPtr& right) {
     const auto whole = [](const BoundPtr& node) {
         return node->type == ValueType::Long || node->type == ValueType::Boolean;
@@ -93,23 +88,37 @@ ValueType arithmeticType(Operation operation, const BoundPtr& left, const BoundP
 
 } // namespace
 
-BoundPtr literalNode(const Variant& value) {
+std::shared_ptr<BoundNode> makeNode(BoundKind kind, ValueType type, std::vector<BoundPtr> operands,
+                                    int width) {
     auto node = std::make_shared<BoundNode>();
-    node->type = literalType(value);
+    node->kind = kind;
+    node->type = type;
+    node->width = width;
+    node->operands = std::move(operands);
+    node->aggregate = std::ranges::any_of(
+        node->operands, [](const BoundPtr& operand) { return operand->aggregate; });
+    return node;
+}
+
+BoundPtr literalNode(const Variant& value) {
+    const ValueType type = literalType(value);
+    const qsizetype width = type == ValueType::Text ? value.toText().size() : 0;
+    auto node = makeNode(BoundKind::Literal, type, {}, static_cast<int>(width));
     node->value = value;
-    if (node->type == ValueType::Text)
-        node->width = static_cast<int>(value.toText().size());
+    return node;
+}
+
+BoundPtr columnNode(const QString& source, const CatalogColumn& column) {
+    auto node = makeNode(BoundKind::Column, column.type, {}, column.width);
+    node->source = source;
+    node->column = column.name;
     return node;
 }
 
 BoundPtr applyNode(Operation operation, ValueType type, std::vector<BoundPtr> operands, int width) {
-    auto node = std::make_shared<BoundNode>();
-    node->kind = BoundKind::Apply;
-    node->type = type;
-    node->width = width;
+    auto node = makeNode(BoundKind::Apply, type, std::move(operands), width);
     node->operation = operation;
-    node->operands = std::move(operands);
-    node->aggregate = isAggregate(operation) || anyAggregate(node->operands);
+    node->aggregate = node->aggregate || isAggregate(*node);
     return node;
 }
 
@@ -191,8 +200,9 @@ BoundPtr arithmetic(Operation operation, BoundPtr left, BoundPtr right) {
     return givesDate ? convert(std::move(result), ValueType::Date) : result;
 }
 
-bool isAggregate(Operation operation) {
-    return operation >= Operation::Sum && operation <= Operation::Average;
+bool isAggregate(const BoundNode& node) {
+    return node.kind == BoundKind::Apply && node.operation >= Operation::Sum &&
+           node.operation <= Operation::Average;
 }
 
 bool sameNode(const BoundPtr& left, const BoundPtr& right) {

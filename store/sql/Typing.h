@@ -5,7 +5,11 @@
 
 namespace tallyroom::sql {
 
+// Nodes of every kind; the caller of the first fills in what its kind has besides operands.
+std::shared_ptr<BoundNode> makeNode(BoundKind kind, ValueType type,
+                                    std::vector<BoundPtr> operands = {}, int width = 0);
 BoundPtr literalNode(const Variant& value);
+BoundPtr columnNode(const QString& source, const CatalogColumn& column);
 BoundPtr applyNode(Operation operation, ValueType type, std::vector<BoundPtr> operands,
                    int width = 0);
 
@@ -26,7 +30,7 @@ BoundPtr logical(Operation operation, std::vector<BoundPtr> operands);
 BoundPtr negative(BoundPtr value);
 BoundPtr arithmetic(Operation operation, BoundPtr left, BoundPtr right);
 
-bool isAggregate(Operation operation);
+bool isAggregate(const BoundNode& node);
 bool sameNode(const BoundPtr& left, const BoundPtr& right);
 
 } // namespace tallyroom::sql
