@@ -8,6 +8,6 @@ namespace tallyroom {
 // Makes the functions of the dialect known to a connection: conversions between the store's types,
 // Like patterns, joining of texts, and the guard of scalar subqueries; and its two orders of texts.
 // Returns false on failure.
-bool registerSqliteFunctions(sqlite3* connection);
+[[nodiscard]] bool registerSqliteFunctions(sqlite3* connection);
 
 } // namespace tallyroom

@@ -30,8 +30,8 @@ void matchForComparison(BoundPtr& left, BoundPtr& right) {
 }
 
 // Exchanges two literal bounds that stand the wrong way round, so that the engine need not order
-// them.
-bool boundsAreOrdered(BoundPtr& low, BoundPtr& high) {
+// them. False when what they are is known to the engine alone.
+bool orderBounds(BoundPtr& low, BoundPtr& high) {
     if (low->kind != BoundKind::Literal || high->kind != BoundKind::Literal ||
         low->type == ValueType::Null || low->type != high->type || low->type == ValueType::Text)
         return false;
@@ -125,7 +125,7 @@ BoundPtr between(const BoundPtr& value, const BoundPtr& low, const BoundPtr& hig
     matchForComparison(left, from); // may turn the left side into a date
     matchForComparison(left, to);
     matchForComparison(left, from);
-    const bool ordered = boundsAreOrdered(from, to);
+    const bool ordered = orderBounds(from, to);
     return applyNode(ordered ? Operation::BetweenOrdered : Operation::Between, ValueType::Boolean,
                      {caseBlind(std::move(left)), caseBlind(std::move(from)), std::move(to)});
 }

@@ -1,10 +1,7 @@
 #include "store/sql/Generator.h"
 
 #include "common/RunError.h"
-
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <algorithm>
+#include "store/sql/LiteralTexts.h"
 
 namespace tallyroom::sql {
 
@@ -40,21 +37,6 @@ QString list(const Items& items, const TextOf& textOf) {
     return texts.join(QLatin1String(", "));
 }
 
-QString quoted(QChar quote, const QString& text) {
-    if (!text.contains(quote))
-        return quote + text + quote;
-    QString doubled = text;
-    doubled.replace(quote, QString(2, quote));
-    return quote + doubled + quote;
-}
-
-// All digits, and always a point or an exponent: a number without is a whole one to an engine.
-QString realText(double value) {
-    const QString text = QString::number(value, 'g', 17);
-    const bool whole = !text.contains(u'.') && !text.contains(u'e');
-    return whole ? text + QStringLiteral(".0") : text;
-}
-
 QString rowOf(const QString& values) {
     return QStringLiteral("VALUES (%1)").arg(values);
 }
@@ -67,22 +49,6 @@ bool hasItsFields(const BoundNode& node) {
            (selects == (node.select != nullptr)) &&
            (node.kind == BoundKind::InList || node.texts.isEmpty()) &&
            (node.kind == BoundKind::Apply || isIn == !node.operands.empty());
-}
-
-bool needsEscape(QChar c) {
-    return c < u' ' || c == u'"' || c == u'\\';
-}
-
-// Codes hardly ever need more than the quotes.
-void appendJson(QString& out, const QString& text) {
-    if (std::any_of(text.begin(), text.end(), needsEscape)) {
-        const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
-        out += QString::fromUtf8(array.sliced(1, array.size() - 2));
-        return;
-    }
-    out += u'"';
-    out += text;
-    out += u'"';
 }
 
 } // namespace
@@ -317,13 +283,7 @@ void Generator::appendSet(const BoundNode& in) {
 
 // One literal to the engine, whose parser is slow with thousands.
 QString Generator::textSet(const QStringList& texts) const {
-    QString json;
-    for (const QString& text : texts) {
-        json += json.isEmpty() ? u'[' : u',';
-        appendJson(json, text);
-    }
-    json += u']';
-    return filled(m_dialect.textSet, {quoted(m_dialect.textQuote, json)});
+    return filled(m_dialect.textSet, {quoted(m_dialect.textQuote, jsonArray(texts))});
 }
 
 // Totals without groups are one row in any case.

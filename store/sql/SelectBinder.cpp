@@ -64,6 +64,7 @@ SelectBinder::SelectBinder(BindContext& context, Scope* outer)
 SelectBinder::~SelectBinder() = default;
 
 BoundSelect SelectBinder::bind(const SelectStatement& select, const std::vector<OrderItem>* sort) {
+    Q_ASSERT(!m_aliases);
     m_result.distinct = select.distinct;
     bindSource(select);
     bindColumns(select);

@@ -15,8 +15,8 @@ public:
     SelectBinder(const SelectBinder&) = delete;
     SelectBinder& operator=(const SelectBinder&) = delete;
 
-    // Raises 3078 (no such table), 3103 (circular alias), 3122 (a column that no group has).
-    // `sort`, if given, takes the place of the statement's own order.
+    // Called once. Raises 3078 (no such table), 3103 (circular alias), 3122 (a column that no group
+    // has). `sort`, if given, takes the place of the statement's own order.
     BoundSelect bind(const SelectStatement& select, const std::vector<OrderItem>* sort = nullptr);
 
 private:

@@ -45,6 +45,7 @@ bool TextGroups::suit(const BoundSelect& query) {
 }
 
 BoundSelect TextGroups::joined(BoundSelect query) {
+    Q_ASSERT(suit(query));
     m_inner->totals = true;
     m_inner->source = std::move(query.source);
     m_inner->where = std::move(query.where);

@@ -15,6 +15,7 @@ public:
 
     static constexpr std::size_t lookahead = 2;
     const Token& peek(std::size_t ahead = 0) const {
+        Q_ASSERT(ahead <= lookahead);
         return m_tokens[(m_first + ahead) % m_tokens.size()];
     }
     Token take();

@@ -1,5 +1,6 @@
 #include "tests/support/FaultyFiles.h"
 
+#include <QtGlobal>
 #include <set>
 #include <sqlite3.h>
 #include <string>
@@ -112,6 +113,7 @@ FaultyFiles::FaultyFiles() {
     failAt(0);
     setFull(false);
     setMethods();
+    Q_ASSERT(!sqlite3_vfs_find("faulty"));
     realVfs = sqlite3_vfs_find(nullptr);
     faultyVfs = *realVfs;
     faultyVfs.zName = "faulty";
