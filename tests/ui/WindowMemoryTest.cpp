@@ -1,7 +1,5 @@
 #include "common/ui/WindowMemory.h"
 
-#include "store/FormOptionsTable.h"
-#include "tests/support/DataFolder.h"
 #include "tests/support/Printing.h"
 
 #include <QCheckBox>
@@ -101,23 +99,6 @@ TEST(WindowMemory, ADamagedOrForeignTextChangesNothing) {
         opened.restore(text);
         EXPECT_EQ(opened.state(), before) << text.toStdString();
     }
-    opened.restore(whole);
-    EXPECT_EQ(opened.state(), QStringLiteral("640x480 0100000")) << "the whole text";
-}
-
-TEST(FormOptionsTable, EachWindowOfAUserHasItsRow) {
-    const DataFolder folder;
-    const QString ann = QStringLiteral("Ann");
-    const QString forms[] = {QStringLiteral("Tallyroom"), QStringLiteral("frmUndo")};
-    for (const char16_t* text : {u"first of ", u"last of "}) {
-        for (const QString& form : forms)
-            FormOptionsTable::write(folder.path(), ann, form, QString::fromUtf16(text) + form);
-    }
-    for (const QString& form : forms)
-        EXPECT_EQ(FormOptionsTable::read(folder.path(), ann, form),
-                  QStringLiteral("last of ") + form);
-    EXPECT_EQ(folder.rows(hostFile, u"Select [formname] from [FormOptions];"),
-              QStringList({forms[0], forms[1]}));
 }
 
 } // namespace
