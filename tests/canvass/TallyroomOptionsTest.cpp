@@ -85,7 +85,8 @@ TEST_F(TallyroomOptionsTest, ThePrintedReportIsTheGridWithItsLines) {
     folder.addHistory(u"E2", u"1/5/2020", 90, 30);
     folder.setPeriod(u"1/1/2020", u"1/14/2020");
     show([&](QWidget& board) {
-        for (const char16_t* entry : {u"mnuBlank0", u"mnuTot_1", u"MnuOrder_2", u"mnuDateLine", u"mnuMult"})
+        for (const char16_t* entry :
+             {u"mnuBlank0", u"mnuTot_1", u"MnuOrder_2", u"mnuDateLine", u"mnuMult"})
             trigger(board, entry);
         const QString file = printed.filePath(QStringLiteral("board.pdf"));
         expectPrinting(script, title, file);
@@ -95,8 +96,8 @@ TEST_F(TallyroomOptionsTest, ThePrintedReportIsTheGridWithItsLines) {
         const QString text = pages[0].text();
         for (const char* expected :
              {"Canvassing Details", "Totalling Period: 01/01/2020 to 01/14/2020",
-              "Total = Worked + Declined (OT hours multiplied by OT value)", "Order: Down", "by Ann", "Page 1 of 1",
-              "E3 Name 3 D0 (555) 123-4567 01/03/2001 ____",
+              "Total = Worked + Declined (OT hours multiplied by OT value)", "Order: Down",
+              "by Ann", "Page 1 of 1", "E3 Name 3 D0 (555) 123-4567 01/03/2001 ____",
               "E2 Name 2 D2 (555) 123-4567 01/02/2001 03:15 03:15 ____"})
             EXPECT_TRUE(text.contains(QLatin1String(expected))) << expected << '\n'
                                                                 << text.toStdString();
