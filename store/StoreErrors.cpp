@@ -63,7 +63,10 @@ RunError messageError(const QString& message) {
     if (message.startsWith(missingTable))
         return RunError::make(ErrorNumber::unknownTable,
                               {message.mid(message.lastIndexOf(u'.') + 1)});
-    if (message.contains(QLatin1String("parser stack overflow")) ||
+    if (message == QLatin1String("integer overflow"))
+        return RunError::make(ErrorNumber::overflow, {}, ErrorSource::database);
+    if (message.startsWith(QLatin1String("too many ")) ||
+        message.contains(QLatin1String("parser stack overflow")) ||
         message.contains(QLatin1String("Expression tree is too large")))
         return RunError::make(ErrorNumber::tooComplex);
     return {ErrorNumber::internalError, message, ErrorSource::database};
