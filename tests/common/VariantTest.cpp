@@ -55,6 +55,7 @@ TEST(Variant, FormatsTextsAndNumbers) {
         {Variant(u"0123456789"), u"!@@@@@@@@@", QStringLiteral("123456789")},
         {Variant(1), u"00", QStringLiteral("01")},
         {Variant(-2), u"00", QStringLiteral("-02")},
+        {Variant(-0.4), u"00", QStringLiteral("00")},
         {Variant(0.5), u"00", QStringLiteral("01")},
         {Variant(1.5), u"###00.00", QStringLiteral("01.50")},
         {Variant(12345.678), u"###00.00", QStringLiteral("12345.68")},
