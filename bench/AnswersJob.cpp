@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 #include <cstdio>
 #include <stdexcept>
+#include <tuple>
 
 namespace tallyroom::bench {
 
@@ -25,10 +26,11 @@ public:
         const HostContext host = hostOf(product());
         m_state.DataPath = product();
         m_state.openHostOptions();
-        CanvassTotals::build(m_state, host.BucketForm, false, [](const RunError& error) {
-            throw std::runtime_error(error.description().toStdString());
-            return ErrorAnswer::Abort;
-        });
+        std::ignore =
+            CanvassTotals::build(m_state, host.BucketForm, false, [](const RunError& error) {
+                throw std::runtime_error(error.description().toStdString());
+                return ErrorAnswer::Abort;
+            });
         copyFolder(product(), plain());
         m_request.accept = true;
         m_request.amount = QStringLiteral("1:30");

@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <stdexcept>
+#include <tuple>
 
 namespace tallyroom::bench {
 
@@ -34,10 +35,11 @@ public:
 
     double build() {
         const double time = seconds([this] {
-            CanvassTotals::build(m_state, m_host.BucketForm, false, [](const RunError& error) {
-                throw std::runtime_error(error.description().toStdString());
-                return ErrorAnswer::Abort;
-            });
+            std::ignore =
+                CanvassTotals::build(m_state, m_host.BucketForm, false, [](const RunError& error) {
+                    throw std::runtime_error(error.description().toStdString());
+                    return ErrorAnswer::Abort;
+                });
         });
         m_productRows = rows();
         return time;

@@ -1,5 +1,6 @@
 #include "canvass/AnswerMenu.h"
 
+#include "common/DateParser.h"
 #include "common/Units.h"
 #include "common/ui/Events.h"
 #include "common/ui/Messages.h"

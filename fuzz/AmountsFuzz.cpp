@@ -1,4 +1,5 @@
 // Amounts and dates as users type them.
+#include "common/DateParser.h"
 #include "common/Dates.h"
 #include "common/Units.h"
 #include "fuzz/Fuzz.h"

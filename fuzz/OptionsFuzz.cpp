@@ -1,5 +1,5 @@
 // Remembered options: what a file holds in place of what a window left there.
-#include "common/ui/FormOptions.h"
+#include "common/ui/WindowMemory.h"
 #include "fuzz/Fuzz.h"
 
 #include <QApplication>
@@ -10,7 +10,7 @@ using namespace tallyroom;
 
 namespace {
 
-// Has the controls of the audit browser.
+// A window that remembers what the audit browser does.
 struct Browser {
     Browser() {
         window.setObjectName(QStringLiteral("frmTLYRAudit"));
@@ -20,6 +20,15 @@ struct Browser {
         for (int number = 3; number <= 6; ++number)
             (new QCheckBox(&window))->setObjectName(QStringLiteral("Check%1").arg(number));
     }
+    WindowMemory::Remembered remembered() {
+        WindowMemory::Remembered controls{&panel, &window};
+        for (QCheckBox* box : window.findChildren<QCheckBox*>())
+            controls.push_back(box);
+        return controls;
+    }
+    void restore(const QString& text) { WindowMemory::restore(window, remembered(), text); }
+    QString text() { return WindowMemory::textOf(window, remembered()); }
+
     QWidget window;
     QWidget panel{&window};
 };
@@ -36,10 +45,10 @@ void makeApplication() {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     makeApplication();
     Browser first;
-    FormOptions::restore(first.window, QString::fromUtf8(bytesOf(data, size)));
-    const QString text = FormOptions::textOf(first.window);
+    first.restore(QString::fromUtf8(bytesOf(data, size)));
+    const QString text = first.text();
     Browser second;
-    FormOptions::restore(second.window, text);
-    require(FormOptions::textOf(second.window) == text, "a window opens as it was left");
+    second.restore(text);
+    require(second.text() == text, "a window opens as it was left");
     return 0;
 }
