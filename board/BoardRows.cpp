@@ -36,17 +36,18 @@ std::vector<BoardRow*> byCode(std::vector<BoardRow>& rows) {
     ordered.reserve(rows.size());
     for (BoardRow& row : rows)
         ordered.push_back(&row);
-    std::stable_sort(ordered.begin(), ordered.end(), comesBefore);
+    if (!std::ranges::is_sorted(ordered, comesBefore)) // as they mostly come
+        std::ranges::stable_sort(ordered, comesBefore);
     return ordered;
 }
 
-void takeTotals(BoardRow& row, const Recordset& totals) {
-    row.T15Hours = totals.field(1).toLong();
-    row.T20Hours = totals.field(2).toLong();
-    row.xT15Accepted = totals.field(3).toLong();
-    row.xT20Accepted = totals.field(4).toLong();
-    row.xT15Declined = totals.field(5).toLong();
-    row.xT20Declined = totals.field(6).toLong();
+void takeTotals(BoardRow& row, const BoardTable::Totals& totals) {
+    row.T15Hours = roundToLong(totals[1]);
+    row.T20Hours = roundToLong(totals[2]);
+    row.xT15Accepted = roundToLong(totals[3]);
+    row.xT20Accepted = roundToLong(totals[4]);
+    row.xT15Declined = roundToLong(totals[5]);
+    row.xT20Declined = roundToLong(totals[6]);
     for (const BoardTable::MergedSum& sum : BoardTable::mergedSums())
         roundToLong(sum.of(totals)); // not kept, as it is derived anew; but it must be one
 }
@@ -57,7 +58,7 @@ void merge(const std::vector<BoardRow*>& rows, Recordset& totals) {
             return;
         if (!row->code().sameValue(totals.field(0)))
             continue;
-        takeTotals(*row, totals);
+        takeTotals(*row, BoardTable::totals(totals));
         totals.moveNext();
     }
 }

@@ -96,20 +96,27 @@ Row values(const BoardRow& row) {
 }
 
 std::span<const MergedSum> mergedSums() {
-    static constexpr int worked[] = {1, 2};
-    static constexpr int accepted[] = {3, 4};
-    static constexpr int declined[] = {5, 6};
-    static constexpr int all[] = {1, 2, 3, 4, 5, 6};
-    static constexpr int withoutAccepted[] = {1, 2, 5, 6};
+    static constexpr std::size_t worked[] = {1, 2};
+    static constexpr std::size_t accepted[] = {3, 4};
+    static constexpr std::size_t declined[] = {5, 6};
+    static constexpr std::size_t all[] = {1, 2, 3, 4, 5, 6};
+    static constexpr std::size_t withoutAccepted[] = {1, 2, 5, 6};
     static constexpr MergedSum sums[] = {
         {7, worked}, {8, accepted}, {9, declined}, {10, all}, {11, withoutAccepted}};
     return sums;
 }
 
-double MergedSum::of(const Recordset& totals) const {
+Totals totals(const Recordset& row) {
+    Totals values{};
+    for (std::size_t at = 1; at < values.size(); ++at)
+        values[at] = row.field(static_cast<int>(at)).toDouble();
+    return values;
+}
+
+double MergedSum::of(const Totals& totals) const {
     double sum = 0;
-    for (const int summand : summands)
-        sum += totals.field(summand).toDouble();
+    for (const std::size_t summand : summands)
+        sum += totals[summand];
     return sum;
 }
 

@@ -5,6 +5,7 @@
 #include "store/Schema.h"
 
 #include <QStringList>
+#include <array>
 
 namespace tallyroom {
 
@@ -23,13 +24,17 @@ const std::vector<Schema::Column>& employeeColumns();
 QStringList names();
 Row values(const BoardRow& row);
 
+// The totals of the current row of the totals query, by position. At 0, where the code is, is none.
+using Totals = std::array<double, 7>;
+Totals totals(const Recordset& row);
+
 // A sum that a row takes when it is merged with its totals: WorkedOT, AcceptedOT, DeclinedOT,
 // TotalOT1, TotalOT2. Positions are those of the totals query.
 struct MergedSum {
     int position;
-    std::span<const int> summands;
+    std::span<const std::size_t> summands;
 
-    double of(const Recordset& totals) const;
+    double of(const Totals& totals) const;
 };
 std::span<const MergedSum> mergedSums();
 

@@ -92,7 +92,7 @@ void TotalsBuild::takeTotals() {
     for (int position = 1; position <= copied; ++position)
         statement([&] { rows().setField(position, totals().field(position)); });
     for (const BoardTable::MergedSum& sum : BoardTable::mergedSums())
-        statement([&] { rows().setField(sum.position, sum.of(totals())); });
+        statement([&] { rows().setField(sum.position, sum.of(BoardTable::totals(totals()))); });
     statement([this] { rows().update(); });
 }
 

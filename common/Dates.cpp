@@ -120,21 +120,18 @@ private:
     bool m_afterHour = false;
 };
 
-// Thousands of days are shown and stored, for which the toolkit's pictures are slow.
-void appendDigits(QString& text, int number, int power) {
-    for (; power > 0; power /= 10)
-        text += QChar(static_cast<char16_t>(u'0' + number / power % 10));
+// Writes digits over those that the text has there.
+void putDigits(QString& text, qsizetype at, int count, int number) {
+    for (QChar* place = text.data() + at + count; count > 0; --count, number /= 10)
+        *--place = QChar(static_cast<char16_t>(u'0' + number % 10));
 }
 
 // "mm/dd/yyyy"
 QString monthDayYear(QDate day) {
-    QString text;
-    text.reserve(10);
-    appendDigits(text, day.month(), 10);
-    text += u'/';
-    appendDigits(text, day.day(), 10);
-    text += u'/';
-    appendDigits(text, day.year(), 1000);
+    QString text = QStringLiteral("00/00/0000");
+    putDigits(text, 0, 2, day.month());
+    putDigits(text, 3, 2, day.day());
+    putDigits(text, 6, 4, day.year());
     return text;
 }
 
@@ -193,8 +190,10 @@ QDateTime toQDateTime(Date date) {
         throw RunError::make(ErrorNumber::overflow);
     const double whole = std::trunc(date.serial);
     const auto seconds = std::llround(std::abs(date.serial - whole) * secondsPerDay);
-    const QDate day = dayZero().addDays(static_cast<qint64>(whole));
-    return QDateTime(day, QTime(0, 0), Qt::UTC).addSecs(seconds);
+    constexpr int secondsOfDay = 86400; // which the last half second of a day is rounded to
+    const QDate day = dayZero().addDays(static_cast<qint64>(whole) + seconds / secondsOfDay);
+    const int time = static_cast<int>(seconds % secondsOfDay);
+    return QDateTime(day, QTime::fromMSecsSinceStartOfDay(time * 1000), Qt::UTC);
 }
 
 QDate dayOf(Date date) {
@@ -231,19 +230,13 @@ QString toIso(Date date) {
     int month = 0;
     int day = 0;
     moment.date().getDate(&year, &month, &day);
-    QString text;
-    text.reserve(19);
-    appendDigits(text, year, 1000);
-    text += u'-';
-    appendDigits(text, month, 10);
-    text += u'-';
-    appendDigits(text, day, 10);
-    text += u' ';
-    appendDigits(text, time.hour(), 10);
-    text += u':';
-    appendDigits(text, time.minute(), 10);
-    text += u':';
-    appendDigits(text, time.second(), 10);
+    QString text = QStringLiteral("0000-00-00 00:00:00");
+    putDigits(text, 0, 4, year);
+    putDigits(text, 5, 2, month);
+    putDigits(text, 8, 2, day);
+    putDigits(text, 11, 2, time.hour());
+    putDigits(text, 14, 2, time.minute());
+    putDigits(text, 17, 2, time.second());
     return text;
 }
 
