@@ -23,7 +23,7 @@ QString brokenOutClause(const AuditSelection& selection) {
     return QLatin1Char('(') + terms.join(QStringLiteral(" or ")) + QLatin1Char(')');
 }
 
-QString plainClause(AuditSelection::Kind kind) {
+QString joinedClause(AuditSelection::Kind kind) {
     switch (kind) {
     case AuditSelection::Kind::Declined:
         return QStringLiteral(" ([Action] = 1 or [Action] = 2)");
@@ -69,7 +69,7 @@ QStringList AuditSelection::description() const {
 
 // The day of recording is compared without its time of day, the canvass date as it is stored.
 QString AuditSelection::clause() const {
-    return usersClause(users) + (breakOut ? brokenOutClause(*this) : plainClause(kind)) +
+    return usersClause(users) + (breakOut ? brokenOutClause(*this) : joinedClause(kind)) +
            between(QStringLiteral("DateValue([now])"), systemDate) +
            between(QStringLiteral("[date]"), canvassDate);
 }

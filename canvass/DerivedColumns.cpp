@@ -49,7 +49,7 @@ QStringList groupedAssignments(bool multiply) {
 
 // Only in a table where no rule could refuse one value of a group and take another.
 bool computeGrouped(Database& board, bool multiply, const QString& condition) {
-    if (!board.isPlain(BoardTable::table()))
+    if (!board.keepsWhatIsWritten(BoardTable::table()))
         return false;
     for (const QString& group : groupedAssignments(multiply))
         board.execute(update(group) + condition + QLatin1Char(';'));

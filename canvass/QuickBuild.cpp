@@ -44,7 +44,7 @@ bool run(CanvassState& state, const ObjectRef& bucketForm, bool multiply) {
     try {
         const auto board = Workspace::openMain(state.DataPath, WhenInUse::Fail);
         const Impatience atOnce(board);
-        if (!board->isPlain(BoardTable::table()))
+        if (!board->keepsWhatIsWritten(BoardTable::table()))
             return false;
         write(state, board, read(state, bucketForm, multiply), multiply);
         return true;

@@ -55,7 +55,7 @@ public:
 
     // Whether the table is there with all columns of `table` in their types, none with a value of
     // its own, and without triggers or rules: then a row holds what was written into it.
-    [[nodiscard]] virtual bool isPlain(const Schema::Table& table) = 0;
+    [[nodiscard]] virtual bool keepsWhatIsWritten(const Schema::Table& table) = 0;
 
     // Empties the table and fills it anew, in one write unless a transaction is open. The values of
     // a row go to `columns` in this order and convert as an Insert converts them; rows that the

@@ -65,11 +65,11 @@ std::shared_ptr<const sql::CatalogTable> SqliteCatalog::read(const QString& plac
     table->name = query.text(0);
     table->keyed = query.text(1) == QLatin1String("table") && query.key(2) == 0;
     readColumns(*table);
-    table->plain = table->keyed && !hasRules(*table) && !hasDefaults(*table);
+    table->keepsWhatIsWritten = table->keyed && !hasRules(*table) && !hasDefaults(*table);
     return table;
 }
 
-bool SqliteCatalog::isPlain(const Schema::Table& table) const {
+bool SqliteCatalog::keepsWhatIsWritten(const Schema::Table& table) const {
     const auto known = findTable(QString::fromUtf16(table.name));
     const auto isKept = [&](const Schema::Column& column) {
         const int at = known->indexOf(QString::fromUtf16(column.name));
@@ -78,7 +78,8 @@ bool SqliteCatalog::isPlain(const Schema::Table& table) const {
         const sql::CatalogColumn& found = known->columns[static_cast<std::size_t>(at)];
         return found.type == valueType(column.type) && found.width == column.width;
     };
-    return known && known->plain && std::all_of(table.columns.begin(), table.columns.end(), isKept);
+    return known && known->keepsWhatIsWritten &&
+           std::all_of(table.columns.begin(), table.columns.end(), isKept);
 }
 
 // On the safe side: a column that is called "check" counts as a rule.

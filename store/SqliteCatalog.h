@@ -18,7 +18,7 @@ public:
     std::shared_ptr<const sql::CatalogTable> findTable(const QString& name) const override;
     std::shared_ptr<const sql::CatalogTable> findTargetTable(const QString& name) const override;
 
-    bool isPlain(const Schema::Table& table) const; // see Database
+    bool keepsWhatIsWritten(const Schema::Table& table) const; // see Database
 
     void setInsertPlace(const QString& place) { m_insertPlace = place; }
 

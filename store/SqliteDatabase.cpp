@@ -163,8 +163,8 @@ std::shared_ptr<Recordset> SqliteDatabase::open(const RecordsetQuery& query) {
     return recordset;
 }
 
-bool SqliteDatabase::isPlain(const Schema::Table& table) {
-    return session().catalog.isPlain(table);
+bool SqliteDatabase::keepsWhatIsWritten(const Schema::Table& table) {
+    return session().catalog.keepsWhatIsWritten(table);
 }
 
 void SqliteDatabase::replaceRows(const QString& table, const QStringList& columns,

@@ -24,7 +24,7 @@ public:
 
     void execute(const QString& sql) override;
     std::shared_ptr<Recordset> openRecordset(const QString& sql, RecordsetType type) override;
-    bool isPlain(const Schema::Table& table) override;
+    bool keepsWhatIsWritten(const Schema::Table& table) override;
     void replaceRows(const QString& table, const QStringList& columns,
                      const std::vector<Row>& rows) override;
     void begin(TransactionKind kind) override;

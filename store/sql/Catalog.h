@@ -19,8 +19,9 @@ struct CatalogTable {
     QString place; // what the engine calls the file
     QString name;  // as the engine spells it
     std::vector<CatalogColumn> columns;
-    bool keyed = true;  // its rows can be found again by key
-    bool plain = false; // a row holds what was written into it: no triggers, rules or defaults
+    bool keyed = true; // its rows can be found again by key
+    bool keepsWhatIsWritten =
+        false; // a row holds what was written into it: no triggers, rules or defaults
 
     // Position of the column, or −1; names are compared without regard to case.
     int indexOf(const QString& column) const;

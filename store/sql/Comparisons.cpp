@@ -41,7 +41,7 @@ bool orderBounds(BoundPtr& low, BoundPtr& high) {
 }
 
 // To compare with it, the letters A to Z are all that has a case.
-bool isPlain(const BoundPtr& node) {
+bool foldsAsAscii(const BoundPtr& node) {
     return node->type != ValueType::Text ||
            (node->kind == BoundKind::Literal && TextOrder::isAscii(node->value.toText()));
 }
@@ -73,8 +73,8 @@ std::optional<QStringList> allSpellings(const QStringList& texts) {
 
 // The texts stay one value.
 BoundPtr inTexts(BoundPtr left, const QStringList& texts) {
-    const bool plain = std::all_of(texts.begin(), texts.end(), TextOrder::isAscii);
-    const auto spellings = plain ? texts : allSpellings(texts);
+    const bool asAscii = std::all_of(texts.begin(), texts.end(), TextOrder::isAscii);
+    const auto spellings = asAscii ? texts : allSpellings(texts);
     auto node = makeNode(BoundKind::InList, ValueType::Boolean,
                          {spellings ? caseBlind(std::move(left)) : collated(std::move(left))});
     node->texts = spellings.value_or(texts);
@@ -110,10 +110,10 @@ BoundPtr compare(Operation operation, BoundPtr left, BoundPtr right) {
     if (operation == Operation::NotEqual && isNullLiteral(right) && !isNullLiteral(left))
         return applyNode(Operation::IsNotNull, ValueType::Boolean, {std::move(left)});
     matchForComparison(left, right);
-    const bool plain = isPlain(left) || isPlain(right);
-    if (operation == Operation::Equal && !plain)
+    const bool asAscii = foldsAsAscii(left) || foldsAsAscii(right);
+    if (operation == Operation::Equal && !asAscii)
         return sameText(std::move(left), std::move(right));
-    const bool folds = operation == Operation::NotEqual && !plain;
+    const bool folds = operation == Operation::NotEqual && !asAscii;
     left = folds ? collated(std::move(left)) : caseBlind(std::move(left));
     return applyNode(operation, ValueType::Boolean, {std::move(left), std::move(right)});
 }
@@ -167,8 +167,8 @@ BoundPtr inList(const BoundPtr& value, std::vector<BoundPtr> list, const QString
     BoundPtr left = value;
     for (BoundPtr& item : list)
         matchForComparison(left, item);
-    const bool plain = std::all_of(list.begin(), list.end(), isPlain);
-    list.insert(list.begin(), plain ? caseBlind(std::move(left)) : collated(std::move(left)));
+    const bool asAscii = std::all_of(list.begin(), list.end(), foldsAsAscii);
+    list.insert(list.begin(), asAscii ? caseBlind(std::move(left)) : collated(std::move(left)));
     return makeNode(BoundKind::InList, ValueType::Boolean, std::move(list));
 }
 

@@ -53,7 +53,7 @@ BoundPtr bindFunction(const Function& function, std::vector<BoundPtr> arguments)
     case FunctionShape::OneOfValues:
         arguments[0] = caseBlind(arguments[0]);
         break;
-    case FunctionShape::Plain:
+    case FunctionShape::Unchanged:
         break;
     }
     const bool typed = function.result != ValueType::Null;

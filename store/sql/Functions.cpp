@@ -12,10 +12,10 @@ using enum FunctionShape;
 
 constexpr Function functions[] = {
     {"iif"_L1, Operation::If, 3, Choice, ValueType::Null},
-    {"isnull"_L1, Operation::IsNull, 1, Plain, ValueType::Boolean},
+    {"isnull"_L1, Operation::IsNull, 1, Unchanged, ValueType::Boolean},
     {"datevalue"_L1, Operation::DayOf, 1, FunctionShape::Date, ValueType::Date},
-    {"now"_L1, Operation::Now, 0, Plain, ValueType::Date},
-    {"date"_L1, Operation::Today, 0, Plain, ValueType::Date},
+    {"now"_L1, Operation::Now, 0, Unchanged, ValueType::Date},
+    {"date"_L1, Operation::Today, 0, Unchanged, ValueType::Date},
     {"trim"_L1, Operation::Trim, 1, Texts, ValueType::Text},
     {"ltrim"_L1, Operation::TrimLeft, 1, Texts, ValueType::Text},
     {"rtrim"_L1, Operation::TrimRight, 1, Texts, ValueType::Text},
@@ -30,8 +30,8 @@ constexpr Function functions[] = {
     {"int"_L1, Operation::Floor, 1, Numbers, ValueType::Null},
     {"sum"_L1, Operation::Sum, 1, Numbers, ValueType::Double, true},
     {"avg"_L1, Operation::Average, 1, Numbers, ValueType::Double, true},
-    {"count"_L1, Operation::Count, 1, Plain, ValueType::Long, true},
-    {"count*"_L1, Operation::CountAll, 0, Plain, ValueType::Long, true},
+    {"count"_L1, Operation::Count, 1, Unchanged, ValueType::Long, true},
+    {"count*"_L1, Operation::CountAll, 0, Unchanged, ValueType::Long, true},
     {"min"_L1, Operation::Minimum, 1, OneOfValues, ValueType::Null, true},
     {"max"_L1, Operation::Maximum, 1, OneOfValues, ValueType::Null, true},
 };

@@ -12,7 +12,7 @@ enum class FunctionShape {
     Texts,       // converts the first argument to text and further ones to whole numbers
     Numbers,     // converts its argument to a number
     Date,        // converts its argument to a date
-    Plain,       // takes it as it is
+    Unchanged,   // takes it as it is
     Choice,      // IIf
     OneOfValues, // an aggregate that gives back one of the values
 };

@@ -232,7 +232,7 @@ public:
         m_call();
         return m_real->openRecordset(sql, type);
     }
-    bool isPlain(const Schema::Table& table) override { return m_real->isPlain(table); }
+    bool keepsWhatIsWritten(const Schema::Table& table) override { return m_real->keepsWhatIsWritten(table); }
     void replaceRows(const QString& table, const QStringList& columns,
                      const std::vector<Row>& rows) override {
         m_real->replaceRows(table, columns, rows);

@@ -76,10 +76,10 @@ TEST_F(SharedWorkTest, RowsAreReplacedWithAnInsertsConversions) {
     EXPECT_EQ(all(), before);
 }
 
-TEST_F(SharedWorkTest, APlainTableKeepsWhatIsWritten) {
+TEST_F(SharedWorkTest, ATableKeepsWhatIsWrittenOrTellsThatItDoesNot) {
     const Schema::Table& scratch = Schema::table(u"tlyrTemp");
-    EXPECT_TRUE(m_database->isPlain(scratch));
-    EXPECT_FALSE(m_database->isPlain(Schema::table(u"Employee"))) << "not in this file";
+    EXPECT_TRUE(m_database->keepsWhatIsWritten(scratch));
+    EXPECT_FALSE(m_database->keepsWhatIsWritten(Schema::table(u"Employee"))) << "not in this file";
     const struct {
         const char16_t* change;
         const char16_t* back;
@@ -100,11 +100,11 @@ TEST_F(SharedWorkTest, APlainTableKeepsWhatIsWritten) {
     };
     for (const auto& c : changes) {
         native(QString::fromUtf16(c.change));
-        EXPECT_EQ(m_database->isPlain(scratch), c.plain)
+        EXPECT_EQ(m_database->keepsWhatIsWritten(scratch), c.plain)
             << QString::fromUtf16(c.change).toStdString();
         native(QString::fromUtf16(c.back));
     }
-    EXPECT_FALSE(m_database->isPlain(scratch)) << "a column came back with another type";
+    EXPECT_FALSE(m_database->keepsWhatIsWritten(scratch)) << "a column came back with another type";
 }
 
 // A reservation finds out at once what a commit would fail for.
