@@ -4,7 +4,7 @@
 #include "host/BoardWatch.h"
 #include "host/Host.h"
 #include "host/HostMessages.h"
-#include "host/KeptOptions.h"
+#include "host/KeptMemory.h"
 
 namespace tallyroom::host {
 
@@ -25,7 +25,7 @@ int runBoard(const Options& options) {
         Host(options).callEntry(options.openEntry);
         return endOf(watch.wasSeen() || !options.opensBoard());
     }
-    const KeptOptions kept(options.dataFolder, options.user);
+    const KeptMemory kept(options.dataFolder, options.user);
     const BoardPicture picture(options.pictureFile);
     Host(options).callEntry(options.openEntry);
     return endOf(picture.isTaken());

@@ -1,7 +1,7 @@
 #include "host/BoardPicture.h"
 
 #include "common/TextTableModel.h"
-#include "host/KeptOptions.h"
+#include "host/KeptMemory.h"
 #include "store/FormOptionsTable.h"
 #include "tests/host/HostDataFolder.h"
 
@@ -72,7 +72,7 @@ TEST(BoardPicture, WhatWindowsRememberedIsPutBack) {
     for (const auto& [given, known] : users) {
         FormOptionsTable::write(folder.path(), known, window, QStringLiteral("before"));
         {
-            const KeptOptions kept(folder.path(), given);
+            const KeptMemory kept(folder.path(), given);
             FormOptionsTable::write(folder.path(), known, window, QStringLiteral("after"));
             FormOptionsTable::write(folder.path(), known, QStringLiteral("other"), QString());
         }

@@ -1,4 +1,4 @@
-#include "host/KeptOptions.h"
+#include "host/KeptMemory.h"
 
 #include "store/SqlText.h"
 #include "store/Workspace.h"
@@ -22,14 +22,14 @@ std::shared_ptr<Recordset> rowsOf(const QString& dataFolder, const QString& user
 
 } // namespace
 
-KeptOptions::KeptOptions(const QString& dataFolder, const QString& user)
+KeptMemory::KeptMemory(const QString& dataFolder, const QString& user)
     : m_rows(rowsOf(dataFolder, user.isEmpty() ? nobody : user)) {
     for (; !m_rows->eof(); m_rows->moveNext())
         m_options.insert(m_rows->field(formField).textOrEmpty(),
                          m_rows->field(optionsField).textOrEmpty());
 }
 
-KeptOptions::~KeptOptions() {
+KeptMemory::~KeptMemory() {
     try {
         putBack();
     } catch (const std::exception&) {
@@ -37,7 +37,7 @@ KeptOptions::~KeptOptions() {
     }
 }
 
-void KeptOptions::putBack() {
+void KeptMemory::putBack() {
     for (m_rows->requery(); !m_rows->eof(); m_rows->moveNext()) {
         const auto kept = m_options.constFind(m_rows->field(formField).textOrEmpty());
         if (kept == m_options.constEnd()) {

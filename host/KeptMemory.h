@@ -11,13 +11,13 @@ namespace tallyroom::host {
 
 // While one lives, windows may remember what they like of the user; at its end all is as it was. A
 // picture of the board is none of the user's visits.
-class KeptOptions {
+class KeptMemory {
 public:
     // Without a name for what is remembered of nobody. Raises what the database raises.
-    KeptOptions(const QString& dataFolder, const QString& user);
-    ~KeptOptions();
-    KeptOptions(const KeptOptions&) = delete;
-    KeptOptions& operator=(const KeptOptions&) = delete;
+    KeptMemory(const QString& dataFolder, const QString& user);
+    ~KeptMemory();
+    KeptMemory(const KeptMemory&) = delete;
+    KeptMemory& operator=(const KeptMemory&) = delete;
 
 private:
     void putBack();
