@@ -6,6 +6,8 @@
 
 #include <QCalendarWidget>
 #include <QDialog>
+#include <QDialogButtonBox>
+#include <QPushButton>
 #include <gtest/gtest.h>
 
 namespace tallyroom::host {
@@ -40,6 +42,29 @@ TEST(Menu, AHandlerThatIsCalledAfterItsEndFails) {
     const ObjectRef menu = makeObject<MenuObject>(window.get());
     window.reset();
     EXPECT_ANY_THROW(menu.call(QStringLiteral("ttedit_click")));
+}
+
+TEST(Menu, EachScreenIsClosedByItsButton) {
+    const struct {
+        const char* handler;
+        QStringView screen;
+    } cases[] = {
+        {"ttedit_click", u"frmTransactions"},     {"mnupms_click", u"frmSchedule"},
+        {"mnuchangesched_click", u"frmSchedule"}, {"mnuemployeesch_click", u"frmSchedule"},
+        {"mnu_ot_anal_click", u"frmOvertime"},
+    };
+    const HostDataFolder folder;
+    const auto database = Workspace::openHostOptions(folder.path());
+    const HostData data = readHostData(*database);
+    frmMenu window(database, data, drawSplash());
+    const ObjectRef menu = makeObject<MenuObject>(&window);
+    DialogScript script;
+    for (const auto& c : cases) {
+        script.expectWindow(c.screen, [](QWidget& screen) {
+            child<QDialogButtonBox>(screen, u"Buttons").button(QDialogButtonBox::Close)->click();
+        });
+        menu.call(QString::fromLatin1(c.handler));
+    }
 }
 
 TEST(Splash, IsAPictureOnWhichBlackTextReadsWell) {
