@@ -14,7 +14,16 @@ QVariant placeOf(CellAlignment alignment) {
 void TextTableModel::setTable(TextTable table) {
     beginResetModel();
     m_table = std::move(table);
+    m_notes.clear();
     endResetModel();
+}
+
+void TextTableModel::setNotes(QStringList notes) {
+    if (notes == m_notes || rowCount() == 0 || columnCount() == 0)
+        return;
+    m_notes = std::move(notes);
+    Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1),
+                       {Qt::ToolTipRole, Qt::AccessibleDescriptionRole});
 }
 
 int TextTableModel::rowCount(const QModelIndex& parent) const {
@@ -32,6 +41,8 @@ QVariant TextTableModel::data(const QModelIndex& index, int role) const {
         return m_table.rows[static_cast<std::size_t>(index.row())].value(index.column());
     if (role == Qt::TextAlignmentRole)
         return placeOf(m_table.columns[static_cast<std::size_t>(index.column())].alignment);
+    if (role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole)
+        return note(index.row());
     return {};
 }
 

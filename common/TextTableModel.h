@@ -15,7 +15,10 @@ public:
         : m_headings(headings) {}
 
     const TextTable& table() const { return m_table; }
-    void setTable(TextTable table); // a reset: the views' selections go
+    void setTable(TextTable table); // a reset: the views' selections and the notes go
+    // What there is to say of each row, or nothing: its cells' tooltip and description.
+    void setNotes(QStringList notes);
+    QString note(int row) const { return m_notes.value(row); }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -25,6 +28,7 @@ public:
 private:
     Headings m_headings;
     TextTable m_table;
+    QStringList m_notes; // by row; those beyond the last have none
 };
 
 } // namespace tallyroom

@@ -199,6 +199,11 @@ QString toTimeText(std::int32_t minutes) {
     return minutesAsTime(Variant(minutes));
 }
 
+QString toShortText(std::int32_t minutes) {
+    const QString text = toTimeText(minutes);
+    return text.startsWith(QLatin1Char('0')) ? text.mid(1) : text;
+}
+
 Date timeAsDate(const QString& text) {
     const qsizetype colon = text.indexOf(QLatin1Char(':'));
     const auto hours = parseNumber(text.left(colon));

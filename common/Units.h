@@ -27,6 +27,8 @@ namespace TimeConversion {
 // "7:30" is 450, "7.5" (hours) 450, "7:30 PM" 1170, "24:00" 1440. Raises 13 for other texts.
 std::int32_t toMinutes(const QString& text);
 QString toTimeText(std::int32_t minutes);
+// As it is said: "8:00" where toTimeText() has "08:00".
+QString toShortText(std::int32_t minutes);
 // A time text as a date. "24:00", no time of a clock, is one day; more raises 13.
 Date timeAsDate(const QString& text);
 } // namespace TimeConversion

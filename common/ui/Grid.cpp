@@ -6,11 +6,29 @@
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 
 namespace tallyroom {
 
+namespace {
+
+class CellDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->font.setItalic(!index.data(Qt::ToolTipRole).toString().isEmpty());
+        option->fontMetrics = QFontMetrics(option->font);
+    }
+};
+
+} // namespace
+
 Grid::Grid(QWidget* parent) : QTableView(parent) {
     setModel(&m_model);
+    setItemDelegate(new CellDelegate(this));
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setSelectionMode(QAbstractItemView::ContiguousSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -36,6 +54,12 @@ QString Grid::text(int row, int column) const {
         return {};
     return row == 0 ? table().columns[static_cast<std::size_t>(column)].heading
                     : table().rows[static_cast<std::size_t>(row) - 1].value(column);
+}
+
+void Grid::setCurrentRow(int row) {
+    selectionModel()->setCurrentIndex(m_model.index(std::clamp(row, 1, std::max(1, rows() - 1)) - 1,
+                                                    std::max(0, currentIndex().column())),
+                                      QItemSelectionModel::NoUpdate);
 }
 
 // A view under a screen reader needs a valid current index; it is not a selection.
@@ -73,14 +97,33 @@ TextTable Grid::selectedTable() const {
     return result;
 }
 
-void Grid::keyPressEvent(QKeyEvent* event) {
-    if (!event->matches(QKeySequence::Copy)) {
-        QTableView::keyPressEvent(event);
-        return;
-    }
+// Whichever keys are held: Shift belongs to Shift+F10 here, and would extend a selection. A later
+// Shift begins at this row.
+void Grid::selectOnly(int row) {
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    selectRow(row);
+    setSelectionMode(QAbstractItemView::ContiguousSelection);
+}
+
+void Grid::copySelected() const {
     const TextTable selected = selectedTable();
     if (!selected.rows.empty())
         QApplication::clipboard()->setText(tabSeparated(selected));
+}
+
+// Keys alone skip nobody: the row on which the last command left the user is the next one, not the
+// one below it.
+void Grid::keyPressEvent(QKeyEvent* event) {
+    const bool isStep = (event->key() == Qt::Key_Down || event->key() == Qt::Key_Up) &&
+                        (event->modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier)) == 0;
+    if (event->matches(QKeySequence::Copy))
+        copySelected();
+    else if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)
+        requestPopupByKey();
+    else if (isStep && !selectionModel()->hasSelection() && currentIndex().isValid())
+        selectOnly(currentIndex().row());
+    else
+        QTableView::keyPressEvent(event);
 }
 
 void Grid::mousePressEvent(QMouseEvent* event) {
@@ -91,15 +134,26 @@ void Grid::mousePressEvent(QMouseEvent* event) {
 }
 
 void Grid::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::RightButton)
-        Q_EMIT popupRequested(event->globalPosition().toPoint());
-    else
+    if (event->button() != Qt::RightButton) {
         QTableView::mouseReleaseEvent(event);
+        return;
+    }
+    const QModelIndex under = indexAt(event->position().toPoint());
+    if (under.isValid() && !selectionModel()->isSelected(under))
+        selectOnly(under.row());
+    Q_EMIT popupRequested(event->globalPosition().toPoint());
 }
 
 void Grid::contextMenuEvent(QContextMenuEvent* event) {
     if (event->reason() == QContextMenuEvent::Keyboard)
-        Q_EMIT popupRequested(viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()));
+        requestPopupByKey();
+}
+
+void Grid::requestPopupByKey() {
+    if (!selectionModel()->hasSelection())
+        selectOnly(currentIndex().row());
+    scrollTo(currentIndex());
+    Q_EMIT popupRequested(viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()));
 }
 
 } // namespace tallyroom

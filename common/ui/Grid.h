@@ -30,6 +30,11 @@ public:
     // which the user had scrolled stay, so that work goes on where it was.
     void setContents(TextTable table, std::vector<int> widths);
 
+    // What there is to say of each row from the first data row on, or nothing. A row with a note is
+    // slanted, which takes no more room, and the note is its tooltip. New contents have none.
+    void setNotes(QStringList notes) { m_model.setNotes(std::move(notes)); }
+    QString note(int row) const { return m_model.note(row - 1); }
+
     // First and last of the rows between the current row and the other end of the selection,
     // whichever way it was made. Both are 0, the heading, while nothing is selected.
     struct RowRange {
@@ -37,21 +42,31 @@ public:
         int last;
     };
     RowRange selectedRows() const;
+    // Where the next key begins; selects nothing.
+    void setCurrentRow(int row);
     // Their table; without rows while nothing is selected or the grid has no data.
     TextTable selectedTable() const;
 
 Q_SIGNALS:
-    // The right mouse button was released over the grid, or its menu key pressed. The selection
-    // stays as it is.
+    // The right mouse button was released over the grid, or the menu key or Shift+F10 pressed. What
+    // the menu is to act on is selected by then: the row under the pointer unless it is in the
+    // selection, and by key the current row where nothing is selected. Beside the rows and in the
+    // heading the selection stays as it is.
     void popupRequested(const QPoint& globalPosition);
 
 protected:
-    void keyPressEvent(QKeyEvent* event) override; // Ctrl+C copies the selected table
+    // Ctrl+C copies the selected table. While nothing is selected, Up and Down select the current
+    // row before they leave it.
+    void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
+    void selectOnly(int row); // counted from 0
+    void copySelected() const;
+    void requestPopupByKey();
+
     TextTableModel m_model{TextTableModel::Headings::Left};
     std::vector<int> m_widths;
 };

@@ -58,7 +58,8 @@ protected:
 
     // Selects grid rows, counted with the heading, from one end to the other.
     static void select(QWidget& board, int from, int to);
-    // Opens the grid's pop-up menu with the right mouse button and chooses an entry of it.
+    // Opens the grid's pop-up menu with the right mouse button on the current row and chooses an
+    // entry of it.
     static void answer(QWidget& board, QStringView entry);
 };
 

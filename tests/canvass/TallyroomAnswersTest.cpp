@@ -12,7 +12,8 @@ using namespace tallyroom;
 void BoardTest::answer(QWidget& board, QStringView entry) {
     Grid& shown = grid(board);
     auto& popup = child<QMenu>(board, u"mnuPopup");
-    QTest::mouseClick(shown.viewport(), Qt::RightButton, {}, QPoint(20, 20));
+    const QModelIndex row = shown.currentIndex();
+    QTest::mouseClick(shown.viewport(), Qt::RightButton, {}, shown.visualRect(row).center());
     EXPECT_TRUE(popup.isVisible());
     auto& action = child<QAction>(board, entry);
     EXPECT_TRUE(action.isEnabled()) << action.objectName().toStdString();
@@ -44,8 +45,6 @@ TEST_F(TallyroomAnswersTest, TheHeadingOpensThePopupToo) {
 TEST_F(TallyroomAnswersTest, SelectedRowsAreRecordedWhicheverWayTheyWereSelected) {
     show([&](QWidget& board) {
         type(board, u"Text1", u"2:15");
-        answer(board, u"mnuAccept");
-        EXPECT_TRUE(audit().isEmpty()) << "nothing is selected";
         select(board, 3, 2);
         answer(board, u"mnuAccept");
         EXPECT_EQ(audit(), QStringList({QStringLiteral("E2|0|135|tlyrAccepted"),

@@ -1,5 +1,6 @@
 #include "common/ui/GridFill.h"
 
+#include "common/ui/PendingInput.h"
 #include "tests/support/Printing.h"
 
 #include <QClipboard>
@@ -7,6 +8,7 @@
 #include <QLabel>
 #include <QScrollBar>
 #include <QTest>
+#include <QTimer>
 #include <random>
 
 using namespace tallyroom;
@@ -61,6 +63,69 @@ TEST_F(GridTest, AFillLeavesTheUserWhereHeWas) {
     fill({});
     fill({rows.front()});
     EXPECT_EQ(grid.currentIndex().row(), 0);
+}
+
+// What the menu acts on is what the user sees selected: rows from 1, none as {0, 0}.
+TEST_F(GridTest, ThePopupComesWithTheRowThatItWasAskedFor) {
+    grid.resize(300, 400);
+    grid.show();
+    int popups = 0;
+    QObject::connect(&grid, &Grid::popupRequested, &grid, [&] { ++popups; });
+    const auto at = [&](int row) {
+        return row == 0 ? QPoint(20, 390) // below the rows
+                        : grid.visualRect(grid.model()->index(row - 1, 0)).center();
+    };
+    const auto selected = [&](int first, int last) {
+        return grid.selectedRows().first == first && grid.selectedRows().last == last;
+    };
+    const struct {
+        int from, to; // selected before, from the current row's other end
+        int under;    // 0 beside the rows, −1 for the key
+        int first, last;
+    } cases[] = {{0, 0, 2, 2, 2}, {1, 1, 3, 3, 3}, {1, 2, 2, 1, 2},  {1, 2, 3, 3, 3},
+                 {2, 2, 0, 2, 2}, {0, 0, 0, 0, 0}, {0, 0, -1, 2, 2}, {3, 1, -1, 1, 3}};
+    for (const auto& c : cases) {
+        grid.clearSelection();
+        grid.setCurrentRow(2);
+        if (c.from != 0) {
+            QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, at(c.from));
+            QTest::mouseClick(grid.viewport(), Qt::LeftButton, Qt::ShiftModifier, at(c.to));
+        }
+        if (c.under < 0)
+            QTest::keyClick(&grid, Qt::Key_F10, Qt::ShiftModifier);
+        else
+            QTest::mouseClick(grid.viewport(), Qt::RightButton, {}, at(c.under));
+        EXPECT_TRUE(selected(c.first, c.last)) << &c - cases;
+    }
+    EXPECT_EQ(popups, std::ssize(cases));
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, at(1));
+    QTest::mouseClick(grid.viewport(), Qt::RightButton, {}, at(2));
+    QTest::keyClick(&grid, Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_TRUE(selected(2, 3)) << "extended from the row that the button selected";
+    grid.clearSelection();
+    grid.setCurrentRow(2);
+    QTest::keyClick(&grid, Qt::Key_Down);
+    EXPECT_TRUE(selected(2, 2)) << "the current row comes first";
+    QTest::keyClick(&grid, Qt::Key_Down);
+    EXPECT_TRUE(selected(3, 3));
+}
+
+TEST_F(GridTest, InputOfALongCommandIsDroppedAndTimersComeLater) {
+    grid.show();
+    QTimer timer;
+    bool rang = false;
+    QObject::connect(&timer, &QTimer::timeout, &grid, [&] { rang = true; });
+    timer.start(0);
+    const auto press = [&] {
+        QCoreApplication::postEvent(
+            &grid, new QKeyEvent(QEvent::KeyPress, Qt::Key_A, Qt::ControlModifier));
+    };
+    press();
+    PendingInput::drop();
+    EXPECT_TRUE(!grid.selectionModel()->hasSelection() && !rang);
+    press();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(grid.selectionModel()->hasSelection() && rang);
 }
 
 // Letters that pull together or join, digits, signs, and scripts that are shaped.
