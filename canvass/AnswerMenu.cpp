@@ -1,5 +1,6 @@
 #include "canvass/AnswerMenu.h"
 
+#include "canvass/BoardControls.h"
 #include "common/DateParser.h"
 #include "common/Units.h"
 #include "common/ui/Events.h"
@@ -86,7 +87,7 @@ AnswerRequest AnswerMenu::answerRequest() const {
     // have always had that text there.
     request.department = m_ui.Grid->text(0, 2);
     request.user = m_context.CurrentUser;
-    request.employees = m_board.selectedEmployees();
+    request.employees = BoardControls::selectedEmployees(m_ui);
     return request;
 }
 

@@ -13,8 +13,8 @@ namespace {
 // One command's recording. CanvassRs stands on the employee whose answer is being written.
 class Recorder {
 public:
-    Recorder(CanvassState& state, const AnswerRequest& request)
-        : m_state(state), m_request(request) {}
+    Recorder(CanvassState& state, const AnswerRequest& request, const Progress& progress)
+        : m_state(state), m_request(request), m_progress(progress) {}
 
     Result run() {
         m_result.employees = static_cast<int>(m_request.employees.size());
@@ -31,58 +31,59 @@ private:
         m_addIn = Workspace::openAddIn(m_state.DataPath);
         m_associations = m_addIn->openRecordset(QStringLiteral("Select * from [tlyr_assoc];"),
                                                 RecordsetType::Snapshot);
+        chooseLines();
         if (m_associations->eof())
             return;
-        for (const QString& code : m_request.employees)
+        int done = 0;
+        for (const QString& code : m_request.employees) {
+            if (m_progress)
+                m_progress(done++, m_result.employees);
             recordEmployee(code);
+        }
     }
 
     void recordEmployee(const QString& code) {
         m_state.rows().findFirst(QStringLiteral("[emp_code] = ") + SqlText::criterion(code));
-        if (m_state.rows().noMatch())
+        if (m_state.rows().noMatch()) {
+            ++m_result.unlisted;
             return;
-        for (const auto& [kind, amount] : lines())
+        }
+        for (const auto& [kind, amount] : m_lines)
             WriteAnswer(*kind, amount);
         if (std::exchange(m_result.partly, std::nullopt))
             ++m_result.recorded;
+        else if (!m_lines.empty())
+            ++m_result.withoutRule;
     }
-
-    using Line = std::pair<const AnswerKind*, QString>;
 
     // The kinds of answer that the request asks for and that are set up, with their amounts.
-    std::vector<Line> lines() const { return m_request.breakOut ? brokenOutLines() : plainLines(); }
-
-    std::vector<Line> plainLines() const {
-        std::vector<Line> lines;
+    void chooseLines() {
         for (const auto& [wanted, action] : {std::pair(m_request.accept, AuditAction::Accepted),
                                              std::pair(m_request.decline, AuditAction::Declined)}) {
-            const AnswerKind& kind = answerKind(action, Rate::Half);
-            if (lines.empty() && wanted && isSetUp(kind))
-                lines.emplace_back(&kind, m_request.amount);
+            if (!wanted || !m_lines.empty())
+                continue;
+            addLine(answerKind(action, Rate::Half), m_request.amount);
+            if (m_request.breakOut)
+                addLine(answerKind(action, Rate::Double), m_request.doubleAmount);
         }
-        return lines;
     }
 
-    std::vector<Line> brokenOutLines() const {
-        std::vector<Line> lines;
-        if (!m_request.accept && !m_request.decline)
-            return lines;
-        const auto action = m_request.accept ? AuditAction::Accepted : AuditAction::Declined;
-        addLine(lines, answerKind(action, Rate::Half), m_request.amount);
-        addLine(lines, answerKind(action, Rate::Double), m_request.doubleAmount);
-        return lines;
-    }
-
-    void addLine(std::vector<Line>& lines, const AnswerKind& kind, const QString& amount) const {
-        if (IsTime(amount) && isSetUp(kind))
-            lines.emplace_back(&kind, amount);
+    void addLine(const AnswerKind& kind, const QString& amount) {
+        if (!isSetUp(kind)) {
+            m_result.notSetUp.push_back(&kind);
+        } else if (!m_request.breakOut || IsTime(amount)) {
+            m_lines.emplace_back(&kind, amount);
+            m_result.amounts.append(amount);
+        }
     }
 
     Variant absentCode(const AnswerKind& kind) const {
         return m_associations->field(QString::fromUtf16(kind.association));
     }
 
-    bool isSetUp(const AnswerKind& kind) const { return !absentCode(kind).isNull(); }
+    bool isSetUp(const AnswerKind& kind) const {
+        return !m_associations->eof() && !absentCode(kind).isNull();
+    }
 
     void WriteAnswer(const AnswerKind& kind, const QString& amount) {
         const std::int32_t minutes = TimeConversion::toMinutes(amount);
@@ -151,8 +152,10 @@ private:
 
     CanvassState& m_state;
     const AnswerRequest& m_request;
+    const Progress& m_progress;
     std::shared_ptr<Database> m_addIn; // aidb01.mdb
     std::shared_ptr<Recordset> m_associations;
+    std::vector<std::pair<const AnswerKind*, QString>> m_lines; // of each employee's answer
     Result m_result;
 };
 
@@ -169,8 +172,8 @@ bool isValidAmount(const QString& amount) {
     }
 }
 
-Result record(CanvassState& state, const AnswerRequest& request) {
-    return Recorder(state, request).run();
+Result record(CanvassState& state, const AnswerRequest& request, const Progress& progress) {
+    return Recorder(state, request, progress).run();
 }
 
 QString hindranceOf(const QString& user) {

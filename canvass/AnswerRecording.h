@@ -2,9 +2,11 @@
 #pragma once
 
 #include "canvass/CanvassState.h"
+#include "common/AnswerKind.h"
 
 #include <QStringList>
 #include <optional>
+#include <vector>
 
 namespace tallyroom {
 
@@ -29,10 +31,14 @@ namespace AnswerRecording {
 [[nodiscard]] bool isValidAmount(const QString& amount);
 
 struct Result {
-    int employees = 0;               // whom the request names
-    int recorded = 0;                // of these, whose answer is written in full
-    std::optional<QString> partly;   // the code of who has not all writes of the answer
-    std::optional<RunError> failure; // what ended the command before its end
+    int employees = 0;                       // whom the request names
+    int recorded = 0;                        // of these, whose answer is written in full
+    int unlisted = 0;                        // passed over: no longer on the board
+    int withoutRule = 0;                     // passed over: the host does not know the shift
+    QStringList amounts;                     // as typed, of the kinds of answer that are set up
+    std::vector<const AnswerKind*> notSetUp; // kinds asked for that have no absent code
+    std::optional<QString> partly;           // the code of who has not all writes of the answer
+    std::optional<RunError> failure;         // what ended the command before its end
 
     bool anyWritten() const { return recorded > 0 || partly.has_value(); }
 };
@@ -42,9 +48,12 @@ struct Result {
 // own, and what was written before a failure stays; but all that can be told before the first of
 // them is told then, and nothing is written of that answer: a text that no statement can hold, and
 // a file that is in use, read-only, gone or exchanged. Employees who are not on the board, whose
-// shift the host does not know, or whose kind of answer has no absent code are passed over
-// silently. Fails with what the database raises, and 13 for a canvass date that is none.
-[[nodiscard]] Result record(CanvassState& state, const AnswerRequest& request);
+// shift the host does not know, or whose kind of answer has no absent code are passed over and
+// counted. Fails with what the database raises, and 13 for a canvass date that is none. `progress`
+// is told how many are done; it neither uses a database nor throws.
+using Progress = std::function<void(int done, int of)>;
+[[nodiscard]] Result record(CanvassState& state, const AnswerRequest& request,
+                            const Progress& progress = {});
 
 // What hinders every answer of this user, as a note to read; empty when nothing does.
 QString hindranceOf(const QString& user);

@@ -1,6 +1,8 @@
 // What the line under the board says.
 #pragma once
 
+#include "setup/TotallingPeriod.h"
+
 #include <QString>
 
 namespace tallyroom {
@@ -14,7 +16,20 @@ struct BoardStatus {
     QString employees;  // who is left out
     QString orderings;  // which are left out
 
-    QString text() const; // all that there is to say, what is newest first
+    // All that there is to say, what is newest first. What an answer would do takes the place of
+    // what the last command did.
+    QString text(const QString& offer) const;
+};
+
+// What the figures are.
+struct BoardFigures {
+    std::optional<TotallingPeriod> period; // nothing: they count all dates
+    QString ordering;                      // its description; empty: none is in force
+    int employees = 0;
+    QString bucket; // empty: the host's choice of employees has no name
+    QString user;
+
+    QString text() const;
 };
 
 } // namespace tallyroom

@@ -1,10 +1,14 @@
 #include "canvass/CanvassBoard.h"
 
+#include "canvass/AnswerNews.h"
+#include "canvass/BoardControls.h"
 #include "canvass/CanvassFill.h"
 #include "canvass/CanvassTotals.h"
 #include "canvass/DerivedColumns.h"
 #include "canvass/QuickBuild.h"
 #include "canvass/SortExpression.h"
+#include "common/DateParser.h"
+#include "common/ui/Events.h"
 #include "common/ui/Messages.h"
 #include "common/ui/WaitPointer.h"
 #include "store/Workspace.h"
@@ -33,6 +37,16 @@ ErrorAnswer askAboutError(QWidget* parent, const RunError& error) {
     }
 }
 
+// The name says which employees these are; a host that has no names, or fails to tell, hinders no
+// count.
+QString nameOf(const ObjectRef& bucketForm) {
+    try {
+        return bucketForm.property(QStringLiteral("BucketName")).textOrEmpty();
+    } catch (const RunError&) {
+        return {};
+    }
+}
+
 // Raises 3049 for a damaged file. False when one could not be looked at: it fails those who use it,
 // in their turn.
 bool areFilesSound(const QString& dataPath) {
@@ -54,10 +68,19 @@ bool areFilesSound(const QString& dataPath) {
 CanvassBoard::CanvassBoard(QWidget& window, const Ui::Tallyroom& ui, const HostContext& context,
                            const ViewMenu& view, const OrderMenu& order)
     : m_window(window), m_ui(ui), m_context(context), m_view(view), m_order(order),
-      m_statusText(new QLabel(&window)) {
-    m_statusText->setObjectName(QStringLiteral("lblStatus"));
-    m_statusText->setIndent(10); // under the grid
-    m_ui.StatusBar1->addWidget(m_statusText, 1);
+      m_bar(*ui.StatusBar1) {
+    connectControls();
+}
+
+// What an answer would do follows whatever it goes by.
+void CanvassBoard::connectControls() {
+    const auto show = [this] { showStatus(); };
+    Events::connect(m_ui.Grid->selectionModel(), &QItemSelectionModel::selectionChanged, &m_window,
+                    show);
+    Events::connect(m_ui.Text1, &QLineEdit::textChanged, &m_window, show);
+    Events::connect(m_ui.Text2, &QLineEdit::textChanged, &m_window, show);
+    Events::connect(m_ui.mnuBreakOut, &QAction::toggled, &m_window, show);
+    Events::connect(m_ui.to_date, &QLineEdit::textChanged, &m_window, [this] { showAsked(); });
 }
 
 void CanvassBoard::open() {
@@ -96,9 +119,34 @@ void CanvassBoard::noteOrderings(int leftOut) {
 }
 
 void CanvassBoard::showStatus() {
-    const QString text = m_status.text();
-    m_statusText->setText(text);
-    m_statusText->setToolTip(text); // where the window is too narrow for it
+    m_bar.show(m_status.text(BoardControls::offer(m_ui, m_state.period).text()), figures().text());
+}
+
+BoardFigures CanvassBoard::figures() const {
+    const TextTable& shown = m_ui.Grid->table();
+    return {m_state.period, m_order.inForce().value_or(Ordering{}).descr,
+            shown.isBlank() ? 0 : static_cast<int>(shown.rows.size()), m_bucket,
+            m_context.CurrentUser};
+}
+
+void CanvassBoard::showAsked() {
+    readAsked();
+    markAsked();
+    showStatus();
+}
+
+void CanvassBoard::readAsked() {
+    if (const auto day = Dates::parse(m_ui.to_date->text()))
+        m_asked.read(m_state.DataPath, *day);
+    else
+        m_asked.clear();
+}
+
+void CanvassBoard::markAsked() {
+    QStringList notes;
+    for (int row = 1; row < m_ui.Grid->rows(); ++row)
+        notes.append(m_asked.noteOf(m_ui.Grid->text(row, 0)));
+    m_ui.Grid->setNotes(notes);
 }
 
 void CanvassBoard::build() {
@@ -106,6 +154,8 @@ void CanvassBoard::build() {
     m_window.repaint(); // what a menu or a window has covered
     m_areFilesSound = m_areFilesSound || areFilesSound(m_state.DataPath);
     m_status.command.clear();
+    m_bucket = nameOf(m_context.BucketForm);
+    readAsked();
     const bool built = CanvassTotals::build(
         m_state, m_context.BucketForm, m_view.options().multiply,
         [this](const RunError& error) { return askAboutError(&m_window, error); });
@@ -130,6 +180,7 @@ bool CanvassBoard::fill() {
             filled = false;
         }
     }
+    markAsked();
     showStatus();
     for (; unknownElements > 0; --unknownElements)
         Messages::show(&m_window, QStringLiteral("Error"), QMessageBox::NoIcon);
@@ -153,15 +204,40 @@ void CanvassBoard::fillGrid(GridFill& grid, const std::function<void()>& unknown
 
 void CanvassBoard::record(const AnswerRequest& request) {
     WaitPointer::show();
-    m_status.command.clear();
-    AnswerRecording::Result result = AnswerRecording::record(m_state, request);
-    if (!result.failure)
-        result.failure = showRecorded(result.anyWritten());
-    if (result.failure) {
-        showAfterFailure(result);
-        throw RunError(*result.failure);
-    }
+    if (const auto failure = recordAndShow(request))
+        throw RunError(*failure);
     WaitPointer::hide();
+}
+
+// Returns what ended the command before its end.
+std::optional<RunError> CanvassBoard::recordAndShow(const AnswerRequest& request) {
+    m_status.command.clear();
+    const QStringList names = BoardControls::selectedNames(m_ui);
+    const QString next = m_ui.Grid->text(m_ui.Grid->selectedRows().last + 1, 0);
+    BoardProgress progress(m_window, m_bar);
+    AnswerRecording::Result result =
+        AnswerRecording::record(m_state, request, [&progress](int done, int of) {
+            progress.show(AnswerNews::progress(done, of));
+        });
+    readAsked();
+    if (!result.failure) {
+        m_status.command = AnswerNews::text(request, result, names, Dates::today());
+        result.failure = showRecorded(result.anyWritten());
+    }
+    if (result.failure)
+        showAfterFailure(result);
+    else if (result.anyWritten())
+        goOnTo(next);
+    return result.failure;
+}
+
+// The row that came after those answered, wherever the order has put it. Below the last one there
+// is none, and the user stays where he was.
+void CanvassBoard::goOnTo(const QString& code) {
+    for (int row = 1; row < m_ui.Grid->rows(); ++row) {
+        if (m_ui.Grid->text(row, 0) == code)
+            return m_ui.Grid->setCurrentRow(row);
+    }
 }
 
 // Returns what keeps the new figures from being read.
@@ -180,7 +256,8 @@ std::optional<RunError> CanvassBoard::showRecorded(bool anyWritten) {
 void CanvassBoard::showAfterFailure(const AnswerRecording::Result& result) {
     if (!result.anyWritten()) {
         m_status.command = QStringLiteral("Nothing was recorded");
-        return showStatus();
+        m_bar.show(m_status.text(QString()), figures().text()); // though rows are selected still
+        return;
     }
     m_ui.Grid->clearSelection();
     m_status.command =
@@ -204,14 +281,6 @@ bool CanvassBoard::rebuildQuietly() {
         return false;
     m_status.stale = false;
     return fill();
-}
-
-QStringList CanvassBoard::selectedEmployees() const {
-    const Grid::RowRange rows = m_ui.Grid->selectedRows();
-    QStringList codes;
-    for (int row = rows.first; row <= rows.last; ++row)
-        codes.append(m_ui.Grid->text(row, 0));
-    return codes;
 }
 
 } // namespace tallyroom

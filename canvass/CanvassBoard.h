@@ -2,11 +2,11 @@
 #pragma once
 
 #include "canvass/AnswerRecording.h"
+#include "canvass/AnswersOfDay.h"
 #include "canvass/BoardStatus.h"
+#include "canvass/BoardStatusBar.h"
 #include "canvass/OrderMenu.h"
 #include "canvass/ViewMenu.h"
-
-#include <QLabel>
 
 namespace tallyroom {
 
@@ -37,15 +37,22 @@ public:
     // written by then is seen to be.
     void record(const AnswerRequest& request);
 
-    QStringList selectedEmployees() const; // codes, from the upper row to the lower one
+    // Looks in the audit who has been asked for the canvass date, and marks their rows.
+    void showAsked();
 
 private:
     void fillGrid(GridFill& grid, const std::function<void()>& unknownElement);
+    void connectControls();
+    std::optional<RunError> recordAndShow(const AnswerRequest& request);
+    void goOnTo(const QString& code);
     std::optional<RunError> showRecorded(bool anyWritten);
     void showAfterFailure(const AnswerRecording::Result& result);
     bool rebuildQuietly();
     void ownUpToOldFigures();
+    void readAsked();
+    void markAsked();
     void showStatus();
+    BoardFigures figures() const;
 
     QWidget& m_window;
     const Ui::Tallyroom& m_ui;
@@ -54,7 +61,9 @@ private:
     const OrderMenu& m_order;
     CanvassState m_state;
     BoardStatus m_status;
-    QLabel* m_statusText;         // in the status bar, which shows it
+    BoardStatusBar m_bar;
+    AnswersOfDay m_asked;
+    QString m_bucket;             // the name of the employees on the board, if they have one
     bool m_areFilesSound = false; // looked at, which another program may have hindered
 };
 

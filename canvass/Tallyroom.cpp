@@ -252,6 +252,7 @@ void Tallyroom::mnuAudit_Click() {
         m_context, [this] { return m_ui->mnuBreakOut->isChecked(); }, this);
     m_context.BucketForm.call(QStringLiteral("fillalist"), {browser.employees()});
     browser.showModally();
+    m_board->showAsked(); // an entry may have been deleted
 }
 
 void Tallyroom::mnuRefresh_Click() {

@@ -102,6 +102,7 @@ TEST_F(AnswerRecordingTest, EachAnswerGoesToItsColumns) {
         record();
         EXPECT_EQ(folder.rows(addInFile, u"Select [Action], [OT], [tHistField] from [TLYR_Audit];"),
                   c.lines);
+        EXPECT_EQ(result.amounts.size(), c.lines.size());
     }
     EXPECT_EQ(board(QStringLiteral("E2")), QStringLiteral("180|30|180|30|420"));
     EXPECT_EQ(
@@ -152,11 +153,13 @@ TEST_F(AnswerRecordingTest, PassesOverWhoCannotBeRecorded) {
     folder.execute(hostFile, u"Delete * from [Shift];");
     record();
     EXPECT_TRUE(history().isEmpty()) << "shift unknown";
+    EXPECT_EQ(result.withoutRule, 1);
     folder.execute(hostFile,
                    u"Insert Into [Shift] ([Shift_Code], [Shift_Rule_Num]) Values ('S1', '7');");
     request.employees = {QStringLiteral("Code"), QStringLiteral("E9")};
     record();
     EXPECT_TRUE(history().isEmpty()) << "not on the board";
+    EXPECT_EQ(result.unlisted, 2);
     request.employees = {QStringLiteral("E1")};
     folder.execute(addInFile, u"Update [tlyr_assoc] Set [Accepted] = Null;");
     record();
@@ -166,6 +169,8 @@ TEST_F(AnswerRecordingTest, PassesOverWhoCannotBeRecorded) {
     request.decline = true;
     record();
     EXPECT_TRUE(history().isEmpty()) << "no associations";
+    ASSERT_EQ(result.notSetUp.size(), 1U);
+    EXPECT_EQ(result.notSetUp.front()->action, AuditAction::Declined);
     EXPECT_TRUE(audit().isEmpty());
 }
 

@@ -1,8 +1,10 @@
 #include "common/DateParser.h"
 #include "tests/canvass/Board.h"
 
+#include <QAccessible>
 #include <QContextMenuEvent>
 #include <QHeaderView>
+#include <QListWidget>
 #include <QMenu>
 #include <QTest>
 #include <SQLiteCpp/SQLiteCpp.h>
@@ -50,9 +52,11 @@ TEST_F(TallyroomAnswersTest, SelectedRowsAreRecordedWhicheverWayTheyWereSelected
         EXPECT_EQ(audit(), QStringList({QStringLiteral("E2|0|135|tlyrAccepted"),
                                         QStringLiteral("E3|0|135|tlyrAccepted")}));
         EXPECT_TRUE(lines(board).value(2).endsWith(QStringLiteral("02:15|00:00|02:15")));
-        select(board, 1, 1);
+        grid(board).setCurrentRow(1);
         answer(board, u"mnuDecline");
-        EXPECT_EQ(audit().value(2), QStringLiteral("E1|1|135|tlyrDeclined"));
+        EXPECT_EQ(audit().value(2), QStringLiteral("E1|1|135|tlyrDeclined"))
+            << "who is under the pointer";
+        EXPECT_EQ(grid(board).currentIndex().row(), 1) << "the next one";
     });
     EXPECT_EQ(folder.rows(hostFile, u"Select [thist_dept] from [TimeHistory];").value(0),
               QStringLiteral("Dept"))
@@ -137,7 +141,7 @@ TEST_F(TallyroomAnswersTest, AnAnswerThatALockRefusesIsNotDoubledByTheNextPress)
         EXPECT_EQ(status(board), QStringLiteral("Nothing was recorded"));
         other.exec("ROLLBACK");
         answer(board, u"mnuAccept");
-        EXPECT_EQ(status(board), QString());
+        EXPECT_TRUE(status(board).startsWith(QStringLiteral("Accepted 1:00 for Name 2 on ")));
         EXPECT_TRUE(lines(board).value(2).endsWith(QStringLiteral("01:00|00:00|01:00")));
     });
     EXPECT_EQ(audit().size(), 1);
@@ -169,7 +173,7 @@ TEST_F(TallyroomAnswersTest, AnAnswerWrittenInPartIsShownOrOwnedUpTo) {
         script.expectBox(QStringLiteral("'1' is not a valid time."), QMessageBox::Ok,
                          QMessageBox::Information);
         trigger(board, u"mnuAccept");
-        EXPECT_TRUE(status(board).endsWith(QStringLiteral("not current: Refresh"))) << "still";
+        EXPECT_TRUE(status(board).contains(QStringLiteral("not current: Refresh"))) << "still";
         host.onFilterRead = {};
         trigger(board, u"mnuRefresh");
         EXPECT_EQ(status(board), QString());
@@ -191,6 +195,75 @@ TEST_F(TallyroomAnswersTest, ANameThatNoStatementHoldsIsSaidAtOpening) {
         },
         QStringLiteral("O'Neil"));
     EXPECT_TRUE(folder.rows(hostFile, u"Select * from [TimeHistory];").isEmpty());
+}
+
+TEST_F(TallyroomAnswersTest, TheStatusBarFollowsWhatAnAnswerGoesBy) {
+    folder.addHistory(u"E2", u"1/1/2020", 90, 30);
+    show([&](QWidget& board) {
+        type(board, u"to_date", u"1/4/2020");
+        select(board, 2, 2);
+        EXPECT_TRUE(
+            status(board).startsWith(QStringLiteral("1 selected: Name 2 \u00b7 Overtime is")));
+        type(board, u"Text1", u"7.5");
+        EXPECT_TRUE(
+            status(board).contains(QStringLiteral("Name 2 \u00b7 7:30 \u00b7 Sat 1/4/2020")));
+        trigger(board, u"mnuBreakOut");
+        EXPECT_EQ(status(board), QString()) << "nobody is selected after a fill";
+        select(board, 2, 3);
+        type(board, u"Text2", u"1");
+        EXPECT_TRUE(status(board).contains(QStringLiteral("1 is not a time: 1:00 or 1.0")));
+        type(board, u"to_date", u"1/");
+        EXPECT_TRUE(status(board).contains(QStringLiteral("1/ is not a date")));
+        grid(board).clearSelection();
+        EXPECT_EQ(status(board), QString());
+        const QString figures = QStringLiteral(
+            "Totals of all dates  \u00b7  No order  \u00b7  3 employees%1  \u00b7  Ann");
+        EXPECT_EQ(child<QLabel>(board, u"lblFigures").text(), figures.arg(QString()));
+        host.bucketName = QStringLiteral("Day");
+        trigger(board, u"mnuRefresh");
+        EXPECT_EQ(child<QLabel>(board, u"lblFigures").text(),
+                  figures.arg(QStringLiteral("  \u00b7  Day")));
+        auto& label = child<QLabel>(board, u"lblStatus");
+        label.setText(QString(500, u'w'));
+        QCoreApplication::processEvents();
+        EXPECT_EQ(QAccessible::queryAccessibleInterface(&label)->text(QAccessible::Name).size(),
+                  500)
+            << "a label with a name of its own announces no change";
+        EXPECT_LT(board.minimumSizeHint().width(), 660);
+        EXPECT_GT(child<QLabel>(board, u"lblFigures").width(), 20) << "can be pointed at";
+    });
+}
+
+TEST_F(TallyroomAnswersTest, WhoHasBeenAskedForTheDateIsSeen) {
+    show([&](QWidget& board) {
+        const auto note = [&](int row) { return grid(board).note(row); };
+        type(board, u"Text1", u"8:00");
+        type(board, u"to_date", u"1/4/2020");
+        select(board, 2, 2);
+        answer(board, u"mnuDecline");
+        EXPECT_TRUE(note(2).startsWith(QStringLiteral("Declined 8:00, ")));
+        EXPECT_TRUE(note(2).endsWith(QStringLiteral(" by Ann")));
+        EXPECT_EQ(note(1) + note(3), QString());
+        const std::vector<int> widths = grid(board).widths();
+        trigger(board, u"mnuBlank0");
+        EXPECT_FALSE(note(2).isEmpty()) << "another fill";
+        grid(board).selectAll();
+        EXPECT_TRUE(status(board).startsWith(
+            QStringLiteral("3 selected, 1 already answered for Sat 1/4/2020 \u00b7 8:00")));
+        type(board, u"to_date", u"1/5/2020");
+        EXPECT_TRUE(note(2).isEmpty());
+        type(board, u"to_date", u"1/4/2020");
+        EXPECT_FALSE(note(2).isEmpty());
+        trigger(board, u"mnuBlank0");
+        EXPECT_EQ(grid(board).widths(), widths);
+        script.expectWindow(u"frmUndo", [](QWidget& undo) {
+            child<QListWidget>(undo, u"List1").setCurrentRow(0);
+            clickButton(undo, u"Command1");
+            clickButton(undo, u"Command2");
+        });
+        trigger(board, u"mnuUndo");
+        EXPECT_TRUE(note(2).isEmpty()) << "taken back";
+    });
 }
 
 TEST_F(TallyroomAnswersTest, TheOrderFollowsTheNewFigures) {

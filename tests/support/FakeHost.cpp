@@ -1,5 +1,7 @@
 #include "tests/support/FakeHost.h"
 
+#include "common/RunError.h"
+
 namespace tallyroom {
 
 namespace {
@@ -29,6 +31,11 @@ public:
                 host.calls.append(QStringLiteral("AllowSort"));
                 return Variant();
             });
+        addProperty(QStringLiteral("BucketName"), [&host](const Arguments&) {
+            if (!host.bucketName)
+                throw RunError::make(ErrorNumber::noSuchMember);
+            return Variant(*host.bucketName);
+        });
         addProperty(QStringLiteral("employeefilter"), [&host](const Arguments&) {
             if (host.onFilterRead)
                 host.onFilterRead();

@@ -5,6 +5,7 @@
 
 #include <QStringList>
 #include <functional>
+#include <optional>
 
 namespace tallyroom {
 
@@ -12,6 +13,7 @@ namespace tallyroom {
 struct FakeHost {
     QStringList calls; // "FillSpot", "Show bucket", "ttedit_click", …
     QString filter = QStringLiteral("<> NULL");
+    std::optional<QString> bucketName;  // nothing: a host that has no names for its buckets
     QStringList selection;              // what a list is filled with
     std::function<void()> onFilterRead; // may throw
     std::function<void()> onShowBucket; // what the user does in the bucket form

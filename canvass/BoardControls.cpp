@@ -1,0 +1,43 @@
+#include "canvass/BoardControls.h"
+
+#include "ui_Tallyroom.h"
+
+namespace tallyroom::BoardControls {
+
+namespace {
+
+constexpr int nameColumn = 1;
+
+} // namespace
+
+QStringList selectedEmployees(const Ui::Tallyroom& ui) {
+    const Grid::RowRange rows = ui.Grid->selectedRows();
+    QStringList codes;
+    for (int row = rows.first; row <= rows.last; ++row)
+        codes.append(ui.Grid->text(row, 0));
+    return codes;
+}
+
+QStringList selectedNames(const Ui::Tallyroom& ui) {
+    QStringList names;
+    for (const QStringList& row : ui.Grid->selectedTable().rows)
+        names.append(row.value(nameColumn));
+    return names;
+}
+
+Offer offer(const Ui::Tallyroom& ui, const std::optional<TotallingPeriod>& period) {
+    Offer offer;
+    offer.names = selectedNames(ui);
+    const Grid::RowRange rows = ui.Grid->selectedRows();
+    for (int row = rows.first; row <= rows.last; ++row)
+        offer.asked += ui.Grid->note(row).isEmpty() ? 0 : 1;
+    offer.breakOut = ui.mnuBreakOut->isChecked();
+    offer.amount = ui.Text1->text();
+    offer.doubleAmount = ui.Text2->text();
+    offer.canvassDate = ui.to_date->text();
+    offer.period = period;
+    offer.today = Dates::today();
+    return offer;
+}
+
+} // namespace tallyroom::BoardControls
