@@ -1,5 +1,6 @@
 #include "host/frmBucket.h"
 
+#include "common/look/WindowFit.h"
 #include "host/HostMessages.h"
 #include "host/frmBucketName.h"
 #include "ui_frmBucket.h"
@@ -32,12 +33,14 @@ frmBucket::frmBucket(const BucketSelection& selection, NamedBuckets& buckets,
     : QDialog(parent), m_ui(std::make_unique<Ui::frmBucket>()), m_buckets(buckets),
       m_data(hostData), m_model(selection, hostData, this), m_filter(&m_model, this) {
     m_ui->setupUi(this);
+    WindowFit::grow(*this);
     setUpTable(allowSort);
     setUpChoices();
     m_ui->Saved->setVisible(buckets.canKeep());
     listBuckets(selection.name());
     connectControls();
     showCount();
+    WindowFit::fit(*this);
 }
 
 frmBucket::~frmBucket() = default;
@@ -49,10 +52,13 @@ void frmBucket::setUpTable(bool allowSort) {
     if (allowSort)
         table.sortByColumn(BucketModel::Code, Qt::AscendingOrder);
     table.horizontalHeader()->setSectionsClickable(allowSort);
-    table.setColumnWidth(BucketModel::Code, 90);
-    table.setColumnWidth(BucketModel::Name, 230);
-    table.setColumnWidth(BucketModel::Department, 150);
-    table.setColumnWidth(BucketModel::Shift, 70);
+    constexpr std::pair<int, int> widths[] = {{BucketModel::Code, 90},
+                                              {BucketModel::Name, 230},
+                                              {BucketModel::Department, 150},
+                                              {BucketModel::Shift, 70},
+                                              {BucketModel::Qualifications, 100}};
+    for (const auto& [column, width] : widths)
+        table.setColumnWidth(column, qRound(width * WindowFit::growth()));
     table.setCurrentIndex(m_filter.index(0, 0));
     table.installEventFilter(this);
 }

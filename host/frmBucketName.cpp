@@ -1,5 +1,6 @@
 #include "host/frmBucketName.h"
 
+#include "common/look/WindowFit.h"
 #include "ui_frmBucketName.h"
 
 #include <QPushButton>
@@ -10,6 +11,7 @@ frmBucketName::frmBucketName(const NamedBuckets& buckets, BucketChoice choice, Q
     : QDialog(parent), m_ui(std::make_unique<Ui::frmBucketName>()), m_buckets(buckets),
       m_choice(std::move(choice)) {
     m_ui->setupUi(this);
+    WindowFit::grow(*this);
     const bool hasCriteria = !m_choice.criteria.isEmpty();
     m_ui->KeepChosen->setText(QStringLiteral("These %1 &employees").arg(m_choice.codes.size()));
     m_ui->KeepCriteria->setText(
@@ -23,6 +25,7 @@ frmBucketName::frmBucketName(const NamedBuckets& buckets, BucketChoice choice, Q
     connect(m_ui->Buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(m_ui->Buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     showWhatSavingDoes();
+    WindowFit::fit(*this);
 }
 
 frmBucketName::~frmBucketName() = default;

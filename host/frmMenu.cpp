@@ -1,6 +1,7 @@
 #include "host/frmMenu.h"
 
 #include "common/RunError.h"
+#include "common/look/WindowFit.h"
 #include "host/HostMessages.h"
 #include "host/screens/frmOvertime.h"
 #include "host/screens/frmSchedule.h"
@@ -20,6 +21,8 @@ frmMenu::frmMenu(std::shared_ptr<Database> database, const HostData& hostData, c
     : m_ui(std::make_unique<Ui::frmMenu>()), m_database(std::move(database)), m_data(hostData),
       m_splash(QPixmap::fromImage(splash)) {
     m_ui->setupUi(this);
+    WindowFit::grow(*this);
+    resize(size().boundedTo(WindowFit::room(*this)));
     connectMenus();
 }
 

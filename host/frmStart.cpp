@@ -1,5 +1,6 @@
 #include "host/frmStart.h"
 
+#include "common/look/WindowFit.h"
 #include "host/HostMessages.h"
 #include "host/RecentFolders.h"
 #include "host/demo/DemoData.h"
@@ -13,6 +14,7 @@ namespace tallyroom::host {
 
 frmStart::frmStart() : m_ui(std::make_unique<Ui::frmStart>()) {
     m_ui->setupUi(this);
+    WindowFit::grow(*this);
     listFolders();
     m_ui->User->setText(RecentFolders::user());
     connect(m_ui->OtherFolder, &QPushButton::clicked, this, &frmStart::chooseOther);
@@ -23,6 +25,7 @@ frmStart::frmStart() : m_ui(std::make_unique<Ui::frmStart>()) {
     connect(m_ui->Buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(m_ui->Buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     showWhatCanBeDone();
+    WindowFit::fit(*this);
 }
 
 frmStart::~frmStart() = default;

@@ -49,6 +49,14 @@ void show(QLineEdit* box, QDate day) {
         box->setText(Dates::format(date, shownForm));
 }
 
+// As wide as designed, or as a date of the widest digits needs in the box's font.
+int widthOf(const QLineEdit& box) {
+    constexpr int margins = 22; // frame, the toolkit's margins and the text cursor
+    const QFontMetrics metrics = box.fontMetrics();
+    return std::max({box.width(), box.minimumWidth(),
+                     metrics.horizontalAdvance(QStringLiteral("00/00/0000")) + margins});
+}
+
 // A calendar leaf, drawn at twice its size so that it stays sharp on dense screens.
 QIcon calendarIcon() {
     QPixmap leaf(32, 32);
@@ -78,6 +86,7 @@ DateBinding::~DateBinding() {
 
 void DateBinding::bind(QLineEdit* box, QAbstractButton* pickerButton) {
     box->installEventFilter(this);
+    box->setFixedWidth(widthOf(*box));
     pickerButton->setIcon(calendarIcon());
     pickerButton->setAccessibleName(QStringLiteral("Pick a date"));
     pickerButton->setToolTip(pickerButton->accessibleName());

@@ -1,30 +1,25 @@
 #include "common/ui/FormWindow.h"
 
+#include "common/look/WindowFit.h"
 #include "common/ui/Events.h"
 #include "common/ui/WaitPointer.h"
 
 #include <QEvent>
 #include <QKeyEvent>
 #include <QPushButton>
-#include <QScreen>
 
 namespace tallyroom {
 
 void FormWindow::showModally() {
     ensureLoaded();
-    fitScreen();
+    WindowFit::fit(*this);
     exec();
-}
-
-// The buttons at the bottom are out of reach on a screen that is lower than the window.
-void FormWindow::fitScreen() {
-    constexpr QSize frame(16, 48); // more or less, as long as there is none to be measured
-    resize(size().boundedTo(screen()->availableSize() - frame));
 }
 
 void FormWindow::ensureLoaded() {
     if (m_loaded)
         return;
+    WindowFit::grow(*this);
     Form_Load();
     m_loaded = true;
 }

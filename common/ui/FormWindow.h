@@ -34,8 +34,6 @@ protected:
     void done(int result) override;
 
 private:
-    void fitScreen();
-
     bool m_loaded = false;
 };
 

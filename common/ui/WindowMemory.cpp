@@ -1,12 +1,13 @@
 #include "common/ui/WindowMemory.h"
 
+#include "common/look/WindowFit.h"
+
 #include <QAbstractButton>
 #include <QAction>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMenu>
 #include <QRadioButton>
-#include <QScreen>
 
 namespace tallyroom::WindowMemory {
 
@@ -95,8 +96,7 @@ void resizeTo(QWidget& window, const QJsonObject& state) {
                      state.value(QStringLiteral("height")).toInt());
     if (size.isEmpty())
         return;
-    window.resize(
-        size.boundedTo(window.screen()->availableSize()).expandedTo(window.minimumSize()));
+    window.resize(size.boundedTo(WindowFit::room(window)).expandedTo(window.minimumSize()));
     window.setWindowState(window.windowState().setFlag(
         Qt::WindowMaximized, state.value(QStringLiteral("maximized")).toBool()));
 }

@@ -1,5 +1,6 @@
 #include "host/screens/frmOvertime.h"
 
+#include "common/look/WindowFit.h"
 #include "host/HostMessages.h"
 #include "host/screens/OvertimeTable.h"
 #include "ui_frmOvertime.h"
@@ -10,6 +11,7 @@ frmOvertime::frmOvertime(Database& database, const HostData& hostData, QWidget* 
     : QDialog(parent), m_ui(std::make_unique<Ui::frmOvertime>()), m_database(database),
       m_data(hostData) {
     m_ui->setupUi(this);
+    WindowFit::grow(*this);
     m_ui->Grid->setModel(&m_model);
     const QDate last = lastRecordedDay(database, hostData);
     m_ui->FromDate->setDate(last.addDays(-13));
@@ -20,6 +22,7 @@ frmOvertime::frmOvertime(Database& database, const HostData& hostData, QWidget* 
     connect(m_ui->FromDate, &QDateEdit::dateChanged, this, refreshSafely);
     connect(m_ui->ToDate, &QDateEdit::dateChanged, this, refreshSafely);
     connect(m_ui->Buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    WindowFit::fit(*this);
 }
 
 frmOvertime::~frmOvertime() = default;

@@ -1,5 +1,6 @@
 #include "host/screens/frmSchedule.h"
 
+#include "common/look/WindowFit.h"
 #include "host/HostMessages.h"
 #include "ui_frmSchedule.h"
 
@@ -25,11 +26,13 @@ frmSchedule::frmSchedule(Database& database, const HostData& hostData, ScheduleS
     : QDialog(parent), m_ui(std::make_unique<Ui::frmSchedule>()), m_database(database),
       m_data(hostData), m_span(span) {
     m_ui->setupUi(this);
+    WindowFit::grow(*this);
     setWindowTitle(title(span));
     m_ui->Grid->setModel(&m_model);
     m_ui->Day->setDate(lastRecordedDay(database, hostData));
     refresh();
     connectControls();
+    WindowFit::fit(*this);
 }
 
 frmSchedule::~frmSchedule() = default;

@@ -1,5 +1,6 @@
 #include "host/screens/frmTransactions.h"
 
+#include "common/look/WindowFit.h"
 #include "host/HostMessages.h"
 #include "host/screens/TransactionTable.h"
 #include "ui_frmTransactions.h"
@@ -10,6 +11,7 @@ frmTransactions::frmTransactions(Database& database, const HostData& hostData, Q
     : QDialog(parent), m_ui(std::make_unique<Ui::frmTransactions>()), m_database(database),
       m_data(hostData) {
     m_ui->setupUi(this);
+    WindowFit::grow(*this);
     m_ui->Grid->setModel(&m_model);
     setUpChoices();
     refresh();
@@ -18,6 +20,7 @@ frmTransactions::frmTransactions(Database& database, const HostData& hostData, Q
     connect(m_ui->FromDate, &QDateEdit::dateChanged, this, refreshSafely);
     connect(m_ui->ToDate, &QDateEdit::dateChanged, this, refreshSafely);
     connect(m_ui->Buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    WindowFit::fit(*this);
 }
 
 frmTransactions::~frmTransactions() = default;

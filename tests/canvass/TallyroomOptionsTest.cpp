@@ -1,5 +1,6 @@
 // What the board remembers for its user, and the report that is printed as its options say.
 #include "common/DateParser.h"
+#include "common/look/WindowFit.h"
 #include "tests/canvass/Board.h"
 #include "tests/support/PrintedPages.h"
 
@@ -64,7 +65,7 @@ TEST_F(TallyroomOptionsTest, EachUserFindsTheBoardAsHeLeftIt) {
                 << "the ordering is known by its description";
             EXPECT_TRUE(lines(board).value(1).startsWith(QStringLiteral("E3|")));
             EXPECT_TRUE(child<QWidget>(board, u"Text2").isVisible());
-            EXPECT_EQ(board.size(), QSize(1100, 740).boundedTo(board.screen()->availableSize()));
+            EXPECT_EQ(board.size(), QSize(1100, 740).boundedTo(WindowFit::room(board)));
             EXPECT_EQ(child<QLineEdit>(board, u"Text1").text(), QString());
             EXPECT_EQ(*Dates::parse(child<QLineEdit>(board, u"to_date").text()), Dates::today());
         },
