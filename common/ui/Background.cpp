@@ -1,70 +1,80 @@
 #include "common/ui/Background.h"
 
 #include "common/RunError.h"
+#include "common/look/Contrast.h"
 
-#include <QAbstractScrollArea>
 #include <QEvent>
+#include <QImage>
 #include <QPainter>
-#include <cstdlib>
 
 namespace tallyroom {
 
 namespace {
 
-// `share` of the one, the rest of the other.
-QColor mixed(const QColor& one, const QColor& other, double share) {
-    const auto mix = [share](int first, int second) {
-        return qRound(share * first + (1 - share) * second);
-    };
-    return {mix(one.red(), other.red()), mix(one.green(), other.green()),
-            mix(one.blue(), other.blue())};
+// The extremes of every channel: no pixel is darker than the one, none lighter than the other.
+std::pair<QColor, QColor> extremes(const QImage& picture) {
+    int low[] = {255, 255, 255};
+    int high[] = {0, 0, 0};
+    for (int y = 0; y < picture.height(); ++y) {
+        const auto* line = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
+        for (int x = 0; x < picture.width(); ++x) {
+            const int channels[] = {qRed(line[x]), qGreen(line[x]), qBlue(line[x])};
+            for (int at = 0; at < 3; ++at) {
+                low[at] = std::min(low[at], channels[at]);
+                high[at] = std::max(high[at], channels[at]);
+            }
+        }
+    }
+    return {QColor(low[0], low[1], low[2]), QColor(high[0], high[1], high[2])};
 }
 
-// What the eye sees of the picture on that ground, all in all.
-QColor averageOf(const QPixmap& picture, const QColor& ground) {
-    const QColor average = picture.toImage()
-                               .scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
-                               .pixelColor(0, 0);
-    return mixed(average, ground, average.alphaF());
+// How much of the ground has to lie over the worst of the picture for text to be read on it.
+double veilOver(const QColor& worst, const QColor& ground, const QColor& text) {
+    constexpr double reserve = 0.4; // thin strokes are smoothed away in part
+    double share = 0;
+    while (share < 1 && Contrast::ratio(text, Contrast::mixed(ground, worst, share)) <
+                            Contrast::ofText + reserve)
+        share += 0.02;
+    return std::min(share, 1.0);
 }
 
-QPalette written(QPalette palette, const QColor& ground, const QColor& text) {
-    palette.setColor(QPalette::Window, ground);
-    palette.setColor(QPalette::WindowText, text);
-    return palette;
+// Lays that much of the ground over the picture, and says what is left of its worst.
+QColor veil(QImage& image, const QColor& ground, const QColor& text) {
+    const auto [darkest, lightest] = extremes(image);
+    const QColor worst =
+        Contrast::ratio(text, darkest) < Contrast::ratio(text, lightest) ? darkest : lightest;
+    const double share = veilOver(worst, ground, text);
+    QColor cover = ground;
+    cover.setAlphaF(static_cast<float>(share));
+    QPainter(&image).fillRect(image.rect(), cover);
+    return Contrast::mixed(ground, worst, share);
 }
 
-// A dark desktop writes in white, which cannot be read on a light picture, and the other way round.
-// Then labels are written in the opposite, and what the picture leaves free takes its colour; lists
-// have a ground of their own.
-void keepReadable(QWidget* widget, const QPixmap& pixmap) {
-    constexpr int readable = 110; // of 255 steps of grey between text and ground
-    const QPalette desktop = widget->palette();
-    const QColor ground = desktop.color(QPalette::Window);
-    const QColor picture = averageOf(pixmap, ground);
-    const int grey = qGray(picture.rgb());
-    if (std::abs(qGray(desktop.color(QPalette::WindowText).rgb()) - grey) >= readable)
-        return;
-    const QColor text = grey < 128 ? Qt::white : Qt::black;
-    QPalette palette = written(desktop, picture, text);
-    palette.setColor(QPalette::Disabled, QPalette::WindowText, mixed(text, picture, 0.5));
-    widget->setPalette(palette);
-    widget->setAutoFillBackground(true);
-    for (auto* list : widget->findChildren<QAbstractScrollArea*>())
-        list->setPalette(written(desktop, ground, desktop.color(QPalette::WindowText)));
+// The picture as it lies on the ground; what is transparent shows it.
+QImage laidOn(const QColor& ground, const QPixmap& picture) {
+    QImage result(picture.size(), QImage::Format_RGB32);
+    result.fill(ground);
+    QPainter(&result).drawPixmap(0, 0, picture);
+    return result;
 }
 
 } // namespace
 
 void Background::copyFrom(const ObjectRef& splashPicture, QWidget* widget) {
     const Variant picture = splashPicture.property(QStringLiteral("Picture"));
-    if (picture.isEmpty() || picture.isNull())
+    widget->setPalette(Contrast::readable(widget->palette()));
+    const QColor ground = widget->palette().color(QPalette::Window);
+    if (picture.isEmpty() || picture.isNull()) {
+        Contrast::giveTo(*widget, ground);
         return;
+    }
     QPixmap pixmap;
     if (!pixmap.loadFromData(picture.toBytes()))
         throw RunError::make(ErrorNumber::invalidPicture);
-    new Background(widget, pixmap);
-    keepReadable(widget, pixmap);
+    QImage image = laidOn(ground, pixmap);
+    const QColor behind = veil(image, ground, widget->palette().color(QPalette::WindowText));
+    new Background(widget, QPixmap::fromImage(image));
+    Contrast::giveTo(*widget, behind);
 }
 
 Background::Background(QWidget* widget, QPixmap picture)

@@ -10,13 +10,15 @@
 namespace tallyroom {
 
 // Draws a picture at the upper left corner of a widget, unscaled, as a form draws its background.
-// Owned by the widget.
+// Where text could not be read on the picture, the desktop's own ground lies over it as a veil,
+// just dense enough. Owned by the widget.
 class Background : public QObject {
     Q_OBJECT
 
 public:
     // Takes the `Picture` of the host's picture box (the bytes of an image file; none gives no
-    // background). Raises what the host raises, 481 when the bytes are no image.
+    // background), and gives the widget and its controls colours that are told apart on it. Raises
+    // what the host raises, 481 when the bytes are no image.
     static void copyFrom(const ObjectRef& splashPicture, QWidget* widget);
 
 protected:

@@ -11,7 +11,7 @@ inline constexpr const char* untilCorrected = "untilCorrected"; // a property of
 // window lives.
 inline void markWrong(QLineEdit* box) {
     box->setProperty(untilCorrected, false);
-    box->setStyleSheet(QStringLiteral("QLineEdit { background-color: #ff0000; }"));
+    box->setStyleSheet(QStringLiteral("QLineEdit { background-color: #ff0000; color: #000000; }"));
 }
 
 // Likewise, until markCorrected.
