@@ -39,6 +39,10 @@ QVariant TextTableModel::data(const QModelIndex& index, int role) const {
         return {};
     if (role == Qt::DisplayRole)
         return m_table.rows[static_cast<std::size_t>(index.row())].value(index.column());
+    if (role == Qt::AccessibleDescriptionRole)
+        return QStringLiteral("%1, row %2")
+            .arg(m_table.columns[static_cast<std::size_t>(index.column())].heading)
+            .arg(index.row() + 1);
     if (role == Qt::TextAlignmentRole)
         return placeOf(m_table.columns[static_cast<std::size_t>(index.column())].alignment);
     if (role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole)

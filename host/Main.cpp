@@ -1,6 +1,7 @@
 // The stand-in host's entry point.
 #include "common/Display.h"
 #include "common/RunError.h"
+#include "common/look/Contrast.h"
 #include "host/BoardRun.h"
 #include "host/Host.h"
 #include "host/HostMessages.h"
@@ -70,6 +71,12 @@ int askAndRun(Options options) {
     return exitSuccess;
 }
 
+void giveContrast() {
+    const QPalette palette = Contrast::readable(QApplication::palette());
+    QApplication::setPalette(palette);
+    QApplication::setStyle(new Contrast::Style(palette, palette.color(QPalette::Window)));
+}
+
 int run(const Options& options, int argc, char** argv) {
     if (!options.pictureFile.isEmpty())
         qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -79,6 +86,7 @@ int run(const Options& options, int argc, char** argv) {
         return exitNoDisplay;
     }
     const QApplication application(argc, argv);
+    giveContrast();
     QApplication::setApplicationName(QStringLiteral("Brightclock"));
     QApplication::setQuitOnLastWindowClosed(false);
     try {

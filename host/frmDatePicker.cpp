@@ -1,7 +1,10 @@
 #include "host/frmDatePicker.h"
 
+#include "common/look/Contrast.h"
 #include "common/look/WindowFit.h"
 #include "ui_frmDatePicker.h"
+
+#include <QTextCharFormat>
 
 namespace tallyroom::host {
 
@@ -9,6 +12,7 @@ frmDatePicker::frmDatePicker(QDate shown, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::frmDatePicker>()) {
     m_ui->setupUi(this);
     WindowFit::grow(*this);
+    prepareCalendar();
     m_ui->MonthView1->setSelectedDate(shown);
     m_ui->MonthView1->setFocus();
     connect(m_ui->MonthView1, &QCalendarWidget::activated, this, &QDialog::accept);
@@ -18,6 +22,24 @@ frmDatePicker::frmDatePicker(QDate shown, QWidget* parent)
 }
 
 frmDatePicker::~frmDatePicker() = default;
+
+// The arrows have no text that could be read out, and the red of a weekend none that can be seen on
+// every ground.
+void frmDatePicker::prepareCalendar() {
+    const std::pair<QString, QString> names[] = {
+        {QStringLiteral("qt_calendar_prevmonth"), QStringLiteral("Previous month")},
+        {QStringLiteral("qt_calendar_nextmonth"), QStringLiteral("Next month")},
+        {QStringLiteral("qt_calendar_yearedit"), QStringLiteral("Year")}};
+    for (const auto& [part, name] : names) {
+        if (auto* control = m_ui->MonthView1->findChild<QWidget*>(part))
+            control->setAccessibleName(name);
+    }
+    QTextCharFormat weekend;
+    weekend.setForeground(
+        Contrast::apartFrom(palette().color(QPalette::Base), Qt::red, Contrast::ofText));
+    m_ui->MonthView1->setWeekdayTextFormat(Qt::Saturday, weekend);
+    m_ui->MonthView1->setWeekdayTextFormat(Qt::Sunday, weekend);
+}
 
 QDate frmDatePicker::day() const {
     return m_ui->MonthView1->selectedDate();

@@ -22,6 +22,8 @@ public:
     QDate day() const;
 
 private:
+    void prepareCalendar();
+
     std::unique_ptr<Ui::frmDatePicker> m_ui;
 };
 

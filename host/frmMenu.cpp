@@ -1,6 +1,7 @@
 #include "host/frmMenu.h"
 
 #include "common/RunError.h"
+#include "common/look/Veil.h"
 #include "common/look/WindowFit.h"
 #include "host/HostMessages.h"
 #include "host/screens/frmOvertime.h"
@@ -19,7 +20,7 @@ namespace tallyroom::host {
 
 frmMenu::frmMenu(std::shared_ptr<Database> database, const HostData& hostData, const QImage& splash)
     : m_ui(std::make_unique<Ui::frmMenu>()), m_database(std::move(database)), m_data(hostData),
-      m_splash(QPixmap::fromImage(splash)) {
+      m_splash(QPixmap::fromImage(veiled(splash, palette()).picture)) {
     m_ui->setupUi(this);
     WindowFit::grow(*this);
     resize(size().boundedTo(WindowFit::room(*this)));

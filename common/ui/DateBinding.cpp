@@ -88,7 +88,7 @@ void DateBinding::bind(QLineEdit* box, QAbstractButton* pickerButton) {
     box->installEventFilter(this);
     box->setFixedWidth(widthOf(*box));
     pickerButton->setIcon(calendarIcon());
-    pickerButton->setAccessibleName(QStringLiteral("Pick a date"));
+    pickerButton->setAccessibleName(QStringLiteral("Pick a date: ") + box->accessibleName());
     pickerButton->setToolTip(pickerButton->accessibleName());
     m_connections.push_back(Events::connect(pickerButton, &QAbstractButton::clicked, m_window,
                                             [this, box] { pick(box); }));
