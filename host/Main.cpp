@@ -11,6 +11,7 @@
 #include "host/frmStart.h"
 
 #include <QApplication>
+#include <QTemporaryFile>
 #include <QTextStream>
 
 using namespace tallyroom;
@@ -71,6 +72,18 @@ int askAndRun(Options options) {
     return exitSuccess;
 }
 
+// The screen that the platform has of itself is smaller than the board.
+void useLargeScreen(QTemporaryFile& screens) {
+    QByteArray platform = "offscreen";
+    if (screens.open() && screens.write(R"({"screens":[{"name":"picture","x":0,"y":0,)"
+                                        R"("width":1920,"height":1080,"logicalDpi":96,)"
+                                        R"("logicalBaseDpi":96,"dpr":1}]})") > 0) {
+        screens.close();
+        platform += ":configfile=" + screens.fileName().toLocal8Bit();
+    }
+    qputenv("QT_QPA_PLATFORM", platform);
+}
+
 void giveContrast() {
     const QPalette palette = Contrast::readable(QApplication::palette());
     QApplication::setPalette(palette);
@@ -78,8 +91,9 @@ void giveContrast() {
 }
 
 int run(const Options& options, int argc, char** argv) {
+    QTemporaryFile screens;
     if (!options.pictureFile.isEmpty())
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+        useLargeScreen(screens);
     const bool namesPlatform = argumentTexts(argc, argv).contains(QStringLiteral("-platform"));
     if (!namesPlatform && !hasDisplay()) {
         printError(QStringLiteral("there is no display. --picture FILE needs none."));
