@@ -33,6 +33,14 @@ QColor edgeOn(const std::vector<QColor>& grounds, const QColor& text) {
     return text;
 }
 
+// A style that only stands before another has no name of its own.
+QString nameOfStyle() {
+    const QStyle* style = QApplication::style();
+    while (const auto* proxy = qobject_cast<const QProxyStyle*>(style))
+        style = proxy->baseStyle();
+    return style->name();
+}
+
 void drawFrame(QPainter& painter, const QRect& place, const QColor& color, int width) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing, false);
@@ -105,7 +113,7 @@ QPalette readable(QPalette palette) {
 }
 
 Style::Style(const QPalette& palette, const QColor& behind)
-    : QProxyStyle(QApplication::style()->name()),
+    : QProxyStyle(nameOfStyle()),
       m_edge(edgeOn({palette.color(QPalette::Window), palette.color(QPalette::Base),
                      palette.color(QPalette::Button), behind},
                     palette.color(QPalette::WindowText))) {}
