@@ -2,14 +2,13 @@
 
 #include "audit/frmTLYRAudit.h"
 #include "audit/frmUndo.h"
-#include "common/look/WindowFit.h"
+#include "canvass/BoardPlaces.h"
 #include "common/ui/Background.h"
 #include "common/ui/DateBinding.h"
 #include "common/ui/Events.h"
 #include "common/ui/ListObject.h"
 #include "common/ui/Messages.h"
 #include "common/ui/TableReport.h"
-#include "common/ui/Twips.h"
 #include "common/ui/WaitPointer.h"
 #include "ordering/frmTLYROrderList.h"
 #include "setup/Associations.h"
@@ -30,18 +29,6 @@ constexpr Qt::WindowFlags frameWithoutClose = Qt::Window | Qt::CustomizeWindowHi
                                               Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                                               Qt::WindowMinMaxButtonsHint;
 
-// What the controls below the grid need beside each other, and a grid of some rows above them.
-constexpr QSize leastInner(620, 300);
-
-// As much as the font asks for and the screen allows, but not less than the texts need.
-double growthWithin(QSize room) {
-    constexpr double leastShare = 0.75;
-    const double wanted = WindowFit::growth();
-    const double possible = std::min(double(room.width()) / leastInner.width(),
-                                     double(room.height()) / leastInner.height());
-    return std::clamp(possible, std::max(1.0, wanted * leastShare), wanted);
-}
-
 } // namespace
 
 Tallyroom::Tallyroom(const HostContext& context)
@@ -53,7 +40,7 @@ Tallyroom::Tallyroom(const HostContext& context)
     m_board = std::make_unique<CanvassBoard>(*this, *m_ui, m_context, *m_view, *m_order);
     m_answers = std::make_unique<AnswerMenu>(*this, *m_ui, m_context, *m_board);
     setWindowModality(Qt::ApplicationModal);
-    fitScreen();
+    m_places = std::make_unique<BoardPlaces>(*this, *m_ui);
     m_ui->centralwidget->installEventFilter(this);
     Events::connect(m_ui->Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
     Events::connect(m_ui->Command2, &QPushButton::clicked, this, [this] { Command2_Click(); });
@@ -170,36 +157,8 @@ bool Tallyroom::eventFilter(QObject* watched, QEvent* event) {
     return QMainWindow::eventFilter(watched, event);
 }
 
-// On a screen that has no room for the controls the board scrolls.
-void Tallyroom::fitScreen() {
-    const QSize room = WindowFit::room(*this);
-    const int bars = menuBar()->sizeHint().height() + statusBar()->sizeHint().height();
-    m_growth = growthWithin(room - QSize(0, bars));
-    WindowFit::growFonts(*m_ui->centralwidget, m_growth);
-    for (auto* control : m_ui->centralwidget->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
-        control->setGeometry(grown(control->x()), grown(control->y()), grown(control->width()),
-                             grown(control->height()));
-    m_ui->SSCommand2->setIconSize(m_ui->SSCommand2->iconSize() * m_growth);
-    m_ui->centralwidget->setMinimumSize(leastInner * m_growth);
-    QScrollArea* area = WindowFit::scrollArea(this);
-    area->setWidget(takeCentralWidget());
-    setCentralWidget(area);
-    resize((size() * WindowFit::growth()).boundedTo(room));
-}
-
 void Tallyroom::Form_Resize() {
-    const int width = m_ui->centralwidget->width();
-    const int height = m_ui->centralwidget->height();
-    const auto twips = [this](int measure) { return grown(pixels(measure)); };
-    m_ui->Grid->resize(width - twips(345), height - twips(2145));
-    m_ui->Command1->move(width - twips(1440), height - twips(1200));
-    m_ui->Command2->move(width - twips(2880), height - twips(1200));
-    for (QWidget* label : {m_ui->Label2, m_ui->Label3, m_ui->Label4})
-        label->move(label->x(), height - twips(1320));
-    for (QWidget* box : {m_ui->to_date, m_ui->Text1, m_ui->Text2})
-        box->move(box->x(), height - twips(1320) + m_ui->Label2->height());
-    m_ui->SSCommand2->move(m_ui->SSCommand2->x(), height - twips(1260));
-    m_ui->Label1->resize(width - 2 * m_ui->Label1->x(), m_ui->Label1->height());
+    m_places->resize();
 }
 
 void Tallyroom::Command1_Click() {

@@ -14,6 +14,7 @@ class Tallyroom;
 
 namespace tallyroom {
 
+class BoardPlaces;
 class DateBinding;
 class GridFill;
 
@@ -42,8 +43,6 @@ private:
     void Form_Activate();
     void Form_QueryUnload();
     void Form_Resize();
-    void fitScreen();
-    int grown(int pixels) const { return qRound(pixels * m_growth); }
     WindowMemory::Remembered remembered();
     void Command1_Click();
     void Command2_Click();
@@ -69,12 +68,12 @@ private:
 
     const HostContext& m_context;
     std::unique_ptr<Ui::Tallyroom> m_ui;
+    std::unique_ptr<BoardPlaces> m_places;
     std::unique_ptr<ViewMenu> m_view;
     std::unique_ptr<OrderMenu> m_order;
     std::unique_ptr<CanvassBoard> m_board;
     std::unique_ptr<AnswerMenu> m_answers;
     std::unique_ptr<DateBinding> m_dates; // while the window is loaded
-    double m_growth = 1;                  // of the designed measures, by the font
     QEventLoop m_loop;                    // runs while the window is shown
     bool m_closing = false;               // set by the only command that closes the window
 };
