@@ -73,8 +73,16 @@ Room roomInLine(const QLineEdit& box) {
     return {widthOf(box, box.text()), contents - margins};
 }
 
+// A line that gives way to others says in its tooltip what it had to leave out.
+bool isElided(const QLabel& label) {
+    return !label.text().isEmpty() && label.toolTip() == label.text();
+}
+
 Room roomFor(const QWidget& control) {
-    if (const auto* label = qobject_cast<const QLabel*>(&control))
+    const auto* label = qobject_cast<const QLabel*>(&control);
+    if (label && isElided(*label))
+        return {};
+    if (label)
         return label->wordWrap()
                    ? Room{label->heightForWidth(label->width()), label->height()}
                    : Room{label->text().isEmpty() ? 0 : label->sizeHint().width(), label->width()};
