@@ -69,13 +69,31 @@ void removeTransaction(Database& host, const QString& query) {
 Lines lines(const HostContext& context, bool breakOut) {
     const auto rows = openList(context);
     Lines result;
+    Date latest;
     for (; !rows->eof(); rows->moveNext()) {
-        if (const auto code = Readable::key(rows->field(QStringLiteral("emp_code"))))
-            result.texts.append(lineOf(*rows, *code, breakOut).text());
-        else
+        const auto code = Readable::key(rows->field(QStringLiteral("emp_code")));
+        if (!code) {
             ++result.unreadable;
+            continue;
+        }
+        const Variant recorded = Readable::date(rows->field(QStringLiteral("now")));
+        if (!recorded.isNull() && (result.latest < 0 || recorded.toDate() >= latest)) {
+            latest = recorded.toDate();
+            result.latest = static_cast<int>(result.texts.size());
+        }
+        result.texts.append(lineOf(*rows, *code, breakOut).text());
     }
     return result;
+}
+
+QString employeeName(const HostContext& context, const QString& line) {
+    const auto rows =
+        Workspace::openHostOptions(context.DataPath)
+            ->openRecordset(QStringLiteral("Select [emp_name] from [Employee] where "
+                                           "([emp_code] = ") +
+                                SqlText::literal(UndoLine::codeIn(line)) + QStringLiteral(");"),
+                            RecordsetType::Snapshot);
+    return rows->eof() ? QString() : Readable::text(rows->field(0));
 }
 
 void take(const HostContext& context, const QString& line, bool breakOut) {

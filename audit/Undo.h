@@ -17,9 +17,14 @@ namespace Undo {
 // an apostrophe.
 struct Lines {
     QStringList texts;
+    int latest = -1;    // the line of what was recorded last; −1 without any
     int unreadable = 0; // entries left out
 };
 Lines lines(const HostContext& context, bool breakOut);
+
+// The name of the employee whom a line shows, as the host has it; "" for one whom it does not have.
+// Raises what the database raises, and 3075 for a code with an apostrophe.
+QString employeeName(const HostContext& context, const QString& line);
 
 // Takes back the answer that a line shows: removes its audit entry and, if there still is one, one
 // transaction of that employee, day and number of minutes. Only entries that were recorded under

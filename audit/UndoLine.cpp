@@ -32,9 +32,13 @@ QString UndoLine::text() const {
     return line + gap + (minutes ? TimeConversion::toTimeText(*minutes) : QString());
 }
 
+QString UndoLine::codeIn(const QString& text) {
+    return text.mid(codeAt, codeWidth).trimmed();
+}
+
 UndoLine UndoLine::fromText(const QString& text, bool breakOut) {
     UndoLine line;
-    line.code = text.mid(codeAt, codeWidth).trimmed();
+    line.code = codeIn(text);
     line.date = Variant(text.mid(dateAt, dateWidth)).toDate();
     if (text.mid(actionAt, 1) != QLatin1String("A"))
         line.action = AuditAction::Declined;

@@ -19,6 +19,9 @@ struct UndoLine {
     // "E17         02/03/2020   Accepted 1.5   01:30", the rate in the broken-out view only.
     QString text() const;
 
+    // The code alone, whatever else the line lacks.
+    static QString codeIn(const QString& text);
+
     // Reads a line back. Raises 13 when it holds no date or no time in its place.
     static UndoLine fromText(const QString& text, bool breakOut);
 

@@ -15,6 +15,8 @@ frmUndo::frmUndo(const HostContext& context, std::function<bool()> breakOut, QWi
       m_ui(std::make_unique<Ui::frmUndo>()) {
     m_ui->setupUi(this);
     useFixedPitch(m_ui->List1);
+    Events::connect(m_ui->List1, &QListWidget::itemSelectionChanged, this,
+                    [this] { showEmployee(); });
     Events::connect(m_ui->Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
     Events::connect(m_ui->Command2, &QPushButton::clicked, this, [this] { Command2_Click(); });
 }
@@ -35,10 +37,21 @@ void frmUndo::Form_QueryUnload() {
                             WindowMemory::textOf(*this, {this}));
 }
 
-// The window has no place to say how many entries cannot be read.
+// The window has no place to say how many entries cannot be read. What was recorded last is what is
+// taken back most often, but it is for the user to choose it.
 void frmUndo::Update() {
+    const Undo::Lines lines = Undo::lines(m_context, m_breakOut());
     m_ui->List1->clear();
-    m_ui->List1->addItems(Undo::lines(m_context, m_breakOut()).texts);
+    m_ui->List1->addItems(lines.texts);
+    m_ui->List1->setCurrentRow(lines.latest, QItemSelectionModel::NoUpdate); // scrolls there
+}
+
+// The lines have codes only.
+void frmUndo::showEmployee() {
+    const QList<QListWidgetItem*> chosen = m_ui->List1->selectedItems();
+    m_ui->employeeName->clear();
+    if (!chosen.isEmpty())
+        m_ui->employeeName->setText(Undo::employeeName(m_context, chosen.constFirst()->text()));
 }
 
 // There is no question first, and any line may be taken back, in any order.

@@ -21,13 +21,14 @@ public:
     frmUndo(const HostContext& context, std::function<bool()> breakOut, QWidget* parent = nullptr);
     ~frmUndo() override;
 
-    void Update(); // fills the list
+    void Update(); // fills the list, in which nothing is selected then
 
 protected:
     void Form_Load() override;
     void Form_QueryUnload() override;
 
 private:
+    void showEmployee();
     void Command1_Click();
     void Command2_Click();
 

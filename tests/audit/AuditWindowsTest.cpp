@@ -1,4 +1,5 @@
 #include "audit/frmTLYRAudit.h"
+#include "audit/frmUndo.h"
 #include "common/DateParser.h"
 #include "tests/audit/AuditFolder.h"
 #include "tests/support/DialogScript.h"
@@ -8,6 +9,7 @@
 
 #include <QCheckBox>
 #include <QGuiApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTableView>
@@ -187,6 +189,35 @@ TEST_F(AuditWindowsTest, EachDateBoxHasItsPickerAndKeys) {
             EXPECT_EQ(box.text(), QStringLiteral("03/31/2020"));
         }
     });
+}
+
+// The list is in the order of days and codes, so that the latest line stands anywhere in it.
+TEST_F(AuditWindowsTest, UndoShowsTheLatestEntryAndTheChosenEmployee) {
+    for (int day = 1; day <= 31; ++day) {
+        folder.addAnswer(u"Ann", u"E1", 0, day, acceptedColumn, day);
+        folder.addAnswer(u"Ann", u"E2", 0, day, acceptedColumn, 2);
+    }
+    const HostContext context = host.context(folder.path());
+    frmUndo window(context, [] { return false; });
+    script.expectWindow(u"frmUndo", [](QWidget& undo) {
+        auto& list = child<QListWidget>(undo, u"List1");
+        const auto& name = child<QLabel>(undo, u"employeeName");
+        const auto expectLatest = [&](const QString& line) {
+            EXPECT_EQ(list.currentItem()->text(), line);
+            EXPECT_TRUE(list.viewport()->rect().contains(list.visualItemRect(list.currentItem())));
+            EXPECT_TRUE(list.selectedItems().isEmpty());
+            EXPECT_EQ(name.text(), QString());
+        };
+        expectLatest(QStringLiteral("E1          02/03/2020   Accepted   00:31"));
+        list.setCurrentRow(61);
+        EXPECT_EQ(name.text(), QStringLiteral("Name 2"));
+        list.setCurrentRow(30);
+        EXPECT_EQ(name.text(), QStringLiteral("Name 1"));
+        clickButton(undo, u"Command1");
+        expectLatest(QStringLiteral("E1          02/03/2020   Accepted   00:30"));
+        clickButton(undo, u"Command2");
+    });
+    window.showModally();
 }
 
 TEST_F(AuditWindowsTest, TheBrowserRemembersItsKindsButNoDates) {
