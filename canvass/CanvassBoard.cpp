@@ -6,6 +6,7 @@
 #include "canvass/CanvassTotals.h"
 #include "canvass/DerivedColumns.h"
 #include "canvass/QuickBuild.h"
+#include "canvass/ReportDetails.h"
 #include "canvass/SortExpression.h"
 #include "common/DateParser.h"
 #include "common/ui/Events.h"
@@ -281,6 +282,18 @@ bool CanvassBoard::rebuildQuietly() {
         return false;
     m_status.stale = false;
     return fill();
+}
+
+// The column may be hidden, and another user may have filled the table with other employees since.
+QString CanvassBoard::department() const {
+    QStringList codes;
+    for (int row = 1; row < m_ui.Grid->rows(); ++row)
+        codes.append(m_ui.Grid->text(row, 0));
+    try {
+        return sharedDepartment(*m_state.rows().openRecordset(), codes);
+    } catch (const RunError&) {
+        return {}; // the list itself can be printed
+    }
 }
 
 } // namespace tallyroom

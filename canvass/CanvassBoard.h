@@ -40,6 +40,9 @@ public:
     // Looks in the audit who has been asked for the canvass date, and marks their rows.
     void showAsked();
 
+    // The department of all who are shown; "" where there are several or it cannot be read.
+    QString department() const;
+
 private:
     void fillGrid(GridFill& grid, const std::function<void()>& unknownElement);
     void connectControls();

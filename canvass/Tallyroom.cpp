@@ -171,7 +171,9 @@ void Tallyroom::Command1_Click() {
 void Tallyroom::Command2_Click() {
     TableReport report(m_ui->Grid->table(), QStringLiteral("Canvassing Details"),
                        m_context.CurrentUser);
-    report.head.details = reportDetails();
+    const ReportDetails details = reportDetails(report.rowCount());
+    report.head.details = details.lines();
+    report.head.about = details.day();
     report.makeElastic(BoardColumns::headersOf(CellKind::Text));
     if (m_ui->mnuDateLine->isChecked())
         report.addLine(QStringLiteral("Date"), 24);
@@ -180,19 +182,21 @@ void Tallyroom::Command2_Click() {
     printReport(this, report);
 }
 
-// What a reader of the posted sheet has to know to make sense of the figures.
-QStringList Tallyroom::reportDetails() const {
-    const auto shown = [](Date day) { return Dates::format(day, QStringLiteral("mm/dd/yyyy")); };
-    const auto& period = m_board->period();
-    QStringList details;
-    details.append(QStringLiteral("Totalling Period: ") +
-                   (period ? QStringLiteral("%1 to %2").arg(shown(period->from), shown(period->to))
-                           : QStringLiteral("Indefinite")));
-    details.append(QStringLiteral("Total = ") + m_view->totalCaption());
-    if (m_ui->mnuMult->isChecked())
-        details.back() += QStringLiteral(" (OT hours multiplied by OT value)");
+// What a reader of the posted sheet has to know to make sense of the figures, and who signs it, of
+// what is signed.
+ReportDetails Tallyroom::reportDetails(int employees) const {
+    ReportDetails details;
+    details.period = m_board->period();
+    details.total = m_view->totalCaption();
+    details.multiplied = m_ui->mnuMult->isChecked();
     if (const auto ordering = m_order->inForce())
-        details.append(QStringLiteral("Order: ") + ordering->descr);
+        details.ordering = ordering->descr;
+    details.canvassDate = m_ui->to_date->text();
+    details.breakOut = m_ui->mnuBreakOut->isChecked();
+    details.amount = m_ui->Text1->text();
+    details.doubleAmount = m_ui->Text2->text();
+    details.department = m_board->department();
+    details.employees = employees;
     return details;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "canvass/AnswerMenu.h"
+#include "canvass/ReportDetails.h"
 #include "common/ui/WindowMemory.h"
 
 #include <QEventLoop>
@@ -64,7 +65,7 @@ private:
     void LoadOrderings();
     void firstRunSetup();
     void showBreakOut();
-    QStringList reportDetails() const;
+    ReportDetails reportDetails(int employees) const;
 
     const HostContext& m_context;
     std::unique_ptr<Ui::Tallyroom> m_ui;

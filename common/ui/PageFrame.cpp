@@ -28,6 +28,10 @@ QFont reportFont(bool bold, int pixels) {
     return font;
 }
 
+QString ReportFrame::documentName() const {
+    return title + Dates::format(about.value_or(printedAt), QStringLiteral(" yyyy-mm-dd"));
+}
+
 PageFrame::PageFrame(const ReportFrame& frame, QSizeF page, double point)
     : m_frame(frame), m_page(page), m_point(point), m_roomTop(lineHeight(titleSize) * 1.2) {
     for (const QString& detail : m_frame.details)

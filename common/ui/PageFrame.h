@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QString>
 #include <QStringList>
+#include <optional>
 
 namespace tallyroom {
 
@@ -16,6 +17,10 @@ struct ReportFrame {
     QStringList details; // lines under the title
     QString printedBy;
     Date printedAt;
+    std::optional<Date> about = {}; // the day that it is about, where there is one
+
+    // "Canvassing Details 2026-11-28": the title and that day, or else the day of printing.
+    QString documentName() const;
 };
 
 // The font of all that is printed.

@@ -64,7 +64,7 @@ public:
 
 private:
     void prepare() {
-        m_printer.setDocName(m_report.frame().title);
+        m_printer.setDocName(m_report.frame().documentName()); // the print dialog proposes it
         m_printer.setPageMargins(QMarginsF(margin, margin, margin, margin),
                                  QPageLayout::Millimeter);
         m_printer.setPageOrientation(m_report.orientation(m_printer.pageLayout()));

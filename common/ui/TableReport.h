@@ -20,6 +20,8 @@ public:
     // Adds a column with a line to be written on, in every row.
     void addLine(const QString& heading, double millimetres);
 
+    int rowCount() const { return static_cast<int>(m_table.rows.size()); }
+
     const ReportFrame& frame() const override { return head; }
     QPageLayout::Orientation orientation(const QPageLayout& paper) const override;
     std::unique_ptr<Pages> pages(QSizeF room, double point) const override;

@@ -84,25 +84,31 @@ TEST_F(TallyroomOptionsTest, WithoutTheirTableTheBoardStillOpensAndCloses) {
 
 TEST_F(TallyroomOptionsTest, ThePrintedReportIsTheGridWithItsLines) {
     folder.addHistory(u"E2", u"1/5/2020", 90, 30);
+    folder.execute(hostFile, u"Update [Employee] Set [emp_dept] = 'D1';");
     folder.setPeriod(u"1/1/2020", u"1/14/2020");
     show([&](QWidget& board) {
         for (const char16_t* entry :
-             {u"mnuBlank0", u"mnuTot_1", u"MnuOrder_2", u"mnuDateLine", u"mnuMult"})
+             {u"mnuBlank0", u"mnuTot_1", u"MnuOrder_2", u"mnuDateLine", u"mnuMult", u"mnuDept"})
             trigger(board, entry);
+        type(board, u"to_date", u"11/28/2026");
+        type(board, u"Text1", u"7.5");
         const QString file = printed.filePath(QStringLiteral("board.pdf"));
         expectPrinting(script, title, file);
         clickButton(board, u"Command2");
+        EXPECT_EQ(titleOf(file), QStringLiteral("Canvassing Details 2026-11-28"));
         const auto pages = readPages(file);
         ASSERT_EQ(pages.size(), 1U);
         const QString text = pages[0].text();
         for (const char* expected :
              {"Canvassing Details", "Totalling Period: 01/01/2020 to 01/14/2020",
               "Total = Worked + Declined (OT hours multiplied by OT value)", "Order: Down",
-              "by Ann", "Page 1 of 1", "E3 Name 3 D0 (555) 123-4567 01/03/2001 ____",
-              "E2 Name 2 D2 (555) 123-4567 01/02/2001 03:15 03:15 ____"})
-            EXPECT_TRUE(text.contains(QLatin1String(expected))) << expected << '\n'
-                                                                << text.toStdString();
-        EXPECT_LT(text.indexOf(QLatin1String("E3")), text.indexOf(QLatin1String("E2")));
+              "Canvass date: Sat 11/28/2026 \u00b7 7:30 "
+              "Department: D1 \u00b7 3 employees",
+              "by Ann", "Page 1 of 1", "E3 Name 3 (555) 123-4567 01/03/2001 ____",
+              "E2 Name 2 (555) 123-4567 01/02/2001 03:15 03:15 ____"})
+            EXPECT_TRUE(text.contains(QString::fromUtf8(expected))) << expected << '\n'
+                                                                    << text.toStdString();
+        EXPECT_LT(text.indexOf(QLatin1String("E3 Name")), text.indexOf(QLatin1String("E2 Name")));
         EXPECT_FALSE(text.contains(QLatin1String("00:00")));
         EXPECT_FALSE(text.contains(QLatin1String("Signature")));
     });

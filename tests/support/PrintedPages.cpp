@@ -74,6 +74,11 @@ std::vector<PrintedPage> readPages(const QString& pdf) {
     return pages;
 }
 
+QString titleOf(const QString& pdf) {
+    const std::unique_ptr<Poppler::Document> document = Poppler::Document::load(pdf);
+    return document ? document->title() : QString();
+}
+
 void printInto(QWidget& printDialog, const QString& file) {
     child<QLineEdit>(printDialog, QStringLiteral("filename")).setText(file);
     withText<QPushButton>(printDialog, QStringLiteral("&Print")).click();

@@ -25,6 +25,7 @@ struct PrintedPage {
 };
 
 std::vector<PrintedPage> readPages(const QString& pdf);
+QString titleOf(const QString& pdf); // under which the print dialog proposes to save it
 
 // Lets the script expect the question, the preview and the print dialog, which prints into `file`.
 void expectPrinting(DialogScript& script, const QString& title, const QString& file);

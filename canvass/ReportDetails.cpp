@@ -1,0 +1,91 @@
+#include "canvass/ReportDetails.h"
+
+#include "canvass/AnswerRecording.h"
+#include "common/AnswerKind.h"
+#include "common/DateParser.h"
+#include "common/Units.h"
+#include "store/Readable.h"
+
+#include <QHash>
+
+namespace tallyroom {
+
+namespace {
+
+const QString between = QStringLiteral(" \u00b7 ");
+
+QString shown(Date day, const char* picture = "mm/dd/yyyy") {
+    return Dates::format(day, QString::fromLatin1(picture));
+}
+
+// "7.5" is "7:30": who signs must not have to guess.
+QString hours(const QString& amount) {
+    const int minutes = TimeConversion::toMinutes(amount);
+    return QStringLiteral("%1:%2").arg(minutes / 60).arg(minutes % 60, 2, 10, QLatin1Char('0'));
+}
+
+QStringList offered(const ReportDetails& details) {
+    QStringList amounts;
+    const auto add = [&amounts](const QString& amount, Rate rate, bool isNamed) {
+        if (AnswerRecording::isValidAmount(amount))
+            amounts.append((isNamed ? rateName(rate) + QStringLiteral(": ") : QString()) +
+                           hours(amount));
+    };
+    add(details.amount, Rate::Half, details.breakOut);
+    if (details.breakOut)
+        add(details.doubleAmount, Rate::Double, true);
+    return amounts;
+}
+
+QString offerLine(const ReportDetails& details) {
+    QStringList parts = offered(details);
+    if (const auto day = details.day())
+        parts.prepend(QStringLiteral("Canvass date: ") + shown(*day, "ddd mm/dd/yyyy"));
+    else if (!parts.isEmpty())
+        parts.front().prepend(QStringLiteral("Overtime offered: "));
+    return parts.join(between);
+}
+
+QString employeesLine(const ReportDetails& details) {
+    const QString count = details.employees == 1
+                              ? QStringLiteral("1 employee")
+                              : QStringLiteral("%1 employees").arg(details.employees);
+    return details.department.isEmpty()
+               ? count
+               : QStringLiteral("Department: ") + details.department + between + count;
+}
+
+} // namespace
+
+std::optional<Date> ReportDetails::day() const {
+    return Dates::parse(canvassDate);
+}
+
+QStringList ReportDetails::lines() const {
+    QStringList lines;
+    lines.append(QStringLiteral("Totalling Period: ") +
+                 (period ? QStringLiteral("%1 to %2").arg(shown(period->from), shown(period->to))
+                         : QStringLiteral("Indefinite")));
+    lines.append(QStringLiteral("Total = ") + total);
+    if (multiplied)
+        lines.back() += QStringLiteral(" (OT hours multiplied by OT value)");
+    lines.append(ordering.isEmpty() ? QString() : QStringLiteral("Order: ") + ordering);
+    lines << offerLine(*this) << employeesLine(*this);
+    lines.removeAll(QString());
+    return lines;
+}
+
+QString sharedDepartment(Recordset& rows, const QStringList& codes) {
+    QHash<QString, QString> departments;
+    for (; !rows.eof(); rows.moveNext())
+        departments.insert(Readable::text(rows.field(QStringLiteral("emp_code"))),
+                           Readable::text(rows.field(QStringLiteral("emp_dept"))));
+    const QString first = departments.value(codes.value(0));
+    for (const QString& code : codes) {
+        if (departments.value(code) != first)
+            return {};
+    }
+    return first;
+}
+
+} // namespace tallyroom
