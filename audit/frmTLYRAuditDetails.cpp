@@ -47,6 +47,7 @@ void frmTLYRAuditDetails::Form_Load() {
         *this, {this},
         FormOptionsTable::read(m_context.DataPath, m_context.CurrentUser, objectName()));
     m_popup->hide();
+    m_ui->Grid->setSearchHeading(AuditEntries::headings().at(AuditEntries::Name));
     fillGrid();
 }
 

@@ -7,6 +7,7 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <algorithm>
 
 namespace tallyroom {
 
@@ -103,6 +104,16 @@ void Grid::selectOnly(int row) {
     setSelectionMode(QAbstractItemView::SingleSelection);
     selectRow(row);
     setSelectionMode(QAbstractItemView::ContiguousSelection);
+}
+
+void Grid::keyboardSearch(const QString& letters) {
+    const auto& headings = table().columns;
+    const auto found = std::ranges::find(headings, m_searchHeading, &TextTable::Column::heading);
+    if (found != headings.end() && currentIndex().isValid())
+        selectionModel()->setCurrentIndex(
+            currentIndex().siblingAtColumn(static_cast<int>(found - headings.begin())),
+            QItemSelectionModel::NoUpdate);
+    QTableView::keyboardSearch(letters);
 }
 
 void Grid::copySelected() const {

@@ -47,6 +47,11 @@ public:
     // Their table; without rows while nothing is selected or the grid has no data.
     TextTable selectedTable() const;
 
+    // Typed letters find rows by the column with this heading, wherever the current cell is; by the
+    // current column where there is none.
+    void setSearchHeading(const QString& heading) { m_searchHeading = heading; }
+    void keyboardSearch(const QString& letters) override;
+
 Q_SIGNALS:
     // The right mouse button was released over the grid, or the menu key or Shift+F10 pressed. What
     // the menu is to act on is selected by then: the row under the pointer unless it is in the
@@ -69,6 +74,7 @@ private:
 
     TextTableModel m_model{TextTableModel::Headings::Left};
     std::vector<int> m_widths;
+    QString m_searchHeading;
 };
 
 } // namespace tallyroom

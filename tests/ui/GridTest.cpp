@@ -128,6 +128,13 @@ TEST_F(GridTest, InputOfALongCommandIsDroppedAndTimersComeLater) {
     EXPECT_TRUE(grid.selectionModel()->hasSelection() && rang);
 }
 
+TEST_F(GridTest, LettersFindByTheHeadingWhateverCellIsCurrent) {
+    grid.setSearchHeading(QStringLiteral("Total"));
+    grid.setCurrentIndex(grid.model()->index(0, 0));
+    QTest::keyClicks(&grid, QStringLiteral("03"));
+    EXPECT_EQ(grid.selectedRows().first, 3);
+}
+
 // Letters that pull together or join, digits, signs, and scripts that are shaped.
 QString randomText(std::mt19937& random) {
     static const QString letters =
