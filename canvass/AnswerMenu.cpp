@@ -1,12 +1,15 @@
 #include "canvass/AnswerMenu.h"
 
 #include "canvass/BoardControls.h"
+#include "canvass/BoardKeys.h"
 #include "common/DateParser.h"
 #include "common/Units.h"
 #include "common/ui/Events.h"
 #include "common/ui/Messages.h"
 #include "common/ui/WaitPointer.h"
 #include "ui_Tallyroom.h"
+
+#include <QShortcut>
 
 namespace tallyroom {
 
@@ -20,6 +23,10 @@ AnswerMenu::AnswerMenu(QWidget& window, const Ui::Tallyroom& ui, const HostConte
     m_popup.addSeparator();
     add(m_ui.mnuAcceptWithComment, &AnswerMenu::mnuAcceptWithComment_Click);
     add(m_ui.mnuDeclineWithComment, &AnswerMenu::mnuDeclineWithComment_Click);
+    // They record, so that no slip of one finger may press them, nor of the finger that selects
+    // all.
+    addKeys(m_ui.mnuAccept, QStringLiteral("Ctrl+Shift+Y"));
+    addKeys(m_ui.mnuDecline, QStringLiteral("Ctrl+Shift+N"));
     Events::connect(m_ui.Grid, &Grid::popupRequested, &m_window,
                     [this](const QPoint& position) { Grid_MouseUp(position); });
 }
@@ -29,11 +36,45 @@ void AnswerMenu::add(QAction* entry, void (AnswerMenu::*handler)()) {
     Events::connect(entry, &QAction::triggered, &m_window, [this, handler] { (this->*handler)(); });
 }
 
-void AnswerMenu::Grid_MouseUp(const QPoint& globalPosition) {
-    const bool amounts = IsTime(m_ui.Text1->text()) &&
-                         (!m_ui.mnuBreakOut->isChecked() || IsTime(m_ui.Text2->text()));
-    m_ui.mnuAccept->setEnabled(amounts && Dates::isDate(m_ui.to_date->text()));
+// The entry only shows its keys: as long as the menu is closed it does not know whether it is
+// enabled. A key that is held down answers once.
+void AnswerMenu::addKeys(QAction* entry, const QString& keys) {
+    entry->setShortcut(QKeySequence(keys));
+    entry->setShortcutVisibleInContextMenu(true);
+    auto* shortcut = new QShortcut(entry->shortcut(), &m_window);
+    shortcut->setAutoRepeat(false);
+    Events::connect(shortcut, &QShortcut::activated, &m_window,
+                    [this, entry] { answerByKey(*entry); });
+}
+
+void AnswerMenu::answerByKey(QAction& entry) {
+    enableEntries();
+    if (const QString why = hindrance(); !why.isEmpty())
+        BoardKeys::tell(m_ui, QStringLiteral("Nothing was recorded: ") + why);
+    else
+        entry.trigger();
+}
+
+QString AnswerMenu::hindrance() const {
+    if (m_ui.Grid->selectedRows().first == 0)
+        return QStringLiteral("nobody is selected");
+    if (!areAmountsValid())
+        return QStringLiteral("the overtime is no time such as 7:30 or 7.5");
+    return m_ui.mnuAccept->isEnabled() ? QString() : QStringLiteral("the date is none");
+}
+
+bool AnswerMenu::areAmountsValid() const {
+    return IsTime(m_ui.Text1->text()) &&
+           (!m_ui.mnuBreakOut->isChecked() || IsTime(m_ui.Text2->text()));
+}
+
+void AnswerMenu::enableEntries() {
+    m_ui.mnuAccept->setEnabled(areAmountsValid() && Dates::isDate(m_ui.to_date->text()));
     m_ui.mnuDecline->setEnabled(m_ui.mnuAccept->isEnabled());
+}
+
+void AnswerMenu::Grid_MouseUp(const QPoint& globalPosition) {
+    enableEntries();
     m_popup.popup(globalPosition);
 }
 
@@ -73,6 +114,7 @@ void AnswerMenu::RecordAnswer(bool accept, bool decline, const QString& comment)
     request.comment = comment;
     m_board.record(request);
     WaitPointer::hide();
+    m_ui.Grid->setFocus(); // where the next employee is
 }
 
 // What the controls say; the answer itself is the command's.

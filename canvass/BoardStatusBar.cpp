@@ -24,6 +24,7 @@ BoardStatusBar::BoardStatusBar(QStatusBar& bar)
 }
 
 void BoardStatusBar::show(const QString& news, const QString& figures) {
+    m_bar.clearMessage(); // which lies over the news
     m_news->setLine(news);
     m_figures->setLine(figures);
 }

@@ -2,6 +2,7 @@
 
 #include "audit/frmTLYRAudit.h"
 #include "audit/frmUndo.h"
+#include "canvass/BoardKeys.h"
 #include "canvass/BoardPlaces.h"
 #include "common/ui/Background.h"
 #include "common/ui/DateBinding.h"
@@ -46,6 +47,7 @@ Tallyroom::Tallyroom(const HostContext& context)
     Events::connect(m_ui->Command2, &QPushButton::clicked, this, [this] { Command2_Click(); });
     connectMenus();
     connectShortcuts();
+    BoardKeys::connect(*this, *m_ui);
 }
 
 Tallyroom::~Tallyroom() = default;
@@ -65,7 +67,6 @@ void Tallyroom::connectMenus() {
     for (const auto& [action, handler] : handlers)
         Events::connect(action, &QAction::triggered, this,
                         [this, handler = handler] { (this->*handler)(); });
-    m_ui->mnuRefresh->setShortcut(QKeySequence::Refresh);
 }
 
 void Tallyroom::connectShortcuts() {

@@ -4,10 +4,13 @@
 #include "common/ui/Messages.h"
 #include "common/ui/WaitPointer.h"
 
+#include <QAction>
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
+#include <QToolButton>
 #include <algorithm>
 
 namespace tallyroom {
@@ -42,6 +45,30 @@ std::vector<int> sheets(const QPrinter& printer, int count) {
     return all;
 }
 
+// The toolkit's preview is worked by the mouse alone: its buttons take no focus, and its commands
+// have no keys. They are known by their texts, in the toolkit's own translation.
+void makeUsableByKeys(QPrintPreviewDialog& preview) {
+    for (auto* button : preview.findChildren<QToolButton*>())
+        button->setFocusPolicy(Qt::StrongFocus);
+    const std::pair<const char*, QKeySequence> keys[] = {
+        {"Print", QKeySequence::Print},
+        {"Page setup", QKeySequence(QStringLiteral("Ctrl+Shift+P"))},
+        {"Next page", QKeySequence(QStringLiteral("Ctrl+PgDown"))},
+        {"Previous page", QKeySequence(QStringLiteral("Ctrl+PgUp"))},
+        {"Zoom in", QKeySequence::ZoomIn},
+        {"Zoom out", QKeySequence::ZoomOut}};
+    for (const auto& [text, sequence] : keys) {
+        const QString shown = QCoreApplication::translate("QPrintPreviewDialog", text);
+        for (auto* action : preview.findChildren<QAction*>()) {
+            if (action->text() == shown) {
+                action->setShortcut(sequence);
+                action->setToolTip(QStringLiteral("%1 (%2)").arg(
+                    shown, sequence.toString(QKeySequence::NativeText)));
+            }
+        }
+    }
+}
+
 class Printing {
 public:
     explicit Printing(const PageSource& report) : m_report(report) {}
@@ -52,6 +79,7 @@ public:
         preview.setObjectName(QStringLiteral("ReportPreview"));
         preview.setWindowTitle(m_report.frame().title);
         preview.resize(parent->window()->size());
+        makeUsableByKeys(preview);
         Events::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview,
                         [this](QPrinter* printer) { paint(*printer); });
         const bool printed = preview.exec() == QDialog::Accepted;

@@ -6,6 +6,7 @@
 #include <QHeaderView>
 #include <QListWidget>
 #include <QMenu>
+#include <QStatusBar>
 #include <QTest>
 #include <SQLiteCpp/SQLiteCpp.h>
 
@@ -278,6 +279,41 @@ TEST_F(TallyroomAnswersTest, TheOrderFollowsTheNewFigures) {
         EXPECT_TRUE(lines(board).last().startsWith(QStringLiteral("E1|")));
         EXPECT_TRUE(lines(board).last().endsWith(QStringLiteral("07:30")));
         EXPECT_FALSE(grid(board).selectionModel()->hasSelection());
+    });
+}
+
+// Keys record only what the pop-up would have recorded at that moment, and say why not.
+TEST_F(TallyroomAnswersTest, KeysAnswerWhereThePopupWould) {
+    show([&](QWidget& board) {
+        board.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&board));
+        const auto key = [&board](int letter) {
+            QTest::keyClick(&board, static_cast<Qt::Key>(letter),
+                            Qt::ControlModifier | Qt::ShiftModifier);
+            return child<QStatusBar>(board, u"StatusBar1").currentMessage();
+        };
+        const QString none = QStringLiteral("Nothing was recorded: ");
+        type(board, u"Text1", u"1:00");
+        EXPECT_EQ(key(Qt::Key_Y), none + QStringLiteral("nobody is selected"));
+        select(board, 2, 2);
+        type(board, u"Text1", u"8");
+        EXPECT_EQ(key(Qt::Key_Y),
+                  none + QStringLiteral("the overtime is no time such as 7:30 or 7.5"));
+        type(board, u"Text1", u"8:00");
+        type(board, u"to_date", u"13/45/2008");
+        EXPECT_EQ(key(Qt::Key_N), none + QStringLiteral("the date is none"));
+        EXPECT_TRUE(audit().isEmpty());
+        type(board, u"to_date", u"1/2/2020");
+        child<QWidget>(board, u"Text1").setFocus();
+        key(Qt::Key_Y);
+        EXPECT_TRUE(grid(board).hasFocus());
+        QTest::keyClick(&grid(board), Qt::Key_Down);
+        key(Qt::Key_N);
+        EXPECT_EQ(audit(), QStringList({QStringLiteral("E2|0|480|tlyrAccepted"),
+                                        QStringLiteral("E3|1|480|tlyrDeclined")}));
+        QTest::keyClick(&board, Qt::Key_F10);
+        EXPECT_TRUE(child<QMenu>(board, u"mnuSetup").isVisible());
+        child<QMenu>(board, u"mnuSetup").close();
     });
 }
 
