@@ -30,6 +30,7 @@ frmMenu::frmMenu(std::shared_ptr<Database> database, const HostData& hostData, c
 frmMenu::~frmMenu() = default;
 
 void frmMenu::describe(const QString& dataFolder, const QString& user) {
+    m_dataFolder = dataFolder;
     m_ui->DataFolder->setText(dataFolder);
     auto* summary = new QLabel(QStringLiteral("%1 employees     User: %2")
                                    .arg(m_data.employees.size())
@@ -74,20 +75,27 @@ void frmMenu::ttedit_click() {
     frmTransactions(*m_database, m_data, QApplication::activeWindow()).exec();
 }
 
+void frmMenu::showSchedule(ScheduleSpan span) {
+    frmSchedule(*m_database, m_data, span, canvassPeriod(m_dataFolder),
+                QApplication::activeWindow())
+        .exec();
+}
+
 void frmMenu::mnupms_click() {
-    frmSchedule(*m_database, m_data, ScheduleSpan::Day, QApplication::activeWindow()).exec();
+    showSchedule(ScheduleSpan::Day);
 }
 
 void frmMenu::mnuchangesched_click() {
-    frmSchedule(*m_database, m_data, ScheduleSpan::Week, QApplication::activeWindow()).exec();
+    showSchedule(ScheduleSpan::Week);
 }
 
 void frmMenu::mnuemployeesch_click() {
-    frmSchedule(*m_database, m_data, ScheduleSpan::Month, QApplication::activeWindow()).exec();
+    showSchedule(ScheduleSpan::Month);
 }
 
 void frmMenu::mnu_ot_anal_click() {
-    frmOvertime(*m_database, m_data, QApplication::activeWindow()).exec();
+    frmOvertime(*m_database, m_data, canvassPeriod(m_dataFolder), QApplication::activeWindow())
+        .exec();
 }
 
 // The picture covers the window and keeps its lower right corner, where the clock is.

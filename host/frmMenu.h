@@ -4,6 +4,7 @@
 #include "common/Objects.h"
 #include "host/AddInEntries.h"
 #include "host/HostData.h"
+#include "host/screens/ScheduleTable.h"
 
 #include <QImage>
 #include <QMainWindow>
@@ -45,10 +46,12 @@ protected:
 
 private:
     void connectMenus();
+    void showSchedule(ScheduleSpan span);
 
     std::unique_ptr<Ui::frmMenu> m_ui;
     std::shared_ptr<Database> m_database;
     const HostData& m_data;
+    QString m_dataFolder;
     QPixmap m_splash;
 };
 

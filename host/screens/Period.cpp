@@ -1,25 +1,52 @@
 #include "host/screens/Period.h"
 
 #include "common/Format.h"
+#include "common/RunError.h"
+#include "store/Readable.h"
 #include "store/SqlText.h"
+#include "store/Workspace.h"
 
 #include <algorithm>
 
 namespace tallyroom::host {
 
-QDate lastRecordedDay(Database& database, const HostData& data) {
-    constexpr std::size_t sampleSize = 20;
-    QDate last;
-    for (std::size_t at = 0; at < std::min(sampleSize, data.employees.size()); ++at) {
-        const auto rows = database.openRecordset(
-            QStringLiteral("Select Max([shift_date]) from [TimeHistory] where [thist_emp] = '%1';")
-                .arg(SqlText::escaped(data.employees[at].code)),
-            RecordsetType::Snapshot);
-        const Variant day = rows->field(0);
-        if (day.type() == Variant::Type::Date) // no date comes back as what it is
-            last = std::max(last, Dates::toQDateTime(day.toDate()).date());
+namespace {
+
+std::optional<QDate> dayIn(const Recordset& rows, const QString& field) {
+    const Variant date = Readable::date(rows.field(field));
+    return date.isNull() ? std::nullopt : std::optional(Dates::toQDateTime(date.toDate()).date());
+}
+
+} // namespace
+
+QDate lastRecordedDay(Database& database) {
+    // The index of the table begins with the employee: this reads the last entry of each.
+    const auto rows = database.openRecordset(
+        QStringLiteral("Select Max((Select Max([shift_date]) from [TimeHistory] where [thist_emp] "
+                       "= [emp_code])) as [last] from [Employee];"),
+        RecordsetType::Snapshot);
+    return dayIn(*rows, QStringLiteral("last")).value_or(QDate::currentDate());
+}
+
+// The table is the add-in's; a host that has none yet goes by what was recorded.
+std::optional<Period> canvassPeriod(const QString& dataFolder) {
+    try {
+        const auto rows = Workspace::openAddIn(dataFolder, WhenInUse::Fail)
+                              ->openRecordset(QStringLiteral("Select * from [tlyr_period];"),
+                                              RecordsetType::Snapshot);
+        if (rows->eof())
+            return std::nullopt;
+        const auto from = dayIn(*rows, QStringLiteral("from_date"));
+        const auto to = dayIn(*rows, QStringLiteral("to_date"));
+        return from && to ? std::optional(Period{*from, *to}) : std::nullopt;
+    } catch (const RunError&) {
+        return std::nullopt;
     }
-    return last.isValid() ? last : QDate::currentDate();
+}
+
+QDate nearestDay(const Period& period, QDate day) {
+    const auto [first, last] = std::minmax(period.from, period.to);
+    return std::clamp(day, first, last);
 }
 
 QString periodCondition(const QString& column, const Period& period) {

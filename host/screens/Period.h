@@ -4,6 +4,7 @@
 #include "host/HostData.h"
 
 #include <QDate>
+#include <optional>
 
 namespace tallyroom::host {
 
@@ -12,8 +13,15 @@ struct Period {
     QDate to;
 };
 
-// The last day on which anything was recorded, as a sample of employees has it; today without one.
-QDate lastRecordedDay(Database& database, const HostData& data);
+// The last day on which anything was recorded of an employee; today without one.
+QDate lastRecordedDay(Database& database);
+
+// The period over which the board of this data folder totals, where one is defined that can be
+// read; else nothing.
+std::optional<Period> canvassPeriod(const QString& dataFolder);
+
+// Whichever day of the period is closest to a day.
+QDate nearestDay(const Period& period, QDate day);
 
 // The condition that a date column lies in the period, which is written the right way round.
 QString periodCondition(const QString& column, const Period& period);

@@ -7,15 +7,24 @@
 
 namespace tallyroom::host {
 
-frmOvertime::frmOvertime(Database& database, const HostData& hostData, QWidget* parent)
+namespace {
+
+Period fortnightTo(QDate last) {
+    return {last.addDays(-13), last};
+}
+
+} // namespace
+
+frmOvertime::frmOvertime(Database& database, const HostData& hostData,
+                         const std::optional<Period>& canvass, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::frmOvertime>()), m_database(database),
       m_data(hostData) {
     m_ui->setupUi(this);
     WindowFit::grow(*this);
     m_ui->Grid->setModel(&m_model);
-    const QDate last = lastRecordedDay(database, hostData);
-    m_ui->FromDate->setDate(last.addDays(-13));
-    m_ui->ToDate->setDate(last);
+    const Period shown = canvass ? *canvass : fortnightTo(lastRecordedDay(database));
+    m_ui->FromDate->setDate(shown.from);
+    m_ui->ToDate->setDate(shown.to);
     refresh();
     const auto refreshSafely = [this] { runCommand(this, [this] { refresh(); }); };
     connect(m_ui->ByDepartment, &QRadioButton::toggled, this, refreshSafely);

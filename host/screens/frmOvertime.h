@@ -17,8 +17,11 @@ class frmOvertime : public QDialog {
     Q_OBJECT
 
 public:
-    // Both must outlive the window. Raises what reading the data raises.
-    frmOvertime(Database& database, const HostData& hostData, QWidget* parent);
+    // Opens on the canvass period, without one on the last two weeks in which anything was
+    // recorded. The database and the data must outlive the window. Raises what reading the data
+    // raises.
+    frmOvertime(Database& database, const HostData& hostData, const std::optional<Period>& canvass,
+                QWidget* parent);
     ~frmOvertime() override;
 
 private:

@@ -22,14 +22,15 @@ QString title(ScheduleSpan span) {
 } // namespace
 
 frmSchedule::frmSchedule(Database& database, const HostData& hostData, ScheduleSpan span,
-                         QWidget* parent)
+                         const std::optional<Period>& canvass, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::frmSchedule>()), m_database(database),
       m_data(hostData), m_span(span) {
     m_ui->setupUi(this);
     WindowFit::grow(*this);
     setWindowTitle(title(span));
     m_ui->Grid->setModel(&m_model);
-    m_ui->Day->setDate(lastRecordedDay(database, hostData));
+    m_ui->Day->setDate(canvass ? nearestDay(*canvass, QDate::currentDate())
+                               : lastRecordedDay(database));
     refresh();
     connectControls();
     WindowFit::fit(*this);

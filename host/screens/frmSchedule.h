@@ -17,8 +17,11 @@ class frmSchedule : public QDialog {
     Q_OBJECT
 
 public:
-    // Both must outlive the window. Raises what reading the data raises.
-    frmSchedule(Database& database, const HostData& hostData, ScheduleSpan span, QWidget* parent);
+    // Opens on today or the day of the canvass period that is closest to it, without a period on
+    // the last day on which anything was recorded. The database and the data must outlive the
+    // window. Raises what reading the data raises.
+    frmSchedule(Database& database, const HostData& hostData, ScheduleSpan span,
+                const std::optional<Period>& canvass, QWidget* parent);
     ~frmSchedule() override;
 
 private:

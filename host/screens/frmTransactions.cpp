@@ -31,7 +31,7 @@ void frmTransactions::setUpChoices() {
         m_ui->Employee->addItem(employee.code + QStringLiteral("  ") + employee.name,
                                 employee.code);
     m_ui->Employee->setCurrentIndex(m_data.employees.empty() ? 0 : 1);
-    const QDate last = lastRecordedDay(m_database, m_data);
+    const QDate last = lastRecordedDay(m_database);
     m_ui->FromDate->setDate(last.addDays(-27));
     m_ui->ToDate->setDate(last);
 }

@@ -64,7 +64,36 @@ TEST_F(ScreenTablesTest, TransactionsAreThoseOfTheEmployeeAndThePeriod) {
     EXPECT_EQ(transactionTable(*m_database, m_data, QString(), m_march).rows.size(), 4U);
     EXPECT_TRUE(
         transactionTable(*m_database, m_data, QStringLiteral("it's"), m_march).rows.empty());
-    EXPECT_EQ(lastRecordedDay(*m_database, m_data), QDate(2024, 4, 1));
+    EXPECT_EQ(lastRecordedDay(*m_database), QDate(2024, 4, 1));
+}
+
+TEST_F(ScreenTablesTest, TheLastDayIsThatOfAllEmployees) {
+    for (int number = 10; number < 60; ++number)
+        add(QStringLiteral("Insert Into [Employee] ([emp_code]) Values ('%1');").arg(number));
+    addDay(QStringLiteral("'59', #5/1/2024#, 'TR', 0, 0, NULL, NULL"));
+    addDay(QStringLiteral("'nobody', #6/1/2024#, 'TR', 0, 0, NULL, NULL"));
+    EXPECT_EQ(lastRecordedDay(*m_database), QDate(2024, 5, 1));
+}
+
+TEST_F(ScreenTablesTest, TheCanvassPeriodIsThatOfTheAddInWhereItCanBeRead) {
+    const auto addIn = m_folder.open(QStringLiteral("aidb01.mdb"));
+    const auto shown = [&](const char* values) {
+        addIn->execute(QStringLiteral("Delete * from [tlyr_period];"));
+        if (*values)
+            addIn->execute(QStringLiteral("Insert Into [tlyr_period] ([from_date], [to_date]) "
+                                          "Values (%1);")
+                               .arg(QString::fromLatin1(values)));
+        const auto period = canvassPeriod(m_folder.path());
+        return period ? shownDay(period->from) + shownDay(period->to) : QString();
+    };
+    EXPECT_EQ(shown("#3/1/2024#, #3/9/2024#"), QStringLiteral("03/01/202403/09/2024"));
+    for (const char* undefined : {"", "#3/1/2024#, NULL"})
+        EXPECT_EQ(shown(undefined), QString());
+    addIn->execute(QStringLiteral("Drop Table [tlyr_period];"));
+    EXPECT_FALSE(canvassPeriod(m_folder.path()));
+    EXPECT_EQ(nearestDay(m_march, QDate(2024, 2, 1)), m_march.from);
+    EXPECT_EQ(nearestDay({m_march.to, m_march.from}, QDate(2024, 3, 5)), QDate(2024, 3, 5));
+    EXPECT_EQ(nearestDay(m_march, QDate(2025, 1, 1)), m_march.to);
 }
 
 TEST_F(ScreenTablesTest, ScheduleHasAColumnForEachDayOfItsSpan) {
