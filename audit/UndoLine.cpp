@@ -43,7 +43,7 @@ UndoLine UndoLine::fromText(const QString& text, bool breakOut) {
     if (text.mid(actionAt, 1) != QLatin1String("A"))
         line.action = AuditAction::Declined;
     if (breakOut)
-        line.rate = text.mid(rateAt, 1) == QLatin1String("2") ? Rate::Double : Rate::Half;
+        line.rate = text.mid(rateAt, 1) == QLatin1String("2") ? Rate::Double : Rate::OneAndAHalf;
     const QString time = text.mid(text.lastIndexOf(QLatin1Char(' ')) + 1);
     if (time.isEmpty()) // would read as no minutes, which others may have
         throw RunError::make(ErrorNumber::typeMismatch);

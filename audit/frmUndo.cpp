@@ -1,6 +1,7 @@
 #include "audit/frmUndo.h"
 
 #include "audit/Undo.h"
+#include "common/RunError.h"
 #include "common/ui/Background.h"
 #include "common/ui/Events.h"
 #include "common/ui/FixedPitch.h"
@@ -46,12 +47,17 @@ void frmUndo::Update() {
     m_ui->List1->setCurrentRow(lines.latest, QItemSelectionModel::NoUpdate); // scrolls there
 }
 
-// The lines have codes only.
+// The lines have codes only. A name that cannot be had is left out in silence: it is no part of
+// what is taken back.
 void frmUndo::showEmployee() {
     const QList<QListWidgetItem*> chosen = m_ui->List1->selectedItems();
     m_ui->employeeName->clear();
-    if (!chosen.isEmpty())
+    if (chosen.isEmpty())
+        return;
+    try {
         m_ui->employeeName->setText(Undo::employeeName(m_context, chosen.constFirst()->text()));
+    } catch (const RunError&) {
+    }
 }
 
 // There is no question first, and any line may be taken back, in any order.

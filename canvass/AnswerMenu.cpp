@@ -125,8 +125,7 @@ AnswerRequest AnswerMenu::answerRequest() const {
     request.amount = m_ui.Text1->text();
     request.doubleAmount = m_ui.Text2->text();
     request.canvassDate = m_ui.to_date->text();
-    // The department is read from the heading row, whichever employee answers; hosts' histories
-    // have always had that text there.
+    // The department is read from the heading row, whichever employee answers, on purpose.
     request.department = m_ui.Grid->text(0, 2);
     request.user = m_context.CurrentUser;
     request.employees = BoardControls::selectedEmployees(m_ui);

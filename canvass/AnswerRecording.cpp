@@ -62,7 +62,7 @@ private:
                                              std::pair(m_request.decline, AuditAction::Declined)}) {
             if (!wanted || !m_lines.empty())
                 continue;
-            addLine(answerKind(action, Rate::Half), m_request.amount);
+            addLine(answerKind(action, Rate::OneAndAHalf), m_request.amount);
             if (m_request.breakOut)
                 addLine(answerKind(action, Rate::Double), m_request.doubleAmount);
         }

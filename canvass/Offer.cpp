@@ -41,7 +41,7 @@ QString doubtAbout(const QStringList& amounts) {
 
 QStringList aboutAmounts(const Offer& offer) {
     QStringList typed{offer.amount};
-    QStringList said{hindranceOf(offer.amount, offer.breakOut ? rateName(Rate::Half)
+    QStringList said{hindranceOf(offer.amount, offer.breakOut ? rateName(Rate::OneAndAHalf)
                                                               : QStringLiteral("Overtime"))};
     if (offer.breakOut) {
         typed.append(offer.doubleAmount);

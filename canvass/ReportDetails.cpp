@@ -31,7 +31,7 @@ QStringList offered(const ReportDetails& details) {
             amounts.append((isNamed ? rateName(rate) + QStringLiteral(": ") : QString()) +
                            hours(amount));
     };
-    add(details.amount, Rate::Half, details.breakOut);
+    add(details.amount, Rate::OneAndAHalf, details.breakOut);
     if (details.breakOut)
         add(details.doubleAmount, Rate::Double, true);
     return amounts;

@@ -13,7 +13,7 @@ QString rateName(Rate rate) {
 }
 
 Rate rateOf(const QString& historyColumn) {
-    return historyColumn.endsWith(QLatin1Char('2')) ? Rate::Double : Rate::Half;
+    return historyColumn.endsWith(QLatin1Char('2')) ? Rate::Double : Rate::OneAndAHalf;
 }
 
 } // namespace tallyroom

@@ -11,7 +11,7 @@ enum class AuditAction { Accepted = 0, Declined = 1, Deleted = 2 };
 QString actionName(AuditAction action); // "Accepted", "Declined", "Deleted"
 
 // What an hour of overtime counts: time and a half, or double time.
-enum class Rate { Half, Double };
+enum class Rate { OneAndAHalf, Double };
 
 constexpr double factorOf(Rate rate) {
     return rate == Rate::Double ? 2 : 1.5;
@@ -27,14 +27,15 @@ struct AnswerKind {
     AuditAction action;
     Rate rate;
 
-    const char16_t* weighed() const { return board + 1; } // what `board` counts at its rate
+    // The column of tlyrTemp that counts the same minutes at their rate: named without the "x".
+    const char16_t* weighed() const { return board + 1; }
 };
 
 // In the order of the history's columns. Where rates are not told apart, all is time and a half.
 inline constexpr AnswerKind answerKinds[] = {
-    {u"Accepted", u"tlyrAccepted", u"xT15Accepted", AuditAction::Accepted, Rate::Half},
+    {u"Accepted", u"tlyrAccepted", u"xT15Accepted", AuditAction::Accepted, Rate::OneAndAHalf},
     {u"Accepted2", u"tlyrAccepted2", u"xT20Accepted", AuditAction::Accepted, Rate::Double},
-    {u"Declined", u"tlyrDeclined", u"xT15Declined", AuditAction::Declined, Rate::Half},
+    {u"Declined", u"tlyrDeclined", u"xT15Declined", AuditAction::Declined, Rate::OneAndAHalf},
     {u"Declined2", u"tlyrDeclined2", u"xT20Declined", AuditAction::Declined, Rate::Double},
 };
 

@@ -11,8 +11,8 @@
 namespace tallyroom::Associations {
 
 // Accepted and declined, then the same two for double time: the order of the windows' lists.
-inline constexpr std::array kinds = {&answerKind(AuditAction::Accepted, Rate::Half),
-                                     &answerKind(AuditAction::Declined, Rate::Half),
+inline constexpr std::array kinds = {&answerKind(AuditAction::Accepted, Rate::OneAndAHalf),
+                                     &answerKind(AuditAction::Declined, Rate::OneAndAHalf),
                                      &answerKind(AuditAction::Accepted, Rate::Double),
                                      &answerKind(AuditAction::Declined, Rate::Double)};
 // One for each kind. A Null is a code that is not set up.

@@ -192,7 +192,7 @@ const AnswerKind& makeKind(QRandomGenerator& random) {
     const bool isDouble = share >= 80;
     const bool declined = isDouble ? share >= 90 : share >= 45;
     return answerKind(declined ? AuditAction::Declined : AuditAction::Accepted,
-                      isDouble ? Rate::Double : Rate::Half);
+                      isDouble ? Rate::Double : Rate::OneAndAHalf);
 }
 
 DemoAnswer makeAnswer(const DemoPerson& person, const DemoSettings& settings,
