@@ -237,7 +237,9 @@ public:
         m_call();
         return m_real->openRecordset(sql, type);
     }
-    bool keepsWhatIsWritten(const Schema::Table& table) override { return m_real->keepsWhatIsWritten(table); }
+    bool keepsWhatIsWritten(const Schema::Table& table) override {
+        return m_real->keepsWhatIsWritten(table);
+    }
     void replaceRows(const QString& table, const QStringList& columns,
                      const std::vector<Row>& rows) override {
         m_real->replaceRows(table, columns, rows);
