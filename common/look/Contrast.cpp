@@ -60,7 +60,8 @@ void drawRing(QPainter& painter, const QRect& place, const QColor& color) {
     painter.restore();
 }
 
-// The style says what it is drawn on only where rows may be selected.
+// One pixel wide, as rows of a list leave no room between it and the text. The style says what it
+// is drawn on only where rows may be selected.
 void drawFocus(const QStyleOption& option, QPainter& painter) {
     const bool isSelected = option.state & QStyle::State_Selected;
     const auto* focus = qstyleoption_cast<const QStyleOptionFocusRect*>(&option);
@@ -68,7 +69,7 @@ void drawFocus(const QStyleOption& option, QPainter& painter) {
                                                          option.palette.color(QPalette::Highlight));
     drawFrame(painter, option.rect,
               option.palette.color(onHighlight ? QPalette::HighlightedText : QPalette::WindowText),
-              2);
+              1);
 }
 
 } // namespace
