@@ -87,9 +87,10 @@ Lines lines(const HostContext& context, bool breakOut) {
 }
 
 QString employeeName(const HostContext& context, const QString& line) {
+    const auto host = Workspace::openHostOptions(context.DataPath);
+    const Impatience atOnce(host);
     const auto rows =
-        Workspace::openHostOptions(context.DataPath)
-            ->openRecordset(QStringLiteral("Select [emp_name] from [Employee] where "
+        host->openRecordset(QStringLiteral("Select [emp_name] from [Employee] where "
                                            "([emp_code] = ") +
                                 SqlText::literal(UndoLine::codeIn(line)) + QStringLiteral(");"),
                             RecordsetType::Snapshot);

@@ -41,8 +41,8 @@ void frmUndo::Form_QueryUnload() {
 // The window has no place to say how many entries cannot be read. What was recorded last is what is
 // taken back most often, but it is for the user to choose it.
 void frmUndo::Update() {
+    m_ui->List1->clear(); // also when the audit cannot be read: what is taken back must not stay
     const Undo::Lines lines = Undo::lines(m_context, m_breakOut());
-    m_ui->List1->clear();
     m_ui->List1->addItems(lines.texts);
     m_ui->List1->setCurrentRow(lines.latest, QItemSelectionModel::NoUpdate); // scrolls there
 }

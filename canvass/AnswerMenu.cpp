@@ -53,6 +53,7 @@ void AnswerMenu::answerByKey(QAction& entry) {
         BoardKeys::tell(m_ui, QStringLiteral("Nothing was recorded: ") + why);
     else
         entry.trigger();
+    m_ui.Grid->setFocus(); // where the next employee is
 }
 
 QString AnswerMenu::hindrance() const {
@@ -114,7 +115,6 @@ void AnswerMenu::RecordAnswer(bool accept, bool decline, const QString& comment)
     request.comment = comment;
     m_board.record(request);
     WaitPointer::hide();
-    m_ui.Grid->setFocus(); // where the next employee is
 }
 
 // What the controls say; the answer itself is the command's.

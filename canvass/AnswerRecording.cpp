@@ -60,7 +60,10 @@ private:
     void chooseLines() {
         for (const auto& [wanted, action] : {std::pair(m_request.accept, AuditAction::Accepted),
                                              std::pair(m_request.decline, AuditAction::Declined)}) {
-            if (!wanted || !m_lines.empty())
+            // Broken out, an answer that is both counts as accepted, whether that is set up or not.
+            const bool isSettled =
+                m_request.breakOut && m_request.accept && action == AuditAction::Declined;
+            if (!wanted || isSettled || !m_lines.empty())
                 continue;
             addLine(answerKind(action, Rate::OneAndAHalf), m_request.amount);
             if (m_request.breakOut)

@@ -10,7 +10,6 @@
 #include "store/Workspace.h"
 
 #include <map>
-#include <optional>
 #include <utility>
 
 namespace tallyroom {
@@ -79,8 +78,10 @@ private:
 
 } // namespace
 
-void AnswersOfDay::read(const QString& dataPath, Date day) {
-    m_notes.clear();
+bool AnswersOfDay::read(const QString& dataPath, Date day) {
+    if (m_day != day)
+        clear();
+    m_day = day;
     try {
         const auto entries = Workspace::openAddIn(dataPath, WhenInUse::Fail)
                                  ->openRecordset(statement(day), RecordsetType::Snapshot);
@@ -93,12 +94,14 @@ void AnswersOfDay::read(const QString& dataPath, Date day) {
             if (code && text)
                 byTime.emplace(moment.toDate(), std::pair(keyOf(*code), *text));
         }
+        m_notes.clear();
         for (const auto& [moment, answer] : byTime) {
             QString& note = m_notes[answer.first];
             note += (note.isEmpty() ? QString() : QStringLiteral("\n")) + answer.second;
         }
-    } catch (const RunError&) { // silent by design, see read()
-        m_notes.clear();
+        return true;
+    } catch (const RunError&) { // silent by design
+        return false;
     }
 }
 

@@ -6,15 +6,15 @@ namespace tallyroom::BoardControls {
 
 namespace {
 
+constexpr int codeColumn = 0;
 constexpr int nameColumn = 1;
 
 } // namespace
 
 QStringList selectedEmployees(const Ui::Tallyroom& ui) {
-    const Grid::RowRange rows = ui.Grid->selectedRows();
     QStringList codes;
-    for (int row = rows.first; row <= rows.last; ++row)
-        codes.append(ui.Grid->text(row, 0));
+    for (const QStringList& row : ui.Grid->selectedTable().rows)
+        codes.append(row.value(codeColumn));
     return codes;
 }
 

@@ -26,7 +26,7 @@ QString BoardStatus::text(const QString& offer) const {
     if (stale)
         news += news.isEmpty() ? QStringLiteral("The figures are not current: Refresh")
                                : QStringLiteral("; the figures are not current: Refresh");
-    return joined({news, user, period, employees, orderings});
+    return joined({news, user, asked, period, employees, orderings});
 }
 
 QString BoardFigures::text() const {

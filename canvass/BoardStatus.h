@@ -12,6 +12,7 @@ struct BoardStatus {
     QString command;    // what became of the last one
     bool stale = false; // answers are written that the figures do not count
     QString user;       // why this user's answers cannot be recorded
+    QString asked;      // why rows may lack the mark of who has been asked
     QString period;     // why the totals are not those of the stored period
     QString employees;  // who is left out
     QString orderings;  // which are left out

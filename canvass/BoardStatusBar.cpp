@@ -9,6 +9,7 @@ namespace tallyroom {
 namespace {
 
 constexpr int paintInterval = 100; // milliseconds
+constexpr int longCommand = 100;   // likewise: an impatient key would meet the next employee
 
 } // namespace
 
@@ -36,18 +37,18 @@ void BoardStatusBar::showNews(const QString& news) {
 }
 
 BoardProgress::BoardProgress(QWidget& window, BoardStatusBar& bar) : m_window(window), m_bar(bar) {
+    m_sinceBegin.start();
     m_sinceShown.start();
 }
 
 BoardProgress::~BoardProgress() {
-    if (m_isLong)
+    if (m_sinceBegin.elapsed() >= longCommand)
         PendingInput::drop();
 }
 
 void BoardProgress::show(const QString& progress) {
     if (m_sinceShown.elapsed() < paintInterval)
         return;
-    m_isLong = true;
     m_bar.showNews(progress);
     m_window.repaint();
     m_sinceShown.restart();

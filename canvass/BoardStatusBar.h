@@ -25,7 +25,7 @@ private:
 
 // The scope of a command that may take long. Its window paints itself as often as there is progress
 // to see, and takes no input: what was pressed or clicked meanwhile is dropped at the end of a
-// command that was seen to take long. What is typed ahead of a short one counts.
+// command that took long enough to be seen. What is typed ahead of a short one counts.
 class BoardProgress {
 public:
     BoardProgress(QWidget& window, BoardStatusBar& bar);
@@ -38,8 +38,8 @@ public:
 private:
     QWidget& m_window;
     BoardStatusBar& m_bar;
+    QElapsedTimer m_sinceBegin;
     QElapsedTimer m_sinceShown;
-    bool m_isLong = false;
 };
 
 } // namespace tallyroom

@@ -137,10 +137,12 @@ void CanvassBoard::showAsked() {
 }
 
 void CanvassBoard::readAsked() {
-    if (const auto day = Dates::parse(m_ui.to_date->text()))
-        m_asked.read(m_state.DataPath, *day);
-    else
+    m_status.asked.clear();
+    const auto day = Dates::parse(m_ui.to_date->text());
+    if (!day)
         m_asked.clear();
+    else if (!m_asked.read(m_state.DataPath, *day))
+        m_status.asked = QStringLiteral("Who has been asked could not be read: Refresh");
 }
 
 void CanvassBoard::markAsked() {
@@ -165,6 +167,7 @@ void CanvassBoard::build() {
         fill();
         return;
     }
+    markAsked();
     showStatus();
     WaitPointer::hide();
 }
@@ -273,6 +276,7 @@ void CanvassBoard::showAfterFailure(const AnswerRecording::Result& result) {
 void CanvassBoard::ownUpToOldFigures() {
     m_ui.Grid->clearSelection();
     m_status.stale = true;
+    markAsked();
     showStatus();
 }
 
@@ -290,6 +294,7 @@ QString CanvassBoard::department() const {
     for (int row = 1; row < m_ui.Grid->rows(); ++row)
         codes.append(m_ui.Grid->text(row, 0));
     try {
+        const Impatience atOnce(m_state.rows().database());
         return sharedDepartment(*m_state.rows().openRecordset(), codes);
     } catch (const RunError&) {
         return {}; // the list itself can be printed

@@ -40,14 +40,22 @@ QVariant TextTableModel::data(const QModelIndex& index, int role) const {
     if (role == Qt::DisplayRole)
         return m_table.rows[static_cast<std::size_t>(index.row())].value(index.column());
     if (role == Qt::AccessibleDescriptionRole)
-        return QStringLiteral("%1, row %2")
-            .arg(m_table.columns[static_cast<std::size_t>(index.column())].heading)
-            .arg(index.row() + 1);
+        return descriptionOf(index);
     if (role == Qt::TextAlignmentRole)
         return placeOf(m_table.columns[static_cast<std::size_t>(index.column())].alignment);
-    if (role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole)
+    if (role == Qt::ToolTipRole)
         return note(index.row());
     return {};
+}
+
+// A screen reader says it after the cell's text.
+QString TextTableModel::descriptionOf(const QModelIndex& index) const {
+    const QString place =
+        QStringLiteral("%1, row %2")
+            .arg(m_table.columns[static_cast<std::size_t>(index.column())].heading)
+            .arg(index.row() + 1);
+    const QString known = note(index.row());
+    return known.isEmpty() ? place : place + QStringLiteral("; ") + known;
 }
 
 QVariant TextTableModel::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -26,6 +26,8 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    QString descriptionOf(const QModelIndex& index) const;
+
     Headings m_headings;
     TextTable m_table;
     QStringList m_notes; // by row; those beyond the last have none

@@ -90,8 +90,9 @@ QColor mixed(const QColor& one, const QColor& other, double share) {
 QColor apartFrom(const QColor& ground, const QColor& color, double wanted) {
     const QColor end = ratio(Qt::white, ground) > ratio(Qt::black, ground) ? Qt::white : Qt::black;
     QColor result = color;
-    for (double share = 0; ratio(result, ground) < wanted && share <= 1; share += 0.05)
-        result = mixed(end, color, share);
+    constexpr int steps = 20;
+    for (int step = 1; ratio(result, ground) < wanted && step <= steps; ++step)
+        result = mixed(end, color, static_cast<double>(step) / steps);
     return result;
 }
 

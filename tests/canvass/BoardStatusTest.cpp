@@ -161,7 +161,7 @@ TEST(AnswersOfDay, AreThoseThatCanBeReadAndStand) {
         "('2026-11-21 09:12:00','jo','E6','2026-11-28 00:00:00',1,x'01','tlyrDeclined'),"
         "('2026-11-21 09:12:00','jo','E7','2026-11-28 23:59:00',0,30,'tlyrAccepted')");
     AnswersOfDay answers;
-    answers.read(folder.path(), day(u"11/28/2026"));
+    EXPECT_TRUE(answers.read(folder.path(), day(u"11/28/2026")));
     EXPECT_EQ(answers.noteOf(QStringLiteral("E1")),
               QStringLiteral("Declined 8:00, 11/21/2026 9:12 by jo\nAccepted 2:00 at 2.0, "
                              "11/21/2026 14:05 by jo"));
@@ -170,8 +170,10 @@ TEST(AnswersOfDay, AreThoseThatCanBeReadAndStand) {
     for (const char16_t* nobody : {u"E2", u"E3", u"E4", u"E5", u"E6", u""})
         EXPECT_EQ(answers.noteOf(QString::fromUtf16(nobody)), QString());
     folder.execute(addInFile, u"Drop Table [TLYR_Audit];");
-    answers.read(folder.path(), day(u"11/28/2026"));
-    EXPECT_EQ(answers.noteOf(QStringLiteral("E1")), QString()) << "no marks, and no error";
+    EXPECT_FALSE(answers.read(folder.path(), day(u"11/28/2026")));
+    EXPECT_NE(answers.noteOf(QStringLiteral("E1")), QString()) << "what was known stays";
+    EXPECT_FALSE(answers.read(folder.path(), day(u"11/29/2026")));
+    EXPECT_EQ(answers.noteOf(QStringLiteral("E1")), QString()) << "but not for another day";
 }
 
 } // namespace

@@ -156,19 +156,29 @@ TEST_F(TallyroomAnswersTest, AnAnswerWrittenInPartIsShownOrOwnedUpTo) {
     folder.execute(addInFile, u"Drop Table [TLYR_Audit];");
     const QString report = QStringLiteral("Run-time error '3192':\n\nCould not find output table "
                                           "'TLYR_Audit'.");
+    const QString unread = QStringLiteral("Who has been asked could not be read: Refresh");
+    const QString gap = QStringLiteral("  \u00b7  ");
     show([&](QWidget& board) {
+        EXPECT_EQ(status(board), unread);
         type(board, u"Text1", u"1:00");
+        grid(board).clearSelection();
+        child<QAction>(board, u"mnuAccept").setEnabled(true);
+        trigger(board, u"mnuAccept");
+        EXPECT_EQ(status(board),
+                  QStringLiteral("Nobody is selected: nothing was recorded") + gap + unread);
         select(board, 2, 3);
         script.expectBox(report, QMessageBox::Ok, QMessageBox::Critical);
         answer(board, u"mnuAccept");
-        EXPECT_EQ(status(board), QStringLiteral("Recorded for 0 of 2, for E2 in part"));
+        EXPECT_EQ(status(board),
+                  QStringLiteral("Recorded for 0 of 2, for E2 in part") + gap + unread);
         EXPECT_TRUE(lines(board).value(2).endsWith(QStringLiteral("01:00|00:00|01:00")));
         select(board, 1, 1);
         script.expectBox(report, QMessageBox::Ok, QMessageBox::Critical);
         host.onFilterRead = [] { throw RunError::make(ErrorNumber::noSuchMember); };
         answer(board, u"mnuAccept");
         EXPECT_EQ(status(board), QStringLiteral("Recorded for 0 of 1, for E1 in part; the figures "
-                                                "are not current: Refresh"));
+                                                "are not current: Refresh") +
+                                     gap + unread);
         type(board, u"Text1", u"1");
         child<QAction>(board, u"mnuAccept").setEnabled(true);
         script.expectBox(QStringLiteral("'1' is not a valid time."), QMessageBox::Ok,
@@ -177,7 +187,7 @@ TEST_F(TallyroomAnswersTest, AnAnswerWrittenInPartIsShownOrOwnedUpTo) {
         EXPECT_TRUE(status(board).contains(QStringLiteral("not current: Refresh"))) << "still";
         host.onFilterRead = {};
         trigger(board, u"mnuRefresh");
-        EXPECT_EQ(status(board), QString());
+        EXPECT_EQ(status(board), unread);
         EXPECT_TRUE(lines(board).value(1).endsWith(QStringLiteral("01:00|00:00|01:00")));
     });
 }
