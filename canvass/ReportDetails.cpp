@@ -80,7 +80,7 @@ QString sharedDepartment(Recordset& rows, const QStringList& codes) {
     for (; !rows.eof(); rows.moveNext())
         departments.insert(Readable::text(rows.field(QStringLiteral("emp_code"))),
                            Readable::text(rows.field(QStringLiteral("emp_dept"))));
-    const QString first = departments.value(codes.value(0));
+    QString first = departments.value(codes.value(0));
     for (const QString& code : codes) {
         if (departments.value(code) != first)
             return {};
