@@ -130,9 +130,12 @@ BoardFigures CanvassBoard::figures() const {
             m_context.CurrentUser};
 }
 
+// Before the first count there is nobody to mark, and the count reads the audit itself.
 void CanvassBoard::showAsked() {
-    readAsked();
-    markAsked();
+    if (m_state.CanvassRs) {
+        readAsked();
+        markAsked();
+    }
     showStatus();
 }
 

@@ -1,9 +1,9 @@
 #include "canvass/ReportDetails.h"
 
 #include "canvass/AnswerRecording.h"
+#include "canvass/Offer.h"
 #include "common/AnswerKind.h"
 #include "common/DateParser.h"
-#include "common/Units.h"
 #include "store/Readable.h"
 
 #include <QHash>
@@ -12,24 +12,17 @@ namespace tallyroom {
 
 namespace {
 
-const QString between = QStringLiteral(" \u00b7 ");
-
 QString shown(Date day, const char* picture = "mm/dd/yyyy") {
     return Dates::format(day, QString::fromLatin1(picture));
 }
 
 // "7.5" is "7:30": who signs must not have to guess.
-QString hours(const QString& amount) {
-    const int minutes = TimeConversion::toMinutes(amount);
-    return QStringLiteral("%1:%2").arg(minutes / 60).arg(minutes % 60, 2, 10, QLatin1Char('0'));
-}
-
 QStringList offered(const ReportDetails& details) {
     QStringList amounts;
     const auto add = [&amounts](const QString& amount, Rate rate, bool isNamed) {
         if (AnswerRecording::isValidAmount(amount))
             amounts.append((isNamed ? rateName(rate) + QStringLiteral(": ") : QString()) +
-                           hours(amount));
+                           Said::amount(amount));
     };
     add(details.amount, Rate::OneAndAHalf, details.breakOut);
     if (details.breakOut)
@@ -43,7 +36,7 @@ QString offerLine(const ReportDetails& details) {
         parts.prepend(QStringLiteral("Canvass date: ") + shown(*day, "ddd mm/dd/yyyy"));
     else if (!parts.isEmpty())
         parts.front().prepend(QStringLiteral("Overtime offered: "));
-    return parts.join(between);
+    return parts.join(Said::gap);
 }
 
 QString employeesLine(const ReportDetails& details) {
@@ -52,7 +45,7 @@ QString employeesLine(const ReportDetails& details) {
                               : QStringLiteral("%1 employees").arg(details.employees);
     return details.department.isEmpty()
                ? count
-               : QStringLiteral("Department: ") + details.department + between + count;
+               : QStringLiteral("Department: ") + details.department + Said::gap + count;
 }
 
 } // namespace

@@ -17,6 +17,7 @@ namespace {
 const QString window = QStringLiteral("frmBucket");
 const QString bucketsKey = QStringLiteral("buckets");
 const QString chosenKey = QStringLiteral("chosen");
+const QString userKey = QStringLiteral("user");
 const QString nameKey = QStringLiteral("name");
 const QString codesKey = QStringLiteral("codes");
 const QString departmentKey = QStringLiteral("department");
@@ -51,12 +52,13 @@ NamedBucket fromJson(const QJsonObject& object) {
     return bucket;
 }
 
-QString toText(const std::vector<NamedBucket>& buckets, const QString& chosen) {
+QString toText(const std::vector<NamedBucket>& buckets, const QString& chosen,
+               const QString& user) {
     QJsonArray array;
     for (const NamedBucket& bucket : buckets)
         array << toJson(bucket);
-    return QString::fromUtf8(QJsonDocument(QJsonObject{{bucketsKey, array}, {chosenKey, chosen}})
-                                 .toJson(QJsonDocument::Compact));
+    const QJsonObject kept{{bucketsKey, array}, {chosenKey, chosen}, {userKey, user}};
+    return QString::fromUtf8(QJsonDocument(kept).toJson(QJsonDocument::Compact));
 }
 
 } // namespace
@@ -93,7 +95,8 @@ NamedBuckets::NamedBuckets(const QString& dataFolder, const QString& user)
         QJsonDocument::fromJson(FormOptionsTable::read(dataFolder, user, window).toUtf8()).object();
     for (const QJsonValue& bucket : kept.value(bucketsKey).toArray())
         m_buckets.push_back(fromJson(bucket.toObject()));
-    m_chosen = kept.value(chosenKey).toString();
+    if (TextOrder::isSame(kept.value(userKey).toString(), user)) // else those of the master user
+        m_chosen = kept.value(chosenKey).toString();
 }
 
 const NamedBucket* NamedBuckets::find(const QString& name) const {
@@ -128,7 +131,7 @@ void NamedBuckets::choose(const QString& name) {
 
 // Writing what a window remembers is silent; what comes back tells whether it was kept.
 void NamedBuckets::keep(std::vector<NamedBucket> buckets, const QString& chosen) {
-    const QString text = toText(buckets, chosen);
+    const QString text = toText(buckets, chosen, m_user);
     FormOptionsTable::write(m_dataFolder, m_user, window, text);
     if (FormOptionsTable::read(m_dataFolder, m_user, window) != text)
         throw RunError(ErrorNumber::readOnly,

@@ -28,7 +28,8 @@ struct NamedBucket {
 
 class NamedBuckets {
 public:
-    // Without a user there are none, and none can be kept. A text that is no longer understood
+    // Who has saved none finds the master user's, none of them chosen. Without a user there are
+    // none, and none can be kept. A text that is no longer understood
     // counts as none.
     NamedBuckets(const QString& dataFolder, const QString& user);
 

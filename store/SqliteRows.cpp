@@ -1,18 +1,10 @@
 #include "store/SqliteRows.h"
 
 #include "store/FieldValue.h"
+#include "store/SqliteGenerator.h"
 #include "store/StoreErrors.h"
-#include "store/sql/Generator.h"
 
 namespace tallyroom {
-
-namespace {
-
-sql::Generator generator() {
-    return sql::Generator(sql::sqliteDialect());
-}
-
-} // namespace
 
 SqliteRows::SqliteRows(SqliteConnection& connection, const sql::CatalogTable& table,
                        const QStringList& columns)

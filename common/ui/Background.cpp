@@ -16,10 +16,10 @@ void Background::copyFrom(const ObjectRef& splashPicture, QWidget* widget) {
         Contrast::giveTo(*widget, widget->palette().color(QPalette::Window));
         return;
     }
-    QPixmap pixmap;
-    if (!pixmap.loadFromData(picture.toBytes()))
+    const QImage image = QImage::fromData(picture.toBytes());
+    if (image.isNull())
         throw RunError::make(ErrorNumber::invalidPicture);
-    const Veiled veil = veiled(pixmap.toImage(), widget->palette());
+    const Veiled veil = veiled(image, widget->palette());
     new Background(widget, QPixmap::fromImage(veil.picture));
     Contrast::giveTo(*widget, veil.behind);
 }

@@ -28,7 +28,8 @@ QDate lastRecordedDay(Database& database) {
     return dayIn(*rows, QStringLiteral("last")).value_or(QDate::currentDate());
 }
 
-// The table is the add-in's; a host that has none yet goes by what was recorded.
+// The table is the add-in's. One that is missing, in use or unreadable hinders no screen, which
+// then goes by what was recorded.
 std::optional<Period> canvassPeriod(const QString& dataFolder) {
     try {
         const auto rows = Workspace::openAddIn(dataFolder, WhenInUse::Fail)

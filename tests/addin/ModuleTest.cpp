@@ -111,8 +111,7 @@ TEST_F(ModuleTest, OpensTheBoardForAHost) {
                                 Variant(ObjectRef()), Variant(ObjectRef())},
                                1,
                                1};
-    script.expectBox(QStringLiteral("Run-time error '3024':\n\nCould not find file '\\bcx.mdb'."),
-                     QMessageBox::Ok, QMessageBox::Critical);
+    script.expectReport(3024, QStringLiteral("Could not find file '\\bcx.mdb'."));
     entry.call(QStringLiteral("TLYRShow"), {Variant(nothing)});
 }
 

@@ -206,6 +206,17 @@ TEST_F(NamedBucketTest, ABucketIsPickedByNameAndFollowsItsCriteria) {
     EXPECT_EQ(m_buckets->all().size(), 1U);
 }
 
+TEST_F(NamedBucketTest, TheMasterUsersBucketsAreThereForAllAndHisChoiceIsHisOwn) {
+    const QString name = QStringLiteral("Night");
+    NamedBuckets masters(m_folder.path(), QStringLiteral("Master"));
+    masters.save({name, QStringList()});
+    masters.choose(name);
+    read();
+    EXPECT_TRUE(m_buckets->find(name));
+    EXPECT_FALSE(m_buckets->chosen());
+    EXPECT_TRUE(NamedBuckets(m_folder.path(), QStringLiteral("MASTER")).chosen());
+}
+
 TEST_F(NamedBucketTest, WhatCannotBeKeptIsSaidAndChangesNothing) {
     m_database->execute(QStringLiteral("Drop table [FormOptions];"));
     EXPECT_THROW(m_buckets->save({QStringLiteral("Lost"), QStringList()}), RunError);

@@ -49,6 +49,12 @@ void DialogScript::expectBox(const QString& text, QMessageBox::StandardButton pr
                        }});
 }
 
+void DialogScript::expectReport(int number, const QString& description) {
+    expectBox(
+        QStringLiteral("Run-time error '%1':\n\n%2").arg(QString::number(number), description),
+        QMessageBox::Ok, QMessageBox::Critical);
+}
+
 void DialogScript::expectWindow(QStringView name, Action action) {
     m_steps.push_back({name.toString(), std::move(action)});
 }

@@ -29,6 +29,8 @@ public:
     void expectBox(const QString& text, QMessageBox::StandardButton press = QMessageBox::Ok,
                    QMessageBox::Icon icon = QMessageBox::NoIcon,
                    const QString& title = QStringLiteral("Tallyroom"));
+    // The report of a run-time error.
+    void expectReport(int number, const QString& description);
     // A window by its object name. The action has to close it in the end.
     void expectWindow(QStringView name, Action action);
 

@@ -25,10 +25,8 @@ TEST_F(BoardRunTest, FailsWhenTheBoardDidNotOpen) {
     script.expectWindow(u"Tallyroom", [](QWidget& board) { clickButton(board, u"Command1"); });
     EXPECT_EQ(run(QStringLiteral("tlyrshow")), host::exitSuccess);
     ASSERT_TRUE(QFile::remove(data.path() + QStringLiteral("/aidb01.mdb")));
-    script.expectBox(
-        QStringLiteral("Run-time error '3024':\n\nCould not find file '%1\\aidb01.mdb'.")
-            .arg(data.path()),
-        QMessageBox::Ok, QMessageBox::Critical);
+    script.expectReport(3024,
+                        QStringLiteral("Could not find file '%1\\aidb01.mdb'.").arg(data.path()));
     EXPECT_EQ(run(QStringLiteral("TLYRShow")), host::exitFailure);
     EXPECT_EQ(run(QStringLiteral("Smallforge")), host::exitSuccess) << "it opens no board";
 }

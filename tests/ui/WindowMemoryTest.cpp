@@ -1,9 +1,6 @@
-#include "common/ui/WindowMemory.h"
-
 #include "tests/support/Printing.h"
+#include "tests/support/RememberingWindow.h"
 
-#include <QCheckBox>
-#include <QRadioButton>
 #include <QScreen>
 #include <random>
 
@@ -11,18 +8,7 @@ using namespace tallyroom;
 
 namespace {
 
-// A window with the remembered controls of the audit browser.
-struct Browser {
-    Browser() {
-        window.setObjectName(QStringLiteral("frmTLYRAudit"));
-        panel.setObjectName(QStringLiteral("SSPanel1"));
-        for (std::size_t at = 0; at < 3; ++at)
-            options[at].setObjectName(QStringLiteral("Option%1").arg(at + 1));
-        for (std::size_t at = 0; at < 4; ++at)
-            checks[at].setObjectName(QStringLiteral("Check%1").arg(at + 3));
-        options[0].setChecked(true);
-        window.resize(500, 400);
-    }
+struct Browser : RememberingWindow {
     QString state() const {
         QString text = QStringLiteral("%1x%2 ").arg(window.width()).arg(window.height());
         for (const QRadioButton& option : options)
@@ -31,18 +17,6 @@ struct Browser {
             text += check.isChecked() ? u'1' : u'0';
         return text;
     }
-
-    QString text() { return WindowMemory::textOf(window, remembered()); }
-    void restore(const QString& text) { WindowMemory::restore(window, remembered(), text); }
-    WindowMemory::Remembered remembered() {
-        return {&panel, &checks[0], &checks[1], &checks[2], &checks[3], &window};
-    }
-
-    QWidget window;
-    QWidget panel{&window};
-    QRadioButton options[3]{QRadioButton(&panel), QRadioButton(&panel), QRadioButton(&panel)};
-    QCheckBox checks[4]{QCheckBox(&window), QCheckBox(&window), QCheckBox(&window),
-                        QCheckBox(&window)};
 };
 
 TEST(WindowMemory, ATextIsReadAndWrittenAsItAlwaysWas) {
