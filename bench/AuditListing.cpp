@@ -3,7 +3,7 @@
 #include "audit/frmTLYRAuditDetails.h"
 #include "bench/Measure.h"
 #include "common/RunError.h"
-#include "store/Schema.h"
+#include "store/Workspace.h"
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -94,7 +94,7 @@ long readBare(const QTemporaryDir& folder) {
 
 void measure(int entries) {
     const QTemporaryDir folder;
-    Schema::createFiles(folder.path());
+    Workspace::createFiles(folder.path());
     fillEmployees(folder);
     fillAudit(folder, entries);
     HostContext context;

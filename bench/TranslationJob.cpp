@@ -3,10 +3,10 @@
 #include "bench/Jobs.h"
 #include "bench/Measure.h"
 #include "board/BoardStatements.h"
-#include "store/SqliteCatalog.h"
-#include "store/sql/Generator.h"
 #include "store/sql/Parser.h"
 #include "store/sql/StatementBinder.h"
+#include "store/sqlite/SqliteCatalog.h"
+#include "store/sqlite/SqliteDialect.h"
 
 #include <cstdio>
 
@@ -24,8 +24,7 @@ void translatingTotals() {
             times.push_back(seconds([&] {
                 const sql::Statement statement = sql::parseStatement(sql);
                 const auto& select = std::get<sql::SelectStatement>(statement);
-                sql::Generator(sql::sqliteDialect())
-                    .rows(sql::bindSelect(catalog, select, nullptr));
+                sqliteGenerator().rows(sql::bindSelect(catalog, select, nullptr));
             }));
         }
         std::printf("6 translating the totals query with %-20s %8.0f us\n", name,

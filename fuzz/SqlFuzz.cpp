@@ -2,7 +2,6 @@
 // engine, and what runs can be undone.
 #include "fuzz/Fuzz.h"
 #include "store/Recordset.h"
-#include "store/Schema.h"
 #include "store/SqlText.h"
 #include "store/Workspace.h"
 
@@ -15,7 +14,7 @@ namespace {
 class Files {
 public:
     Files() {
-        Schema::createFiles(m_folder.path());
+        Workspace::createFiles(m_folder.path());
         database = Workspace::openHostOptions(m_folder.path());
         for (const char16_t* code : {u"E1", u"e2", u"\u00c9"})
             database->execute(QStringLiteral("Insert Into Employee (emp_code, emp_name, Seniority)"

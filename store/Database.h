@@ -62,6 +62,9 @@ public:
     // table cannot keep are skipped. Raises what an Insert raises; nothing is changed then.
     virtual void replaceRows(const QString& table, const QStringList& columns,
                              const std::vector<Row>& rows) = 0;
+    // The same without emptying it first.
+    virtual void appendRows(const QString& table, const QStringList& columns,
+                            const std::vector<Row>& rows) = 0;
 
     // Transactions do not nest: see Transaction.
     virtual void begin(TransactionKind kind) = 0;

@@ -1,8 +1,6 @@
 // The single list of files, tables, columns and types, from which each engine's tables are made.
 #pragma once
 
-#include <QString>
-#include <QStringList>
 #include <span>
 #include <string_view>
 
@@ -47,14 +45,5 @@ std::span<const File> files();
 // By name, spelled as here. Both throw std::logic_error for one that is not there.
 const Table& table(std::u16string_view name);
 const Column& column(const Table& table, std::u16string_view name);
-
-// What makes a table or its indexes in the engine's own SQL, one statement an entry. A loader of
-// many rows runs the table's statements first and those of the indexes once the rows are there.
-QStringList createTableStatements(const File& file);
-QStringList createIndexStatements(const File& file);
-
-// Creates the three files with their tables and indexes in an existing folder, which is a native
-// path. Raises 3204 when one of the files is there already, and then leaves all as it was.
-void createFiles(const QString& folder);
 
 } // namespace tallyroom::Schema

@@ -1,6 +1,6 @@
 #include "store/SqlText.h"
 
-#include "store/StoreErrors.h"
+#include "store/ErrorSource.h"
 
 namespace tallyroom::SqlText {
 

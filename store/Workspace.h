@@ -18,10 +18,8 @@ std::shared_ptr<Database> openAddIn(const QString& dataPath, WhenInUse answer = 
 std::shared_ptr<Database> openMain(const QString& dataPath, WhenInUse answer = WhenInUse::Wait);
 std::shared_ptr<Database> openHostOptions(const QString& dataPath);
 
-// The existing file that a path as the host writes it stands for; raises 3024 or 3044.
-QString resolveFile(const QString& path);
-
-// As above, for a folder; raises 3044.
-QString resolveFolder(const QString& path);
+// Creates the three files with their tables and indexes in an existing folder, which is a native
+// path. Raises 3204 when one of the files is there already, and then leaves all as it was.
+void createFiles(const QString& folder);
 
 } // namespace tallyroom::Workspace

@@ -3,13 +3,11 @@
 #include "common/RunError.h"
 #include "host/demo/DemoHistory.h"
 #include "host/demo/DemoSetup.h"
-#include "host/demo/TableLoader.h"
-#include "store/Schema.h"
+#include "store/Workspace.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QTemporaryDir>
-#include <SQLiteCpp/Exception.h>
 
 namespace tallyroom::host {
 
@@ -29,30 +27,32 @@ void requireFree(const QString& folder) {
         throw notFree(folder);
 }
 
-void fill(const QString& folder, const DemoSettings& settings, const DemoProgress& progress) {
+void fill(Database& hostFile, Database& addInFile, const DemoSettings& settings,
+          const DemoProgress& progress) {
     QRandomGenerator random(settings.seed);
     const std::vector<DemoPerson> people = makePeople(settings, random);
-    LoadedFile hostFile(QDir(folder).filePath(QStringLiteral("bcx.mdb")));
-    LoadedFile addInFile(QDir(folder).filePath(QStringLiteral("aidb01.mdb")));
-    loadPeople(hostFile.database(), people);
-    loadSchedule(hostFile.database(), people, settings);
-    loadHistory(hostFile.database(), people, settings, random,
+    loadPeople(hostFile, people);
+    loadSchedule(hostFile, people, settings);
+    loadHistory(hostFile, people, settings, random,
                 [&](int done) { progress(done, settings.employees); });
-    if (!settings.firstRun) {
-        loadAnswers(hostFile.database(), addInFile.database(), people, settings, random);
-        loadSetup(addInFile.database(), settings);
-    }
-    hostFile.commit();
-    addInFile.commit();
+    if (settings.firstRun)
+        return;
+    loadAnswers(hostFile, addInFile, people, settings, random);
+    loadSetup(addInFile, settings);
 }
 
 void write(const QString& folder, const DemoSettings& settings, const DemoProgress& progress) {
     try {
-        fill(folder, settings, progress);
-    } catch (const SQLite::Exception& error) {
-        throw RunError(ErrorNumber::cannotOpenFile,
-                       QStringLiteral("The data could not be written: %1")
-                           .arg(QString::fromUtf8(error.what())),
+        const auto hostFile = Workspace::openHostOptions(folder);
+        const auto addInFile = Workspace::openAddIn(folder);
+        Transaction hostRows(hostFile, TransactionKind::Write);
+        Transaction addInRows(addInFile, TransactionKind::Write);
+        fill(*hostFile, *addInFile, settings, progress);
+        hostRows.commit();
+        addInRows.commit();
+    } catch (const RunError& error) {
+        throw RunError(error.number(),
+                       QStringLiteral("The data could not be written: %1").arg(error.description()),
                        QStringLiteral("Brightclock"));
     }
 }
@@ -70,7 +70,7 @@ void createDemoData(const DemoSettings& settings, const DemoProgress& progress) 
         throw RunError::make(ErrorNumber::invalidPath, {settings.folder});
     const QString made = workshop.filePath(QStringLiteral("data"));
     QDir().mkdir(made);
-    Schema::createFiles(made);
+    Workspace::createFiles(made);
     if (!settings.bare)
         write(made, settings, progress);
     QDir().rmdir(settings.folder); // an empty one makes room, another one stays

@@ -54,7 +54,7 @@ static_assert(std::size(columns) == ColumnCount);
 
 using HistoryRow = std::array<Cell, ColumnCount>;
 
-HistoryRow rowOf(const DemoPerson& person, const std::string& day, const char* recordType) {
+HistoryRow rowOf(const DemoPerson& person, QDate day, const char* recordType) {
     HistoryRow row;
     row[Employee] = person.code;
     row[Rule] = person.ruleInForce();
@@ -62,7 +62,7 @@ HistoryRow rowOf(const DemoPerson& person, const std::string& day, const char* r
     row[ShiftDay] = day;
     row[RecordType] = recordType;
     row[Shift] = person.shift->code;
-    row[Department] = utf8(person.department);
+    row[Department] = person.department;
     return row;
 }
 
@@ -72,65 +72,47 @@ bool isHoliday(QDate day) {
 }
 
 Cell fractionOfDay(int minutes) {
-    return minutes == 0 ? Cell(nullCell) : Cell(static_cast<double>(minutes) / minutesOfDay);
+    return minutes == 0 ? Cell() : Cell(static_cast<double>(minutes) / minutesOfDay);
 }
-
-// Texts of days and times, made once instead of for each of millions of rows.
-class TextCache {
-public:
-    TextCache(QDate first, int days) {
-        for (int at = 0; at < days; ++at)
-            m_days.push_back({first.addDays(at), dayText(first.addDays(at))});
-        for (int minutes = 0; minutes < minutesOfDay; ++minutes)
-            m_times.push_back(timeText(minutes));
-    }
-
-    const std::vector<std::pair<QDate, std::string>>& days() const { return m_days; }
-    const std::string& time(int minutes) const {
-        return m_times[static_cast<std::size_t>(minutes % minutesOfDay)];
-    }
-
-private:
-    std::vector<std::pair<QDate, std::string>> m_days;
-    std::vector<std::string> m_times;
-};
 
 // Writes one employee's days.
 class HistoryWriter {
 public:
-    HistoryWriter(SQLite::Database& database, const DemoSettings& settings,
-                  QRandomGenerator& random)
+    HistoryWriter(Database& database, const DemoSettings& settings, QRandomGenerator& random)
         : m_rows(database, u"TimeHistory", columns),
-          m_texts(settings.end.addDays(1 - settings.days), settings.days), m_random(random) {}
+          m_first(settings.end.addDays(1 - settings.days)), m_days(settings.days),
+          m_random(random) {}
 
     void write(const DemoPerson& person) {
-        for (const auto& [day, text] : m_texts.days())
-            writeDay(person, day, text);
+        for (int at = 0; at < m_days; ++at)
+            writeDay(person, m_first.addDays(at));
     }
+
+    void finish() { m_rows.finish(); }
 
 private:
     bool perMille(int share) { return m_random.bounded(1000) < share; }
 
     void insert(const HistoryRow& row) { m_rows.insert(row); }
 
-    void writeDay(const DemoPerson& person, QDate day, const std::string& text) {
+    void writeDay(const DemoPerson& person, QDate day) {
         if (!person.shift->worksOn(day))
-            writeFreeDay(person, day, text);
+            writeFreeDay(person, day);
         else if (isHoliday(day))
-            writeAbsence(person, text, "HR", "HOL");
+            writeAbsence(person, day, "HR", "HOL");
         else if (perMille(55))
-            writeAbsence(person, text, "AR", perMille(350) ? "SICK" : "VAC");
+            writeAbsence(person, day, "AR", perMille(350) ? "SICK" : "VAC");
         else
-            writeWorkday(person, text);
+            writeWorkday(person, day);
         if (perMille(12))
-            writeOtherRecord(person, text);
+            writeOtherRecord(person, day);
     }
 
-    void writeAbsence(const DemoPerson& person, const std::string& day, const char* recordType,
+    void writeAbsence(const DemoPerson& person, QDate day, const char* recordType,
                       const char* code) {
         HistoryRow row = rowOf(person, day, recordType);
-        row[Start] = m_texts.time(person.shift->start);
-        row[Stop] = m_texts.time(person.shift->start + person.shift->length);
+        row[Start] = timeOfDay(person.shift->start);
+        row[Stop] = timeOfDay(person.shift->start + person.shift->length);
         row[AttendCode] = code;
         insert(row);
     }
@@ -141,32 +123,32 @@ private:
         return quarters * 15 + (perMille(200) ? m_random.bounded(14) + 1 : 0);
     }
 
-    void writeWorkday(const DemoPerson& person, const std::string& day) {
+    void writeWorkday(const DemoPerson& person, QDate day) {
         const int overtime = perMille(person.overtimePercent * 10) ? overtimeMinutes() : 0;
         HistoryRow row = rowOf(person, day, "TR");
         if (perMille(40))
-            row[Department] = utf8(demoDepartment(m_random));
-        row[Start] = m_texts.time(person.shift->start);
-        row[Stop] = m_texts.time(person.shift->start + person.shift->length + overtime);
+            row[Department] = demoDepartment(m_random);
+        row[Start] = timeOfDay(person.shift->start);
+        row[Stop] = timeOfDay(person.shift->start + person.shift->length + overtime);
         row[Worked15] = fractionOfDay(std::min(overtime, laterThanSecondHour));
         row[Worked20] = fractionOfDay(std::max(0, overtime - laterThanSecondHour));
         insert(row);
     }
 
     // Whoever likes overtime now and then comes in on a free day: Sundays are paid double.
-    void writeFreeDay(const DemoPerson& person, QDate day, const std::string& text) {
+    void writeFreeDay(const DemoPerson& person, QDate day) {
         if (!perMille(person.overtimePercent * 2))
             return;
         const int minutes = 240 + 60 * m_random.bounded(5);
-        HistoryRow row = rowOf(person, text, "TR");
-        row[Start] = m_texts.time(person.shift->start);
-        row[Stop] = m_texts.time(person.shift->start + minutes);
+        HistoryRow row = rowOf(person, day, "TR");
+        row[Start] = timeOfDay(person.shift->start);
+        row[Stop] = timeOfDay(person.shift->start + minutes);
         row[day.dayOfWeek() == Qt::Sunday ? Worked20 : Worked15] = fractionOfDay(minutes);
         insert(row);
     }
 
     // Pay adjustments carry overtime that the host has already counted elsewhere.
-    void writeOtherRecord(const DemoPerson& person, const std::string& day) {
+    void writeOtherRecord(const DemoPerson& person, QDate day) {
         HistoryRow row = rowOf(person, day, "PR");
         row[Worked15] = fractionOfDay(30);
         row[Notes] = "Pay adjustment";
@@ -174,7 +156,8 @@ private:
     }
 
     TableLoader m_rows;
-    TextCache m_texts;
+    QDate m_first;
+    int m_days;
     QRandomGenerator& m_random;
 };
 
@@ -209,23 +192,23 @@ DemoAnswer makeAnswer(const DemoPerson& person, const DemoSettings& settings,
 }
 
 void insertAnswer(TableLoader& history, TableLoader& audit, const DemoAnswer& answer) {
-    const std::string day = dayText(answer.day);
+    const QDate day = answer.day;
     HistoryRow row = rowOf(*answer.person, day, "AR");
-    row[Start] = timeText(answer.minutes);
-    row[Stop] = timeText(0);
+    row[Start] = timeOfDay(answer.minutes);
+    row[Stop] = timeOfDay(0);
     const auto kind = static_cast<std::size_t>(answer.kind - answerKinds);
     row[AttendCode] = demoAnswerCodes()[kind];
     row[FirstAnswer + kind] = answer.minutes;
     row[Notes] = "";
     history.insert(row);
-    audit.insert({momentText(answer.recorded), answer.user, answer.person->code, day,
+    audit.insert({answer.recorded, answer.user, answer.person->code, day,
                   static_cast<int>(answer.kind->action), answer.minutes,
-                  utf8(QString::fromUtf16(answer.kind->history))});
+                  QString::fromUtf16(answer.kind->history)});
 }
 
 } // namespace
 
-void loadHistory(SQLite::Database& database, const std::vector<DemoPerson>& people,
+void loadHistory(Database& database, const std::vector<DemoPerson>& people,
                  const DemoSettings& settings, QRandomGenerator& random,
                  const LoadProgress& progress) {
     HistoryWriter writer(database, settings, random);
@@ -235,11 +218,11 @@ void loadHistory(SQLite::Database& database, const std::vector<DemoPerson>& peop
         if (++done % 50 == 0)
             progress(done);
     }
+    writer.finish();
 }
 
-void loadAnswers(SQLite::Database& hostFile, SQLite::Database& addInFile,
-                 const std::vector<DemoPerson>& people, const DemoSettings& settings,
-                 QRandomGenerator& random) {
+void loadAnswers(Database& hostFile, Database& addInFile, const std::vector<DemoPerson>& people,
+                 const DemoSettings& settings, QRandomGenerator& random) {
     std::vector<DemoAnswer> answers;
     for (const DemoPerson& person : people) {
         for (int count = random.bounded(4); count > 0; --count)
@@ -251,6 +234,8 @@ void loadAnswers(SQLite::Database& hostFile, SQLite::Database& addInFile,
                       {u"Now", u"User", u"Emp_Code", u"Date", u"Action", u"OT", u"tHistField"});
     for (const DemoAnswer& answer : answers)
         insertAnswer(history, audit, answer);
+    history.finish();
+    audit.finish();
 }
 
 } // namespace tallyroom::host

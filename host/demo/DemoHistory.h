@@ -12,13 +12,12 @@ using LoadProgress = std::function<void(int done)>;
 
 // Writes the days worked and missed by everybody, employee by employee, which is the order of the
 // table's index.
-void loadHistory(SQLite::Database& database, const std::vector<DemoPerson>& people,
+void loadHistory(Database& database, const std::vector<DemoPerson>& people,
                  const DemoSettings& settings, QRandomGenerator& random,
                  const LoadProgress& progress);
 
 // Writes answers of the last weeks, each into the host's history and into the add-in's audit.
-void loadAnswers(SQLite::Database& hostFile, SQLite::Database& addInFile,
-                 const std::vector<DemoPerson>& people, const DemoSettings& settings,
-                 QRandomGenerator& random);
+void loadAnswers(Database& hostFile, Database& addInFile, const std::vector<DemoPerson>& people,
+                 const DemoSettings& settings, QRandomGenerator& random);
 
 } // namespace tallyroom::host

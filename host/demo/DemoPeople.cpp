@@ -127,9 +127,9 @@ public:
         m_step = m_code * 9 / employees;
     }
 
-    std::string next() {
+    QString next() {
         m_code += 1 + m_random.bounded(m_step);
-        return std::to_string(m_code);
+        return QString::number(m_code);
     }
 
 private:
@@ -206,23 +206,25 @@ void numberBySeniority(std::vector<DemoPerson>& people, QRandomGenerator& random
 }
 
 template<class Type>
-Cell optionalCell(const std::optional<Type>& value, auto toCell) {
-    return value ? Cell(toCell(*value)) : Cell(nullCell);
+Cell optionalCell(const std::optional<Type>& value) {
+    return value ? Cell(*value) : Cell();
 }
 
-void loadCodes(SQLite::Database& database) {
+void loadCodes(Database& database) {
     TableLoader shiftRows(
         database, u"Shift",
         {u"Shift_Code", u"Shift_Rule_Num", u"shift_descr", u"shift_start", u"shift_stop"});
     for (const DemoShift& shift : shifts)
-        shiftRows.insert({shift.code, shift.rule, shift.description, timeText(shift.start),
-                          timeText((shift.start + shift.length) % 1440)});
+        shiftRows.insert({shift.code, shift.rule, shift.description, timeOfDay(shift.start),
+                          timeOfDay(shift.start + shift.length)});
     TableLoader departmentRows(database, u"Department", {u"dept_code", u"dept_descr"});
     for (const CodeAndText& department : departments)
         departmentRows.insert({department.code, department.text});
     TableLoader absenceRows(database, u"Absentee", {u"absent_code", u"absent_descr"});
     for (const CodeAndText& absence : absences)
         absenceRows.insert({absence.code, absence.text});
+    for (TableLoader* rows : {&shiftRows, &departmentRows, &absenceRows})
+        rows->finish();
 }
 
 } // namespace
@@ -246,35 +248,37 @@ std::vector<DemoPerson> makePeople(const DemoSettings& settings, QRandomGenerato
     return people;
 }
 
-void loadPeople(SQLite::Database& database, const std::vector<DemoPerson>& people) {
+void loadPeople(Database& database, const std::vector<DemoPerson>& people) {
     loadCodes(database);
     TableLoader employees(database, u"Employee",
                           {u"emp_code", u"emp_name", u"sendate", u"Seniority", u"emp_dept",
                            u"phone", u"emp_shift", u"defaulttimecalc"});
     TableLoader held(database, u"Emp_Qualifications", {u"Emp_Code", u"Qual_Code", u"Default"});
     for (const DemoPerson& person : people) {
-        employees.insert({person.code, utf8(person.name),
-                          optionalCell(person.seniorityDate, dayText),
-                          optionalCell(person.seniorityNumber, [](int n) { return double(n); }),
-                          utf8(person.department), optionalCell(person.phone, utf8),
-                          person.shift->code, optionalCell(person.rule, utf8)});
+        employees.insert({person.code, person.name, optionalCell(person.seniorityDate),
+                          optionalCell(person.seniorityNumber), person.department,
+                          optionalCell(person.phone), person.shift->code,
+                          optionalCell(person.rule)});
         for (const QString& code : person.qualifications) {
             const bool isDefault = person.hasDefault && code == person.qualifications.first();
-            held.insert({person.code, utf8(code), isDefault ? -1 : 0});
+            held.insert({person.code, code, isDefault ? -1 : 0});
         }
     }
+    employees.finish();
+    held.finish();
 }
 
-void loadSchedule(SQLite::Database& database, const std::vector<DemoPerson>& people,
+void loadSchedule(Database& database, const std::vector<DemoPerson>& people,
                   const DemoSettings& settings) {
     TableLoader rows(database, u"Schedule", {u"sched_emp", u"sched_date", u"sched_shift"});
     for (const DemoPerson& person : people) {
         for (QDate day = settings.end.addDays(-28); day <= settings.end.addDays(14);
              day = day.addDays(1)) {
             if (person.shift->worksOn(day))
-                rows.insert({person.code, dayText(day), person.shift->code});
+                rows.insert({person.code, day, person.shift->code});
         }
     }
+    rows.finish();
 }
 
 } // namespace tallyroom::host

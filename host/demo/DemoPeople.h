@@ -7,10 +7,9 @@
 #include <QStringList>
 #include <optional>
 #include <span>
-#include <string>
 #include <vector>
 
-namespace SQLite {
+namespace tallyroom {
 class Database;
 }
 
@@ -27,7 +26,7 @@ struct DemoShift {
 };
 
 struct DemoPerson {
-    std::string code;
+    QString code;
     QString name;
     QString department;
     const DemoShift* shift = nullptr;
@@ -39,7 +38,7 @@ struct DemoPerson {
     bool hasDefault = true;
     int overtimePercent = 0; // share of working days with overtime
 
-    std::string ruleInForce() const { return rule ? rule->toStdString() : shift->rule; }
+    QString ruleInForce() const { return rule ? *rule : QString::fromUtf8(shift->rule); }
 };
 
 std::vector<DemoPerson> makePeople(const DemoSettings& settings, QRandomGenerator& random);
@@ -50,10 +49,10 @@ QString demoDepartment(QRandomGenerator& random);
 std::span<const char* const> demoAnswerCodes();
 
 // Writes the code tables and the employees with their qualifications.
-void loadPeople(SQLite::Database& database, const std::vector<DemoPerson>& people);
+void loadPeople(Database& database, const std::vector<DemoPerson>& people);
 
 // Writes who works which shift from four weeks before to two weeks after the end of the history.
-void loadSchedule(SQLite::Database& database, const std::vector<DemoPerson>& people,
+void loadSchedule(Database& database, const std::vector<DemoPerson>& people,
                   const DemoSettings& settings);
 
 } // namespace tallyroom::host

@@ -70,19 +70,21 @@ const std::vector<Ordering>& orderings() {
 
 } // namespace
 
-void loadSetup(SQLite::Database& database, const DemoSettings& settings) {
+void loadSetup(Database& database, const DemoSettings& settings) {
     std::vector<const char16_t*> associations;
     for (const AnswerKind& kind : answerKinds)
         associations.push_back(kind.association);
     const auto codes = demoAnswerCodes();
-    TableLoader(database, u"tlyr_assoc", associations)
-        .insert(std::vector<Cell>(codes.begin(), codes.end()));
-    TableLoader(database, u"tlyr_period", {u"from_date", u"to_date"})
-        .insert({dayText(settings.end.addDays(1 - pastDays)),
-                 dayText(settings.end.addDays(comingDays))});
+    TableLoader assoc(database, u"tlyr_assoc", associations);
+    assoc.insert(std::vector<Cell>(codes.begin(), codes.end()));
+    assoc.finish();
+    TableLoader period(database, u"tlyr_period", {u"from_date", u"to_date"});
+    period.insert({settings.end.addDays(1 - pastDays), settings.end.addDays(comingDays)});
+    period.finish();
     TableLoader rows(database, u"tlyr_order", {u"descr", u"details"});
     for (const Ordering& ordering : orderings())
-        rows.insert({ordering.description, utf8(detailsText(ordering))});
+        rows.insert({ordering.description, detailsText(ordering)});
+    rows.finish();
 }
 
 } // namespace tallyroom::host

@@ -3,13 +3,13 @@
 
 #include "host/demo/DemoSettings.h"
 
-namespace SQLite {
+namespace tallyroom {
 class Database;
 }
 
 namespace tallyroom::host {
 
 // Writes the four absent codes, a period of the last two weeks, and a few orderings.
-void loadSetup(SQLite::Database& database, const DemoSettings& settings);
+void loadSetup(Database& database, const DemoSettings& settings);
 
 } // namespace tallyroom::host

@@ -1,65 +1,57 @@
-// Fast loading of many rows into one table of a file that nobody else uses yet.
+// Loading many rows into one table through the store.
 #pragma once
+
+#include "store/Database.h"
 
 #include <QDateTime>
 #include <QString>
-#include <SQLiteCpp/SQLiteCpp.h>
 #include <initializer_list>
 #include <span>
-#include <string>
-#include <variant>
 
 namespace tallyroom::host {
 
-// Null, a whole number, a fraction, or UTF-8 text in the form in which the store keeps it.
-using Cell = std::variant<std::monostate, int, double, std::string>;
+// A value of a row: Null unless it is made from something.
+class Cell : public Variant {
+public:
+    Cell() : Variant(Variant::null()) {}
+    Cell(int number) : Variant(number) {}
+    Cell(double number) : Variant(number) {}
+    Cell(const QString& text) : Variant(text) {}
+    Cell(const char* text) : Variant(QString::fromUtf8(text)) {}
+    Cell(QDate day) : Variant(Dates::fromQDate(day)) {}
+    Cell(const QDateTime& moment) : Variant(Dates::fromQDateTime(moment)) {}
+    Cell(Date date) : Variant(date) {}
+};
 
-inline constexpr std::monostate nullCell;
+// The time of day so many minutes after a midnight.
+Cell timeOfDay(int minutes);
 
-// Texts of the store: a day or moment, and a time of day of that many minutes.
-std::string dayText(QDate day);
-std::string momentText(const QDateTime& moment);
-std::string timeText(int minutes);
-
-std::string utf8(const QString& text);
-
+// Collects rows and writes them in large portions.
 class TableLoader {
 public:
     using Columns = std::span<const char16_t* const>;
 
     // Rows take a cell for each of these columns of the table, in this order; the table's others
-    // stay Null. The database must outlive the loader. Throws SQLite::Exception for a column that
-    // is not there.
-    TableLoader(SQLite::Database& database, const char16_t* table, Columns columns);
-    TableLoader(SQLite::Database& database, const char16_t* table,
+    // stay Null. The database must outlive the loader.
+    TableLoader(Database& database, const char16_t* table, Columns columns);
+    TableLoader(Database& database, const char16_t* table,
                 std::initializer_list<const char16_t*> columns)
         : TableLoader(database, table, Columns(columns.begin(), columns.size())) {}
 
-    // Throws std::logic_error for more cells than columns, or fewer.
+    // Throws std::logic_error for more cells than columns, or fewer; raises what an Insert raises.
     void insert(std::span<const Cell> cells);
     void insert(std::initializer_list<Cell> cells) {
         insert(std::span(cells.begin(), cells.size()));
     }
 
-private:
-    SQLite::Statement m_statement;
-    std::size_t m_columns; // how many
-};
-
-// A file open for loading: rows become visible with commit(). Nothing of it is meant to survive a
-// failure, so it is written without a journal.
-class LoadedFile {
-public:
-    explicit LoadedFile(const QString& path);
-
-    SQLite::Database& database() { return m_database; }
-    void commit() { m_transaction.commit(); }
+    // Writes what has been collected. Rows that are not followed by it are not written.
+    void finish();
 
 private:
-    static SQLite::Database& prepared(SQLite::Database& database);
-
-    SQLite::Database m_database;
-    SQLite::Transaction m_transaction;
+    Database& m_database;
+    QString m_table;
+    QStringList m_columns;
+    std::vector<Row> m_rows;
 };
 
 } // namespace tallyroom::host

@@ -41,6 +41,4 @@ struct Dialect {
     }
 };
 
-const Dialect& sqliteDialect();
-
 } // namespace tallyroom::sql

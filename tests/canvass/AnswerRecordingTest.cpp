@@ -244,6 +244,10 @@ public:
                      const std::vector<Row>& rows) override {
         m_real->replaceRows(table, columns, rows);
     }
+    void appendRows(const QString& table, const QStringList& columns,
+                    const std::vector<Row>& rows) override {
+        m_real->appendRows(table, columns, rows);
+    }
     void begin(TransactionKind kind) override { m_real->begin(kind); }
     void commit() override { m_real->commit(); }
     void rollback() noexcept override { m_real->rollback(); }

@@ -40,13 +40,13 @@ TEST(DemoData, DependsOnTheSettingsOnly) {
 
 TEST(DemoData, ARowIsRefusedThatDoesNotFitItsColumns) {
     const HostDataFolder folder;
-    LoadedFile file(folder.path() + QStringLiteral("/bcx.mdb"));
-    TableLoader rows(file.database(), u"Department", {u"dept_descr", u"dept_code"});
+    const auto file = Workspace::openHostOptions(folder.path());
+    TableLoader rows(*file, u"Department", {u"dept_descr", u"dept_code"});
     rows.insert({"Described", "NEW"});
-    EXPECT_THROW(rows.insert({"Described", "NEW2", nullCell}), std::logic_error);
+    EXPECT_THROW(rows.insert({"Described", "NEW2", Cell()}), std::logic_error);
     EXPECT_THROW(rows.insert({"Described"}), std::logic_error);
-    EXPECT_THROW(TableLoader(file.database(), u"Department", {u"descr"}), SQLite::Exception);
-    file.commit();
+    EXPECT_THROW(TableLoader(*file, u"Department", {u"descr"}).finish(), RunError);
+    rows.finish();
     EXPECT_EQ(folder.hostCount(QStringLiteral("[Department] where [dept_code] in ('NEW', 'NEW2') "
                                               "and [dept_descr] = 'Described'")),
               1);

@@ -1,11 +1,11 @@
 // What statement files cannot hold: long lists, deep nesting, the engine's plan.
 #include "tests/store/StoreFixture.h"
 
-#include "store/LikePattern.h"
-#include "store/SqliteDatabase.h"
-#include "store/sql/Generator.h"
+#include "store/sql/LikePattern.h"
 #include "store/sql/Parser.h"
 #include "store/sql/StatementBinder.h"
+#include "store/sqlite/SqliteCatalog.h"
+#include "store/sqlite/SqliteDialect.h"
 
 namespace tallyroom {
 
@@ -26,13 +26,13 @@ protected:
 
     // How the engine goes about a query.
     QStringList planOf(const QString& sql) const {
-        const auto database = std::dynamic_pointer_cast<SqliteDatabase>(m_database);
+        SqliteConnection connection(m_folder.file(hostFile));
+        const SqliteCatalog catalog(connection);
         const sql::Statement statement = sql::parseStatement(sql);
         const sql::BoundSelect bound =
-            sql::bindSelect(database->catalog(), std::get<sql::SelectStatement>(statement));
-        SqliteQuery query(database->connection(),
-                          QStringLiteral("EXPLAIN QUERY PLAN ") +
-                              sql::Generator(sql::sqliteDialect()).rows(bound));
+            sql::bindSelect(catalog, std::get<sql::SelectStatement>(statement));
+        SqliteQuery query(connection,
+                          QStringLiteral("EXPLAIN QUERY PLAN ") + sqliteGenerator().rows(bound));
         QStringList plan;
         while (query.next())
             plan << query.text(3);

@@ -1,7 +1,7 @@
 #include "tests/store/StoreFixture.h"
 
-#include "store/Schema.h"
 #include "store/Workspace.h"
+#include "store/engine/FilePaths.h"
 #include "tests/support/FaultyFiles.h"
 
 #include <QDir>
@@ -27,23 +27,21 @@ QByteArray readFile(const QString& path) {
 TEST(Workspace, FindsFilesWithoutRegardToCaseAndSeparators) {
     const DataFolder folder;
     ASSERT_TRUE(QDir(folder.path()).mkpath(QStringLiteral("Site One/Data")));
-    Schema::createFiles(folder.file(u"Site One/Data"));
+    Workspace::createFiles(folder.file(u"Site One/Data"));
     const QString expected = folder.file(u"Site One/Data/aidb01.mdb");
     const QString written[] = {QStringLiteral("\\Site One\\Data\\aidb01.mdb"),
                                QStringLiteral("\\SITE ONE\\data\\AIDB01.MDB"),
                                QStringLiteral("/Site One//Data\\aidb01.MDB"),
                                QStringLiteral("\\site one\\..\\site one\\data/aidb01.mdb")};
     for (const QString& path : written)
-        EXPECT_EQ(QDir::cleanPath(Workspace::resolveFile(hostPath(folder) + path)), expected)
+        EXPECT_EQ(QDir::cleanPath(FilePaths::resolveFile(hostPath(folder) + path)), expected)
             << path.toStdString();
-    EXPECT_EQ(Workspace::resolveFolder(hostPath(folder) + QStringLiteral("\\SITE ONE\\")),
-              folder.file(u"Site One"));
 }
 
 TEST(Workspace, TakesTheExactSpellingWhereSeveralDifferInCase) {
     const DataFolder folder;
     writeFile(folder.file(u"AIDB01.mdb"), "other");
-    EXPECT_EQ(Workspace::resolveFile(folder.file(addInFile)), folder.file(addInFile));
+    EXPECT_EQ(FilePaths::resolveFile(folder.file(addInFile)), folder.file(addInFile));
 }
 
 TEST(Workspace, ReportsWhatCannotBeOpenedAndCreatesNothing) {
@@ -86,7 +84,7 @@ TEST(Workspace, ReportsALockedFileByName) {
 TEST(Schema, LeavesAFolderAloneThatHasOneOfTheFiles) {
     QTemporaryDir folder;
     writeFile(folder.filePath(QStringLiteral("BCX.mdb")), "kept");
-    EXPECT_EQ(errorNumberOf([&] { Schema::createFiles(folder.path()); }), 3204);
+    EXPECT_EQ(errorNumberOf([&] { Workspace::createFiles(folder.path()); }), 3204);
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{QStringLiteral("BCX.mdb")});
     EXPECT_EQ(readFile(folder.filePath(QStringLiteral("BCX.mdb"))), "kept");
 }

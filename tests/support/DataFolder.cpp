@@ -1,7 +1,5 @@
 #include "tests/support/DataFolder.h"
 
-#include "store/Schema.h"
-
 #include <SQLiteCpp/SQLiteCpp.h>
 
 namespace tallyroom {
@@ -19,7 +17,7 @@ QStringList textsOf(Recordset& rows) {
 }
 
 DataFolder::DataFolder() {
-    Schema::createFiles(m_folder.path());
+    Workspace::createFiles(m_folder.path());
 }
 
 QString DataFolder::file(const char16_t* name) const {

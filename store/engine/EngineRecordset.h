@@ -1,15 +1,15 @@
-// What the recordsets of the engine have in common: position, fields, and running the query anew.
+// What recordsets have in common: position, fields, and running the query anew.
 #pragma once
 
+#include "store/ErrorSource.h"
 #include "store/Recordset.h"
-#include "store/SqliteDatabase.h"
-#include "store/StoreErrors.h"
+#include "store/engine/EngineDatabase.h"
 
 namespace tallyroom {
 
-class SqliteRecordset : public Recordset {
+class EngineRecordset : public Recordset {
 public:
-    SqliteRecordset(std::shared_ptr<SqliteDatabase> database, RecordsetQuery query,
+    EngineRecordset(std::shared_ptr<EngineDatabase> database, RecordsetQuery query,
                     sql::BoundSelect bound);
 
     // Runs the query; the first row is current. Called once on a new recordset.
@@ -62,7 +62,7 @@ protected:
     void requireRow() const; // raises 3021 or 3167
     void requireField(int position) const;
 
-    SqliteDatabase& sqlite() const { return *m_database; }
+    EngineDatabase& engine() const { return *m_database; }
     const sql::BoundSelect& bound() const { return m_bound; }
     int position() const { return m_position; }
     void leaveRow() { m_onRow = false; }
@@ -71,7 +71,7 @@ protected:
 private:
     void moveTo(int position, int step);
 
-    std::shared_ptr<SqliteDatabase> m_database;
+    std::shared_ptr<EngineDatabase> m_database;
     RecordsetQuery m_query;
     sql::BoundSelect m_bound;
     QString m_sort;

@@ -1,4 +1,4 @@
-#include "store/LikePattern.h"
+#include "store/sql/LikePattern.h"
 
 namespace tallyroom {
 

@@ -1,4 +1,4 @@
-#include "store/StoreErrors.h"
+#include "store/sqlite/SqliteErrors.h"
 
 #include <QFileInfo>
 #include <QStorageInfo>
@@ -89,10 +89,6 @@ RunError storeError(const SQLite::Exception& error, const QString& file) {
     if (const int number = fileError(code))
         return RunError::make(number, {file});
     return messageError(message);
-}
-
-RunError withSource(const RunError& error, const QString& source) {
-    return {error.number(), error.description(), source};
 }
 
 } // namespace tallyroom

@@ -1,4 +1,4 @@
-#include "store/SqliteRecordset.h"
+#include "store/engine/EngineRecordset.h"
 
 #include "store/sql/Parser.h"
 
@@ -17,18 +17,17 @@ RunError recordsetError(const RunError& error) {
                                                    : error;
 }
 
-SqliteRecordset::SqliteRecordset(std::shared_ptr<SqliteDatabase> database, RecordsetQuery query,
+EngineRecordset::EngineRecordset(std::shared_ptr<EngineDatabase> database, RecordsetQuery query,
                                  sql::BoundSelect bound)
     : m_database(std::move(database)), m_query(std::move(query)), m_bound(std::move(bound)) {}
 
-void SqliteRecordset::requireOpen() const {
+void EngineRecordset::requireOpen() const {
     if (m_closed)
         raise(ErrorNumber::objectInvalid);
-    if (!m_database->isOpen())
-        asRecordset([this] { m_database->connection(); });
+    asRecordset([this] { m_database->requireOpen(); });
 }
 
-void SqliteRecordset::requireRow() const {
+void EngineRecordset::requireRow() const {
     requireOpen();
     if (m_onRow)
         return;
@@ -36,23 +35,23 @@ void SqliteRecordset::requireRow() const {
     raise(removedHere ? ErrorNumber::recordDeleted : ErrorNumber::noCurrentRecord);
 }
 
-bool SqliteRecordset::bof() const {
+bool EngineRecordset::bof() const {
     requireOpen();
     return m_position < 0 || (rowCount() == 0 && m_position >= rowTotal());
 }
 
-bool SqliteRecordset::eof() const {
+bool EngineRecordset::eof() const {
     requireOpen();
     return m_position >= rowTotal() || (rowCount() == 0 && m_position < 0);
 }
 
-int SqliteRecordset::rowCount() const {
+int EngineRecordset::rowCount() const {
     requireOpen();
     return rowTotal() - removedTotal();
 }
 
 // Takes the first row at or after the position, or at or before it, that has not been removed.
-void SqliteRecordset::moveTo(int position, int step) {
+void EngineRecordset::moveTo(int position, int step) {
     forgetRow();
     while (position >= 0 && position < rowTotal() && isRemoved(position))
         position += step;
@@ -60,36 +59,36 @@ void SqliteRecordset::moveTo(int position, int step) {
     m_onRow = position >= 0 && position < rowTotal();
 }
 
-void SqliteRecordset::leaveToEnd() {
+void EngineRecordset::leaveToEnd() {
     m_position = rowTotal();
     m_onRow = false;
 }
 
-void SqliteRecordset::moveFirst() {
+void EngineRecordset::moveFirst() {
     if (rowCount() == 0)
         raise(ErrorNumber::noCurrentRecord);
     moveTo(0, 1);
 }
 
-void SqliteRecordset::moveLast() {
+void EngineRecordset::moveLast() {
     if (rowCount() == 0)
         raise(ErrorNumber::noCurrentRecord);
     moveTo(rowTotal() - 1, -1);
 }
 
-void SqliteRecordset::moveNext() {
+void EngineRecordset::moveNext() {
     if (eof())
         raise(ErrorNumber::noCurrentRecord);
     moveTo(m_position + 1, 1);
 }
 
-void SqliteRecordset::movePrevious() {
+void EngineRecordset::movePrevious() {
     if (bof())
         raise(ErrorNumber::noCurrentRecord);
     moveTo(m_position - 1, -1);
 }
 
-int SqliteRecordset::fieldPosition(const QString& name) const {
+int EngineRecordset::fieldPosition(const QString& name) const {
     requireOpen();
     for (std::size_t i = 0; i < m_bound.columns.size(); ++i) {
         if (m_bound.columns[i].name.compare(name, Qt::CaseInsensitive) == 0)
@@ -98,16 +97,16 @@ int SqliteRecordset::fieldPosition(const QString& name) const {
     throw RunError::make(ErrorNumber::itemNotFound, {}, ErrorSource::fields);
 }
 
-void SqliteRecordset::requireField(int position) const {
+void EngineRecordset::requireField(int position) const {
     if (position < 0 || position >= static_cast<int>(m_bound.columns.size()))
         throw RunError::make(ErrorNumber::itemNotFound, {}, ErrorSource::fields);
 }
 
-Variant SqliteRecordset::field(const QString& name) const {
+Variant EngineRecordset::field(const QString& name) const {
     return field(fieldPosition(name));
 }
 
-Variant SqliteRecordset::field(int position) const {
+Variant EngineRecordset::field(int position) const {
     requireOpen();
     requireField(position);
     const auto index = static_cast<std::size_t>(position);
@@ -118,53 +117,53 @@ Variant SqliteRecordset::field(int position) const {
     return asRecordset([&] { return rowAt(m_position)[index]; });
 }
 
-int SqliteRecordset::fieldCount() const {
+int EngineRecordset::fieldCount() const {
     requireOpen();
     return static_cast<int>(m_bound.columns.size());
 }
 
-QString SqliteRecordset::fieldName(int position) const {
+QString EngineRecordset::fieldName(int position) const {
     requireOpen();
     requireField(position);
     return m_bound.columns[static_cast<std::size_t>(position)].name;
 }
 
-void SqliteRecordset::edit() {
+void EngineRecordset::edit() {
     requireOpen();
     raise(ErrorNumber::readOnly);
 }
 
-void SqliteRecordset::addNew() {
+void EngineRecordset::addNew() {
     requireOpen();
     raise(ErrorNumber::readOnly);
 }
 
-void SqliteRecordset::setField(const QString& name, const Variant& value) {
+void EngineRecordset::setField(const QString& name, const Variant& value) {
     setField(fieldPosition(name), value);
 }
 
-void SqliteRecordset::setField(int position, const Variant&) {
+void EngineRecordset::setField(int position, const Variant&) {
     requireOpen();
     requireField(position);
     raise(ErrorNumber::noEditPending);
 }
 
-void SqliteRecordset::update() {
+void EngineRecordset::update() {
     requireOpen();
     raise(ErrorNumber::noEditPending);
 }
 
-void SqliteRecordset::cancelUpdate() {
+void EngineRecordset::cancelUpdate() {
     requireOpen();
     raise(ErrorNumber::noEditPending);
 }
 
-void SqliteRecordset::remove() {
+void EngineRecordset::remove() {
     requireOpen();
     raise(ErrorNumber::readOnly);
 }
 
-void SqliteRecordset::findFirst(const QString& criteria) {
+void EngineRecordset::findFirst(const QString& criteria) {
     requireOpen();
     forgetRow();
     const int found = asRecordset([&] { return findRow(*sql::parseCriteria(criteria)); });
@@ -174,17 +173,17 @@ void SqliteRecordset::findFirst(const QString& criteria) {
         m_position = found;
 }
 
-bool SqliteRecordset::noMatch() const {
+bool EngineRecordset::noMatch() const {
     requireOpen();
     return m_noMatch;
 }
 
-void SqliteRecordset::setSort(const QString& sort) {
+void EngineRecordset::setSort(const QString& sort) {
     requireOpen();
     m_sort = sort;
 }
 
-std::shared_ptr<Recordset> SqliteRecordset::openRecordset() {
+std::shared_ptr<Recordset> EngineRecordset::openRecordset() {
     requireOpen();
     return asRecordset([this] {
         RecordsetQuery query = m_query;
@@ -195,14 +194,14 @@ std::shared_ptr<Recordset> SqliteRecordset::openRecordset() {
     });
 }
 
-void SqliteRecordset::start() {
+void EngineRecordset::start() {
     forgetRow();
     readRows();
     m_noMatch = false;
     moveTo(0, 1);
 }
 
-void SqliteRecordset::requery() {
+void EngineRecordset::requery() {
     requireOpen();
     asRecordset([this] {
         m_bound = m_database->bind(m_query);
@@ -210,13 +209,13 @@ void SqliteRecordset::requery() {
     });
 }
 
-void SqliteRecordset::close() {
+void EngineRecordset::close() {
     requireOpen();
     forgetRow();
     m_closed = true;
 }
 
-std::shared_ptr<Database> SqliteRecordset::database() const {
+std::shared_ptr<Database> EngineRecordset::database() const {
     return m_database;
 }
 

@@ -1,30 +1,9 @@
-#include "store/SqliteCatalog.h"
+#include "store/sqlite/SqliteCatalog.h"
 
-#include "store/SqliteTypes.h"
-
-#include <algorithm>
+#include "store/engine/SchemaTypes.h"
+#include "store/sqlite/SqliteTypes.h"
 
 namespace tallyroom {
-
-namespace {
-
-sql::ValueType valueType(Schema::ColumnType type) {
-    switch (type) {
-    case Schema::ColumnType::Long:
-    case Schema::ColumnType::Counter:
-        return sql::ValueType::Long;
-    case Schema::ColumnType::Double:
-        return sql::ValueType::Double;
-    case Schema::ColumnType::Date:
-        return sql::ValueType::Date;
-    case Schema::ColumnType::Boolean:
-        return sql::ValueType::Boolean;
-    default:
-        return sql::ValueType::Text;
-    }
-}
-
-} // namespace
 
 std::shared_ptr<const sql::CatalogTable> SqliteCatalog::findTable(const QString& name) const {
     return find(ownPlace, name);
@@ -67,19 +46,6 @@ std::shared_ptr<const sql::CatalogTable> SqliteCatalog::read(const QString& plac
     readColumns(*table);
     table->keepsWhatIsWritten = table->keyed && !hasRules(*table) && !hasDefaults(*table);
     return table;
-}
-
-bool SqliteCatalog::keepsWhatIsWritten(const Schema::Table& table) const {
-    const auto known = findTable(QString::fromUtf16(table.name));
-    const auto isKept = [&](const Schema::Column& column) {
-        const int at = known->indexOf(QString::fromUtf16(column.name));
-        if (at < 0)
-            return false;
-        const sql::CatalogColumn& found = known->columns[static_cast<std::size_t>(at)];
-        return found.type == valueType(column.type) && found.width == column.width;
-    };
-    return known && known->keepsWhatIsWritten &&
-           std::all_of(table.columns.begin(), table.columns.end(), isKept);
 }
 
 // On the safe side: a column that is called "check" counts as a rule.

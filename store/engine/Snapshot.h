@@ -1,14 +1,13 @@
 // A copy of a query's rows, which cannot be changed.
 #pragma once
 
-#include "store/CopySearch.h"
-#include "store/SqliteRecordset.h"
+#include "store/engine/EngineRecordset.h"
 
 namespace tallyroom {
 
-class SqliteCopy final : public SqliteRecordset {
+class Snapshot final : public EngineRecordset {
 public:
-    using SqliteRecordset::SqliteRecordset;
+    using EngineRecordset::EngineRecordset;
 
 protected:
     void readRows() override;

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "store/Database.h"
-#include "store/sql/Operation.h"
+#include "store/sql/Bound.h"
 
 #include <QHash>
 #include <QString>
@@ -71,6 +71,7 @@ public:
     QString text(int column) const;
     // The value as the column's type has it; what was stored with another type keeps its own.
     Variant value(int column, sql::ValueType type) const;
+    Row row(const std::vector<sql::BoundColumn>& columns) const;
 
 private:
     void bind(int parameter, const QString& text);

@@ -1,6 +1,6 @@
-#include "store/FieldValue.h"
+#include "store/engine/FieldValue.h"
 
-#include "store/StoreErrors.h"
+#include "store/ErrorSource.h"
 
 namespace tallyroom {
 

@@ -1,10 +1,10 @@
-#include "store/SqliteFunctions.h"
+#include "store/sqlite/SqliteFunctions.h"
 
 #include "common/DateParser.h"
 #include "common/TextOrder.h"
 #include "common/Variant.h"
-#include "store/LikePattern.h"
-#include "store/StoreErrors.h"
+#include "store/sql/LikePattern.h"
+#include "store/sqlite/SqliteErrors.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,12 +1,14 @@
 // SQLite. Functions that begin with "tr_" are those of SqliteFunctions.
-#include "store/sql/Dialect.h"
+#include "store/sqlite/SqliteDialect.h"
 
 #include <algorithm>
 #include <iterator>
 
-namespace tallyroom::sql {
+namespace tallyroom {
 
 namespace {
+
+using sql::Operation;
 
 struct Template {
     Operation operation;
@@ -74,14 +76,14 @@ constexpr Template templates[] = {
     {Operation::Collated, u"$1 COLLATE TR_TEXT"},
 };
 
-constexpr std::array<const char16_t*, operationCount> byOperation() {
-    std::array<const char16_t*, operationCount> result{};
+constexpr std::array<const char16_t*, sql::operationCount> byOperation() {
+    std::array<const char16_t*, sql::operationCount> result{};
     for (const Template& entry : templates)
         result[static_cast<std::size_t>(entry.operation)] = entry.text;
     return result;
 }
 
-constexpr Dialect dialect = {
+constexpr sql::Dialect dialect = {
     .nameQuote = u'"',
     .textQuote = u'\'',
     .nullLiteral = u"NULL",
@@ -107,14 +109,14 @@ constexpr Dialect dialect = {
     .operations = byOperation(),
 };
 
-static_assert(std::size(templates) == operationCount &&
+static_assert(std::size(templates) == sql::operationCount &&
                   std::ranges::none_of(dialect.operations, [](auto text) { return !text; }),
               "each operation has one template");
 
 } // namespace
 
-const Dialect& sqliteDialect() {
+const sql::Dialect& sqliteDialect() {
     return dialect;
 }
 
-} // namespace tallyroom::sql
+} // namespace tallyroom

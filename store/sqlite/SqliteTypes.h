@@ -3,6 +3,8 @@
 
 #include "store/Schema.h"
 
+#include <QString>
+
 namespace tallyroom {
 
 struct ColumnFormat {

@@ -1,13 +1,11 @@
-#include "store/SqliteDatabase.h"
+#include "store/sqlite/SqliteDatabase.h"
 
-#include "store/SqliteCopy.h"
-#include "store/SqliteDynaset.h"
-#include "store/SqliteGenerator.h"
-#include "store/SqliteRows.h"
-#include "store/StoreErrors.h"
-#include "store/Workspace.h"
-#include "store/sql/Parser.h"
+#include "store/ErrorSource.h"
+#include "store/engine/FilePaths.h"
 #include "store/sql/StatementBinder.h"
+#include "store/sqlite/SqliteDialect.h"
+#include "store/sqlite/SqliteKeyedRows.h"
+#include "store/sqlite/SqliteRows.h"
 
 #include <QFileInfo>
 #include <QScopeGuard>
@@ -41,38 +39,15 @@ private:
     SqliteConnection& m_connection;
 };
 
-sql::SelectStatement allColumnsOf(const QString& table) {
-    sql::SelectStatement select;
-    select.items.emplace_back();
-    select.from = sql::TableReference{table, table};
-    return select;
-}
-
-QString unbracketed(const QString& name) {
-    const QString trimmed = name.trimmed();
-    return trimmed.startsWith(u'[') ? trimmed.sliced(1, trimmed.size() - 2) : trimmed;
-}
-
-// A table's name alone stands for all its rows.
-sql::SelectStatement parseSelect(const QString& text) {
-    if (sql::isTableName(text))
-        return allColumnsOf(unbracketed(text));
-    sql::Statement statement = sql::parseStatement(text);
-    if (auto* select = std::get_if<sql::SelectStatement>(&statement))
-        return std::move(*select);
-    throw RunError::make(ErrorNumber::invalidOperation);
-}
-
 } // namespace
 
-SqliteDatabase::SqliteDatabase(const QString& file, WhenInUse answer)
-    : m_session(std::make_unique<Session>(file, answer)) {
+SqliteDatabase::SqliteDatabase(const QString& file, WhenInUse answer, CopySearchMaker maker)
+    : EngineDatabase(maker), m_session(std::make_unique<Session>(file, answer)) {
     m_session->connection.run(QStringLiteral("SELECT count(*) FROM main.sqlite_master"));
 }
 
 SqliteDatabase::Session& SqliteDatabase::session() {
-    if (!m_session)
-        throw RunError::make(ErrorNumber::objectInvalid, {}, ErrorSource::database);
+    requireOpen();
     return *m_session;
 }
 
@@ -84,49 +59,56 @@ const sql::Catalog& SqliteDatabase::catalog() {
     return session().catalog;
 }
 
-void SqliteDatabase::execute(const QString& sql) {
-    session();
-    std::visit([this](const auto& statement) { runStatement(statement); },
-               sql::parseStatement(sql));
+std::vector<Row> SqliteDatabase::readRows(const sql::BoundSelect& query) {
+    std::vector<Row> rows;
+    SqliteQuery native(connection(), sqliteGenerator().rows(query));
+    while (native.next())
+        rows.push_back(native.row(query.columns));
+    return rows;
 }
 
-void SqliteDatabase::runStatement(const sql::SelectStatement&) {
-    throw RunError::make(ErrorNumber::notASelect);
+std::unique_ptr<KeyedRows> SqliteDatabase::keyedRows(const sql::BoundSelect& query) {
+    return std::make_unique<SqliteKeyedRows>(connection(), query);
 }
 
-void SqliteDatabase::runStatement(const sql::DeleteStatement& statement) {
-    connection().run(generator().deleteRows(sql::bindDelete(catalog(), statement)));
+void SqliteDatabase::run(const sql::BoundDelete& statement) {
+    connection().run(sqliteGenerator().deleteRows(statement));
 }
 
-void SqliteDatabase::runStatement(const sql::UpdateStatement& statement) {
-    connection().run(generator().updateRows(sql::bindUpdate(catalog(), statement)));
+void SqliteDatabase::run(const sql::BoundUpdate& statement) {
+    connection().run(sqliteGenerator().updateRows(statement));
 }
 
-void SqliteDatabase::runStatement(const sql::DropStatement& statement) {
-    connection().run(generator().dropTable(sql::bindDrop(catalog(), statement)));
+void SqliteDatabase::run(const sql::BoundInsert& statement) {
+    connection().run(sqliteGenerator().insertRows(statement));
+}
+
+void SqliteDatabase::run(const sql::BoundDrop& statement) {
+    connection().run(sqliteGenerator().dropTable(statement));
     ++m_drops;
 }
 
-void SqliteDatabase::runStatement(const sql::InsertStatement& statement) {
-    const QString file = targetFile(statement.file);
-    if (!file.isEmpty())
-        insertInto(statement, file);
-    else
-        connection().run(generator().insertRows(sql::bindInsert(catalog(), statement)));
+void SqliteDatabase::writeRows(const sql::CatalogTable& table,
+                               const std::vector<sql::CatalogColumn>& columns,
+                               const std::vector<Row>& rows) {
+    writeSqliteRows(connection(), table, columns, rows);
 }
 
 // Naming the connection's own file is the same as naming none.
-QString SqliteDatabase::targetFile(const QString& named) {
-    if (named.isEmpty())
-        return {};
-    const QString file = Workspace::resolveFile(named);
-    const bool own =
-        QFileInfo(file).canonicalFilePath() == QFileInfo(connection().file()).canonicalFilePath();
-    return own ? QString() : file;
+void SqliteDatabase::insertInto(const sql::InsertStatement& statement) {
+    const QString file = FilePaths::resolveFile(statement.file);
+    if (!isOwnFile(file))
+        return insertIntoFile(statement, file);
+    run(sql::bindInsert(catalog(), statement));
+}
+
+bool SqliteDatabase::isOwnFile(const QString& file) {
+    return QFileInfo(file).canonicalFilePath() ==
+           QFileInfo(connection().file()).canonicalFilePath();
 }
 
 // The engine attaches no file inside a transaction.
-void SqliteDatabase::insertInto(const sql::InsertStatement& statement, const QString& file) {
+void SqliteDatabase::insertIntoFile(const sql::InsertStatement& statement, const QString& file) {
     if (inTransaction())
         throw RunError::make(ErrorNumber::invalidOperation, {}, ErrorSource::database);
     const auto backToOwnFile = qScopeGuard([this] {
@@ -136,45 +118,7 @@ void SqliteDatabase::insertInto(const sql::InsertStatement& statement, const QSt
     connection().setTarget(file);
     const Attachment attachment(connection(), file);
     session().catalog.setInsertPlace(SqliteCatalog::targetPlace);
-    connection().run(generator().insertRows(sql::bindInsert(catalog(), statement)));
-}
-
-std::shared_ptr<Recordset> SqliteDatabase::openRecordset(const QString& sql, RecordsetType type) {
-    session();
-    RecordsetQuery query;
-    query.select = std::make_shared<const sql::SelectStatement>(parseSelect(sql));
-    query.type = type;
-    return open(query);
-}
-
-sql::BoundSelect SqliteDatabase::bind(const RecordsetQuery& query) {
-    return sql::bindSelect(catalog(), *query.select, query.sort.get());
-}
-
-std::shared_ptr<Recordset> SqliteDatabase::open(const RecordsetQuery& query) {
-    sql::BoundSelect bound = bind(query);
-    const auto self = std::static_pointer_cast<SqliteDatabase>(shared_from_this());
-    std::shared_ptr<SqliteRecordset> recordset;
-    if (query.type == RecordsetType::Dynaset && bound.updatable())
-        recordset = std::make_shared<SqliteDynaset>(self, query, std::move(bound));
-    else
-        recordset = std::make_shared<SqliteCopy>(self, query, std::move(bound));
-    recordset->start();
-    return recordset;
-}
-
-bool SqliteDatabase::keepsWhatIsWritten(const Schema::Table& table) {
-    return session().catalog.keepsWhatIsWritten(table);
-}
-
-void SqliteDatabase::replaceRows(const QString& table, const QStringList& columns,
-                                 const std::vector<Row>& rows) {
-    const auto target = catalog().findTable(table);
-    if (!target)
-        throw RunError::make(ErrorNumber::unknownOutputTable, {table}, ErrorSource::database);
-    Transaction write(shared_from_this(), TransactionKind::Write);
-    SqliteRows(connection(), *target, columns).replaceBy(rows);
-    write.commit();
+    run(sql::bindInsert(catalog(), statement));
 }
 
 void SqliteDatabase::begin(TransactionKind kind) {

@@ -1,9 +1,9 @@
-#include "store/CopySearch.h"
+#include "store/sqlite/SqliteCopySearch.h"
 
-#include "store/SqliteGenerator.h"
-#include "store/SqliteTypes.h"
 #include "store/sql/Scope.h"
 #include "store/sql/StatementBinder.h"
+#include "store/sqlite/SqliteDialect.h"
+#include "store/sqlite/SqliteRows.h"
 
 #include <algorithm>
 
@@ -30,14 +30,14 @@ QString definition(const sql::CatalogColumn& column) {
 
 } // namespace
 
-CopySearch::CopySearch(const std::vector<sql::BoundColumn>& columns,
-                       const std::vector<std::vector<Variant>>& rows)
+SqliteCopySearch::SqliteCopySearch(const std::vector<sql::BoundColumn>& columns,
+                                   const std::vector<Row>& rows)
     : m_connection(QString()) {
     createTable(columns);
     fill(rows);
 }
 
-void CopySearch::createTable(const std::vector<sql::BoundColumn>& columns) {
+void SqliteCopySearch::createTable(const std::vector<sql::BoundColumn>& columns) {
     auto table = std::make_shared<sql::CatalogTable>();
     table->place = QStringLiteral("main");
     table->name = QStringLiteral("copy");
@@ -55,12 +55,11 @@ void CopySearch::createTable(const std::vector<sql::BoundColumn>& columns) {
         QStringLiteral("CREATE TABLE copy (%1)").arg(definitions.join(QStringLiteral(", "))));
 }
 
-void CopySearch::fill(const std::vector<std::vector<Variant>>& rows) {
+void SqliteCopySearch::fill(const std::vector<Row>& rows) {
     QStringList names;
     for (const sql::CatalogColumn& column : m_select.source->table->columns)
         names << column.name;
-    const QString insert =
-        sql::Generator(sql::sqliteDialect()).insertRow(*m_select.source->table, names);
+    const QString insert = sqliteGenerator().insertRow(*m_select.source->table, names);
     m_connection.run(QStringLiteral("BEGIN"));
     for (const std::vector<Variant>& row : rows) {
         SqliteQuery query(m_connection, insert);
@@ -72,7 +71,7 @@ void CopySearch::fill(const std::vector<std::vector<Variant>>& rows) {
 }
 
 // A search for one value is mostly one of many.
-void CopySearch::indexFor(const sql::BoundNode& condition) {
+void SqliteCopySearch::indexFor(const sql::BoundNode& condition) {
     const bool listed = condition.kind == sql::BoundKind::InList; // one value's spellings, too
     if (!listed && !condition.applies(sql::Operation::Equal))
         return;
@@ -84,14 +83,19 @@ void CopySearch::indexFor(const sql::BoundNode& condition) {
             QStringLiteral("CREATE INDEX IF NOT EXISTS index_%1 ON copy (%1)").arg(left->column));
 }
 
-int CopySearch::find(const sql::Expression& criteria) {
+int SqliteCopySearch::find(const sql::Expression& criteria) {
     const sql::BoundPtr condition = sql::bindCriteria(NoTables(), m_select, criteria);
     indexFor(*condition);
-    SqliteQuery query(m_connection, generator().keysWhere(m_select, condition));
+    SqliteQuery query(m_connection, sqliteGenerator().keysWhere(m_select, condition));
     qint64 first = 0;
     while (query.next())
         first = first == 0 ? query.key(0) : std::min(first, query.key(0));
     return static_cast<int>(first) - 1;
+}
+
+std::unique_ptr<CopySearch> makeSqliteCopySearch(const std::vector<sql::BoundColumn>& columns,
+                                                 const std::vector<Row>& rows) {
+    return std::make_unique<SqliteCopySearch>(columns, rows);
 }
 
 } // namespace tallyroom

@@ -1,16 +1,17 @@
 // The rows of one table by their keys, in the order that they had when the set was opened.
 #pragma once
 
-#include "store/SqliteRecordset.h"
+#include "store/engine/EngineRecordset.h"
 
+#include <QHash>
 #include <optional>
 
 namespace tallyroom {
 
-class SqliteDynaset final : public SqliteRecordset {
+class Dynaset final : public EngineRecordset {
 public:
-    using SqliteRecordset::setField;
-    using SqliteRecordset::SqliteRecordset;
+    using EngineRecordset::EngineRecordset;
+    using EngineRecordset::setField;
 
     void edit() override;
     void addNew() override;
@@ -39,22 +40,19 @@ private:
     const sql::CatalogTable& table() const { return *bound().source->table; }
     void beginChange(bool adding, Row row);
     QStringList changedColumns() const;
-    void bindChanges(SqliteQuery& query) const;
+    Row changedValues() const;
     void insertRow();
     void updateRow();
     void appendKey(qint64 key);
     void indexKeys();
     int positionOf(qint64 key) const;
-    int changedRows() const;
 
+    std::unique_ptr<KeyedRows> m_table;
     std::vector<qint64> m_keys;
     std::vector<bool> m_removed; // by position, as m_keys
     int m_removedTotal = 0;
     QHash<qint64, int> m_positions; // by key; filled by the first search
-    QString m_rowText;              // the statement that reads one row
-    QString m_updateText;           // the one that writes the columns of m_updated
-    std::vector<bool> m_updated;
-    mutable Row m_row; // values of the current row, once asked for
+    mutable Row m_row;              // values of the current row, once asked for
     mutable bool m_rowRead = false;
     std::optional<Pending> m_pending;
 };

@@ -1,7 +1,7 @@
-#include "store/SqliteConnection.h"
+#include "store/sqlite/SqliteConnection.h"
 
-#include "store/SqliteFunctions.h"
-#include "store/StoreErrors.h"
+#include "store/sqlite/SqliteErrors.h"
+#include "store/sqlite/SqliteFunctions.h"
 
 #include <cmath>
 #include <limits>
@@ -229,6 +229,14 @@ Variant SqliteQuery::value(int column, sql::ValueType type) const {
     default:
         return Variant::null();
     }
+}
+
+Row SqliteQuery::row(const std::vector<sql::BoundColumn>& columns) const {
+    Row row;
+    row.reserve(columns.size());
+    for (const sql::BoundColumn& column : columns)
+        row.push_back(value(static_cast<int>(row.size()), column.value->type));
+    return row;
 }
 
 } // namespace tallyroom

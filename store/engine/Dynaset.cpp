@@ -1,11 +1,7 @@
-#include "store/SqliteDynaset.h"
+#include "store/engine/Dynaset.h"
 
-#include "store/FieldValue.h"
-#include "store/SqliteGenerator.h"
+#include "store/engine/FieldValue.h"
 #include "store/sql/StatementBinder.h"
-
-#include <algorithm>
-#include <sqlite3.h>
 
 namespace tallyroom {
 
@@ -17,60 +13,52 @@ namespace {
 
 } // namespace
 
-void SqliteDynaset::readRows() {
-    m_keys.clear();
-    SqliteQuery query(sqlite().connection(), generator().keys(bound()));
-    while (query.next())
-        m_keys.push_back(query.key(0));
+void Dynaset::readRows() {
+    m_table = engine().keyedRows(bound());
+    m_keys = m_table->keys();
     m_removed.assign(m_keys.size(), false);
     m_removedTotal = 0;
     m_positions.clear();
-    m_rowText = generator().rowByKey(bound());
-    m_updated.clear();
 }
 
-bool SqliteDynaset::isRemoved(int position) const {
+bool Dynaset::isRemoved(int position) const {
     return m_removed[static_cast<std::size_t>(position)];
 }
 
-void SqliteDynaset::forgetRow() {
+void Dynaset::forgetRow() {
     m_pending.reset();
     m_rowRead = false;
 }
 
-const Row& SqliteDynaset::rowAt(int position) const {
+const Row& Dynaset::rowAt(int position) const {
     if (m_rowRead)
         return m_row;
-    SqliteQuery query(sqlite().connection(), m_rowText);
-    query.bind(1, m_keys[static_cast<std::size_t>(position)]);
-    if (!query.next())
+    auto row = m_table->read(m_keys[static_cast<std::size_t>(position)]);
+    if (!row)
         raise(ErrorNumber::recordDeleted);
-    m_row.clear();
-    m_row.reserve(bound().columns.size());
-    for (const sql::BoundColumn& column : bound().columns)
-        m_row.push_back(query.value(static_cast<int>(m_row.size()), column.value->type));
+    m_row = std::move(*row);
     m_rowRead = true;
     return m_row;
 }
 
-void SqliteDynaset::beginChange(bool adding, Row row) {
+void Dynaset::beginChange(bool adding, Row row) {
     const std::size_t count = row.size();
     m_pending = Pending{adding, std::move(row), std::vector<bool>(count, false)};
 }
 
 // Somebody may have removed the row, which is reported here.
-void SqliteDynaset::edit() {
+void Dynaset::edit() {
     requireRow();
     forgetRow();
     beginChange(false, asRecordset([this] { return rowAt(position()); }));
 }
 
-void SqliteDynaset::addNew() {
+void Dynaset::addNew() {
     requireOpen();
     beginChange(true, Row(bound().columns.size(), Variant::null()));
 }
 
-void SqliteDynaset::setField(int position, const Variant& value) {
+void Dynaset::setField(int position, const Variant& value) {
     requireOpen();
     requireField(position);
     if (!m_pending)
@@ -83,7 +71,7 @@ void SqliteDynaset::setField(int position, const Variant& value) {
     m_pending->changed[index] = true;
 }
 
-void SqliteDynaset::update() {
+void Dynaset::update() {
     requireOpen();
     if (!m_pending)
         raise(ErrorNumber::noEditPending);
@@ -91,14 +79,14 @@ void SqliteDynaset::update() {
     forgetRow();
 }
 
-void SqliteDynaset::cancelUpdate() {
+void Dynaset::cancelUpdate() {
     requireOpen();
     if (!m_pending)
         raise(ErrorNumber::noEditPending);
     forgetRow();
 }
 
-QStringList SqliteDynaset::changedColumns() const {
+QStringList Dynaset::changedColumns() const {
     QStringList names;
     for (std::size_t i = 0; i < m_pending->row.size(); ++i) {
         if (m_pending->changed[i])
@@ -107,61 +95,50 @@ QStringList SqliteDynaset::changedColumns() const {
     return names;
 }
 
-void SqliteDynaset::bindChanges(SqliteQuery& query) const {
-    int parameter = 0;
+Row Dynaset::changedValues() const {
+    Row values;
     for (std::size_t i = 0; i < m_pending->row.size(); ++i) {
         if (m_pending->changed[i])
-            query.bind(++parameter, m_pending->row[i]);
+            values.push_back(m_pending->row[i]);
     }
+    return values;
 }
 
 // A new row of which nothing was set still needs one column to name, which stays Null.
-void SqliteDynaset::insertRow() {
+void Dynaset::insertRow() {
     QStringList names = changedColumns();
-    if (names.isEmpty())
+    Row values = changedValues();
+    if (names.isEmpty()) {
         names << table().columns.front().name;
-    SqliteConnection& connection = sqlite().connection();
-    SqliteQuery query(connection, generator().insertRow(table(), names));
-    bindChanges(query);
-    query.next();
+        values.push_back(Variant::null());
+    }
     const bool atEnd = eof();
-    appendKey(sqlite3_last_insert_rowid(connection.handle()));
+    appendKey(m_table->insert(names, values));
     if (atEnd)
         leaveToEnd();
 }
 
-void SqliteDynaset::updateRow() {
+void Dynaset::updateRow() {
     const QStringList names = changedColumns();
     if (names.isEmpty())
         return;
-    if (m_updated != m_pending->changed) {
-        m_updateText = generator().updateRow(table(), names);
-        m_updated = m_pending->changed;
-    }
-    SqliteQuery query(sqlite().connection(), m_updateText);
-    bindChanges(query);
-    query.bind(static_cast<int>(names.size()) + 1, m_keys[static_cast<std::size_t>(position())]);
-    query.next();
-    if (changedRows() == 0)
+    if (!m_table->update(m_keys[static_cast<std::size_t>(position())], names, changedValues()))
         raise(ErrorNumber::recordDeleted);
 }
 
-void SqliteDynaset::appendKey(qint64 key) {
+void Dynaset::appendKey(qint64 key) {
     if (!m_positions.isEmpty())
         m_positions.insert(key, rowTotal());
     m_keys.push_back(key);
     m_removed.push_back(false);
 }
 
-void SqliteDynaset::remove() {
+void Dynaset::remove() {
     requireRow();
     forgetRow();
     const auto index = static_cast<std::size_t>(position());
     asRecordset([&] {
-        SqliteQuery query(sqlite().connection(), generator().deleteRow(table()));
-        query.bind(1, m_keys[index]);
-        query.next();
-        if (changedRows() == 0)
+        if (!m_table->remove(m_keys[index]))
             raise(ErrorNumber::recordDeleted);
     });
     m_removed[index] = true;
@@ -169,26 +146,22 @@ void SqliteDynaset::remove() {
     leaveRow();
 }
 
-int SqliteDynaset::changedRows() const {
-    return sqlite3_changes(sqlite().connection().handle());
-}
-
 // The engine finds the matching rows of the table, by an index if it can; the first of the set
 // among them is looked up by key.
-int SqliteDynaset::findRow(const sql::Expression& criteria) {
-    const sql::BoundPtr condition = sql::bindCriteria(sqlite().catalog(), bound(), criteria);
-    SqliteQuery query(sqlite().connection(), generator().keysWhere(bound(), condition));
+int Dynaset::findRow(const sql::Expression& criteria) {
+    const sql::BoundPtr condition = sql::bindCriteria(engine().catalog(), bound(), criteria);
+    const std::vector<qint64> found = m_table->find(condition);
     indexKeys();
     int first = -1;
-    while (query.next()) {
-        const int position = positionOf(query.key(0));
+    for (const qint64 key : found) {
+        const int position = positionOf(key);
         if (position >= 0 && (first < 0 || position < first))
             first = position;
     }
     return first;
 }
 
-void SqliteDynaset::indexKeys() {
+void Dynaset::indexKeys() {
     if (!m_positions.isEmpty())
         return;
     m_positions.reserve(static_cast<qsizetype>(m_keys.size()));
@@ -197,7 +170,7 @@ void SqliteDynaset::indexKeys() {
 }
 
 // −1 for a row that is not in the set, or no longer.
-int SqliteDynaset::positionOf(qint64 key) const {
+int Dynaset::positionOf(qint64 key) const {
     const auto found = m_positions.constFind(key);
     return found == m_positions.constEnd() || isRemoved(*found) ? -1 : *found;
 }

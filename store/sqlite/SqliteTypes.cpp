@@ -1,4 +1,4 @@
-#include "store/SqliteTypes.h"
+#include "store/sqlite/SqliteTypes.h"
 
 #include <QRegularExpression>
 

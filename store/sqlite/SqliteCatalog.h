@@ -1,9 +1,8 @@
 // The tables of a connection's files, read from the engine and kept until a file's tables change.
 #pragma once
 
-#include "store/Schema.h"
-#include "store/SqliteConnection.h"
 #include "store/sql/Catalog.h"
+#include "store/sqlite/SqliteConnection.h"
 
 namespace tallyroom {
 
@@ -17,8 +16,6 @@ public:
 
     std::shared_ptr<const sql::CatalogTable> findTable(const QString& name) const override;
     std::shared_ptr<const sql::CatalogTable> findTargetTable(const QString& name) const override;
-
-    bool keepsWhatIsWritten(const Schema::Table& table) const; // see Database
 
     void setInsertPlace(const QString& place) { m_insertPlace = place; }
 

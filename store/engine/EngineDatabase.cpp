@@ -1,0 +1,147 @@
+#include "store/engine/EngineDatabase.h"
+
+#include "store/ErrorSource.h"
+#include "store/Schema.h"
+#include "store/engine/Dynaset.h"
+#include "store/engine/SchemaTypes.h"
+#include "store/engine/Snapshot.h"
+#include "store/sql/Parser.h"
+#include "store/sql/StatementBinder.h"
+
+#include <algorithm>
+
+namespace tallyroom {
+
+namespace {
+
+sql::SelectStatement allColumnsOf(const QString& table) {
+    sql::SelectStatement select;
+    select.items.emplace_back();
+    select.from = sql::TableReference{table, table};
+    return select;
+}
+
+QString unbracketed(const QString& name) {
+    const QString trimmed = name.trimmed();
+    return trimmed.startsWith(u'[') ? trimmed.sliced(1, trimmed.size() - 2) : trimmed;
+}
+
+// A table's name alone stands for all its rows.
+sql::SelectStatement parseSelect(const QString& text) {
+    if (sql::isTableName(text))
+        return allColumnsOf(unbracketed(text));
+    sql::Statement statement = sql::parseStatement(text);
+    if (auto* select = std::get_if<sql::SelectStatement>(&statement))
+        return std::move(*select);
+    throw RunError::make(ErrorNumber::invalidOperation);
+}
+
+std::vector<sql::CatalogColumn> columnsOf(const sql::CatalogTable& table,
+                                          const QStringList& names) {
+    std::vector<sql::CatalogColumn> columns;
+    for (const QString& name : names) {
+        const int at = table.indexOf(name);
+        if (at < 0)
+            throw RunError::make(ErrorNumber::unknownInsertField, {name}, ErrorSource::database);
+        columns.push_back(table.columns[static_cast<std::size_t>(at)]);
+    }
+    return columns;
+}
+
+} // namespace
+
+void EngineDatabase::requireOpen() {
+    if (!isOpen())
+        throw RunError::make(ErrorNumber::objectInvalid, {}, ErrorSource::database);
+}
+
+void EngineDatabase::execute(const QString& sql) {
+    requireOpen();
+    std::visit([this](const auto& statement) { runStatement(statement); },
+               sql::parseStatement(sql));
+}
+
+void EngineDatabase::runStatement(const sql::SelectStatement&) {
+    throw RunError::make(ErrorNumber::notASelect);
+}
+
+void EngineDatabase::runStatement(const sql::DeleteStatement& statement) {
+    run(sql::bindDelete(catalog(), statement));
+}
+
+void EngineDatabase::runStatement(const sql::UpdateStatement& statement) {
+    run(sql::bindUpdate(catalog(), statement));
+}
+
+void EngineDatabase::runStatement(const sql::DropStatement& statement) {
+    run(sql::bindDrop(catalog(), statement));
+}
+
+void EngineDatabase::runStatement(const sql::InsertStatement& statement) {
+    if (!statement.file.isEmpty())
+        return insertInto(statement);
+    run(sql::bindInsert(catalog(), statement));
+}
+
+std::shared_ptr<Recordset> EngineDatabase::openRecordset(const QString& sql, RecordsetType type) {
+    requireOpen();
+    RecordsetQuery query;
+    query.select = std::make_shared<const sql::SelectStatement>(parseSelect(sql));
+    query.type = type;
+    return open(query);
+}
+
+sql::BoundSelect EngineDatabase::bind(const RecordsetQuery& query) {
+    return sql::bindSelect(catalog(), *query.select, query.sort.get());
+}
+
+std::shared_ptr<Recordset> EngineDatabase::open(const RecordsetQuery& query) {
+    sql::BoundSelect bound = bind(query);
+    const auto self = std::static_pointer_cast<EngineDatabase>(shared_from_this());
+    std::shared_ptr<EngineRecordset> recordset;
+    if (query.type == RecordsetType::Dynaset && bound.updatable())
+        recordset = std::make_shared<Dynaset>(self, query, std::move(bound));
+    else
+        recordset = std::make_shared<Snapshot>(self, query, std::move(bound));
+    recordset->start();
+    return recordset;
+}
+
+bool EngineDatabase::keepsWhatIsWritten(const Schema::Table& table) {
+    const auto known = catalog().findTable(QString::fromUtf16(table.name));
+    const auto isKept = [&](const Schema::Column& column) {
+        const int at = known->indexOf(QString::fromUtf16(column.name));
+        if (at < 0)
+            return false;
+        const sql::CatalogColumn& found = known->columns[static_cast<std::size_t>(at)];
+        return found.type == valueType(column.type) && found.width == column.width;
+    };
+    return known && known->keepsWhatIsWritten &&
+           std::all_of(table.columns.begin(), table.columns.end(), isKept);
+}
+
+std::shared_ptr<const sql::CatalogTable> EngineDatabase::outputTable(const QString& name) {
+    auto table = catalog().findTable(name);
+    if (!table)
+        throw RunError::make(ErrorNumber::unknownOutputTable, {name}, ErrorSource::database);
+    return table;
+}
+
+void EngineDatabase::replaceRows(const QString& table, const QStringList& columns,
+                                 const std::vector<Row>& rows) {
+    const auto target = outputTable(table);
+    Transaction write(shared_from_this(), TransactionKind::Write);
+    run(sql::BoundDelete{{target, QStringLiteral("t")}, nullptr});
+    writeRows(*target, columnsOf(*target, columns), rows);
+    write.commit();
+}
+
+void EngineDatabase::appendRows(const QString& table, const QStringList& columns,
+                                const std::vector<Row>& rows) {
+    const auto target = outputTable(table);
+    Transaction write(shared_from_this(), TransactionKind::Write);
+    writeRows(*target, columnsOf(*target, columns), rows);
+    write.commit();
+}
+
+} // namespace tallyroom
