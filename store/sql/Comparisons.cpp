@@ -97,8 +97,10 @@ BoundPtr sameText(BoundPtr left, BoundPtr right) {
     if (isColumn(left) && right->kind == BoundKind::Literal)
         return inTexts(std::move(left), {right->value.toText()});
     const bool twoTables = isColumn(left) && isColumn(right) && left->source != right->source;
-    if (!twoTables)
+    if (!twoTables) {
         left = collated(std::move(left));
+        right = collated(std::move(right));
+    }
     return applyNode(twoTables ? Operation::SameText : Operation::Equal, ValueType::Boolean,
                      {std::move(left), std::move(right)});
 }
@@ -115,6 +117,7 @@ BoundPtr compare(Operation operation, BoundPtr left, BoundPtr right) {
         return sameText(std::move(left), std::move(right));
     const bool folds = operation == Operation::NotEqual && !asAscii;
     left = folds ? collated(std::move(left)) : caseBlind(std::move(left));
+    right = folds ? collated(std::move(right)) : caseBlind(std::move(right));
     return applyNode(operation, ValueType::Boolean, {std::move(left), std::move(right)});
 }
 
@@ -126,8 +129,9 @@ BoundPtr between(const BoundPtr& value, const BoundPtr& low, const BoundPtr& hig
     matchForComparison(left, to);
     matchForComparison(left, from);
     const bool ordered = orderBounds(from, to);
-    return applyNode(ordered ? Operation::BetweenOrdered : Operation::Between, ValueType::Boolean,
-                     {caseBlind(std::move(left)), caseBlind(std::move(from)), std::move(to)});
+    return applyNode(
+        ordered ? Operation::BetweenOrdered : Operation::Between, ValueType::Boolean,
+        {caseBlind(std::move(left)), caseBlind(std::move(from)), caseBlind(std::move(to))});
 }
 
 namespace {
@@ -168,7 +172,9 @@ BoundPtr inList(const BoundPtr& value, std::vector<BoundPtr> list, const QString
     for (BoundPtr& item : list)
         matchForComparison(left, item);
     const bool asAscii = std::all_of(list.begin(), list.end(), foldsAsAscii);
-    list.insert(list.begin(), asAscii ? caseBlind(std::move(left)) : collated(std::move(left)));
+    list.insert(list.begin(), std::move(left));
+    for (BoundPtr& item : list)
+        item = asAscii ? caseBlind(std::move(item)) : collated(std::move(item));
     return makeNode(BoundKind::InList, ValueType::Boolean, std::move(list));
 }
 
@@ -176,7 +182,7 @@ BoundPtr inSelect(const BoundPtr& value, std::shared_ptr<const BoundSelect> sele
     BoundPtr left = value;
     BoundPtr right = select->columns.front().value;
     matchForComparison(left, right);
-    auto node = makeNode(BoundKind::InSelect, ValueType::Boolean, {caseBlind(std::move(left))});
+    auto node = makeNode(BoundKind::InSelect, ValueType::Boolean, {std::move(left)});
     node->select = std::move(select);
     return node;
 }

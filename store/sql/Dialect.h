@@ -8,19 +8,22 @@
 
 namespace tallyroom::sql {
 
-// In the templates $1 to $9 stand for the parts; every template is a whole that needs no further
-// parentheses.
+// In the templates $1 to $9 stand for the parts and $$ for a dollar sign; every template is a whole
+// that needs no further parentheses.
 struct Dialect {
     QChar nameQuote;
     QChar textQuote;
     const char16_t* nullLiteral;
     const char16_t* trueLiteral;
     const char16_t* falseLiteral;
-    const char16_t* keyColumn;  // by which a row is found again
-    const char16_t* parameter;  // the $1st value that is bound to a statement
-    const char16_t* ascending;  // Nulls come first
-    const char16_t* descending; // Nulls come last
-    const char16_t* deleteRows; // $1 table, $2 alias, $3 condition
+    const char16_t* dateLiteral;  // $1 is YYYY-MM-DD HH:MM:SS
+    const char16_t* wholeLiteral; // $1 are digits ...
+    const char16_t* realLiteral;  // ... with a point or an exponent
+    const char16_t* keyColumn;    // by which a row is found again
+    const char16_t* parameter;    // the $1st value that is bound to a statement
+    const char16_t* ascending;    // Nulls come first
+    const char16_t* descending;   // Nulls come last
+    const char16_t* deleteRows;   // $1 table, $2 alias, $3 condition
     // Rows that cannot be kept are skipped.
     const char16_t* insertRows; // $1 table, $2 columns, $3 rows
     const char16_t* updateRows; // $1 table, $2 alias, $3 assignments, $4 condition

@@ -24,7 +24,7 @@ BoundPtr bindChoice(const std::vector<BoundPtr>& arguments) {
         return applyNode(Operation::IfNull, format.type,
                          {arguments[2], convert(arguments[1], format.type)});
     return applyNode(Operation::If, format.type,
-                     {logicalOperand(arguments[0]), convert(arguments[1], format.type),
+                     {condition(arguments[0]), convert(arguments[1], format.type),
                       convert(arguments[2], format.type)},
                      format.width);
 }
@@ -51,8 +51,7 @@ BoundPtr bindFunction(const Function& function, std::vector<BoundPtr> arguments)
         arguments[0] = convert(arguments[0], ValueType::Date);
         break;
     case FunctionShape::OneOfValues:
-        arguments[0] = caseBlind(arguments[0]);
-        break;
+        return oneOfValues(function.operation, asValue(arguments[0]));
     case FunctionShape::Unchanged:
         break;
     }

@@ -9,8 +9,8 @@ namespace {
 
 constexpr qsizetype maximumLength = 8'000'000;
 
-// Appends the template to `out`; what its marks $1 to $9 stand for is appended by `part`, which is
-// given their position from 0.
+// Appends the template to `out`; $$ gives a dollar sign, and what its marks $1 to $9 stand for is
+// appended by `part`, which is given their position from 0.
 template<class Part>
 void appendFilled(QString& out, QStringView text, const Part& part) {
     for (; !text.isEmpty(); text = text.sliced(1)) {
@@ -19,7 +19,10 @@ void appendFilled(QString& out, QStringView text, const Part& part) {
             continue;
         }
         text = text.sliced(1);
-        part(text.front().digitValue() - 1);
+        if (text.front() == u'$')
+            out += u'$';
+        else
+            part(text.front().digitValue() - 1);
     }
 }
 
@@ -246,16 +249,16 @@ void Generator::appendLiteral(const BoundNode& literal) {
             QStringView(literal.value.toBoolean() ? m_dialect.trueLiteral : m_dialect.falseLiteral);
         break;
     case ValueType::Date:
-        m_out += quoted(m_dialect.textQuote, Dates::toIso(literal.value.toDate()));
+        m_out += filled(m_dialect.dateLiteral, {Dates::toIso(literal.value.toDate())});
         break;
     case ValueType::Text:
         m_out += quoted(m_dialect.textQuote, literal.value.toText());
         break;
     case ValueType::Long:
-        m_out += QString::number(literal.value.toLong());
+        m_out += filled(m_dialect.wholeLiteral, {QString::number(literal.value.toLong())});
         break;
     case ValueType::Double:
-        m_out += realText(literal.value.toDouble());
+        m_out += filled(m_dialect.realLiteral, {realText(literal.value.toDouble())});
         break;
     }
 }

@@ -5,10 +5,11 @@
 
 namespace tallyroom::sql {
 
+// A Boolean is a number, −1 or 0, wherever it is a value; conditions are of that type, too.
 enum class ValueType { Null, Boolean, Long, Double, Date, Text };
 
 enum class Operation {
-    // Logic; the results are True, False or Null.
+    // Conditions: an engine knows whether they hold, and need not be able to keep that as a value.
     And,
     Or,
     Not,
@@ -24,6 +25,7 @@ enum class Operation {
     Like,
     IsNull,
     IsNotNull,
+    NumberAsCondition, // other than 0
     // Arithmetic and text.
     Add,
     Subtract,
@@ -57,21 +59,27 @@ enum class Operation {
     CountAll,
     Minimum,
     Maximum,
+    FirstText, // by the order of CaseBlind
+    LastText,
     Average,
+    // Of a group by texts that are the same, one as it is written.
+    AnySpelling,
     // Conversions. What does not convert becomes Null.
-    Truth,       // anything logical or numeric to −1 or 0
-    RoundToLong, // halves to the even number, Null outside 32 bits
+    ConditionAsNumber, // −1, 0 or Null
+    RoundToLong,       // halves to the even number, Null outside 32 bits
     NumberToText,
     DateToText,
     TextToNumber,
     TextToDate,
     DateToSerial,
     SerialToDate,
-    FitText,   // cut to a number of characters
-    CaseBlind, // the text, compared as the files' indexes have it: only A to Z have a case
-    Collated,  // the text, compared and sorted as TextOrder has it
+    FitText, // cut to a number of characters
+    // What stands for a text when it is compared, sorted or grouped; not for reading.
+    CaseBlind, // as the files' indexes have it: only A to Z have a case
+    Collated,  // as TextOrder has it
+    AsIndexed, // the quickest by which no two texts are equal that are not the same
 };
 
-inline constexpr std::size_t operationCount = static_cast<std::size_t>(Operation::Collated) + 1;
+inline constexpr std::size_t operationCount = static_cast<std::size_t>(Operation::AsIndexed) + 1;
 
 } // namespace tallyroom::sql

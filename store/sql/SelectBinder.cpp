@@ -91,7 +91,7 @@ void SelectBinder::bindSource(const SelectStatement& select) {
     }
     m_aliases = std::make_unique<AliasScope>(m_context, select, columns);
     if (select.where)
-        m_result.where = logicalOperand(
+        m_result.where = condition(
             ExpressionBinder(m_context, *columns, Aggregates::Refused).bind(*select.where));
 }
 
@@ -102,7 +102,7 @@ void SelectBinder::bindColumns(const SelectStatement& select) {
             addAllColumns(item.table);
             continue;
         }
-        BoundPtr value = m_aliases->item(i);
+        BoundPtr value = asValue(m_aliases->item(i));
         QString name = item.alias;
         if (name.isEmpty() && value->kind == BoundKind::Column)
             name = value->column;
@@ -126,19 +126,19 @@ void SelectBinder::addAllColumns(const QString& table) {
 void SelectBinder::bindGroups(const SelectStatement& select) {
     for (const ExpressionPtr& group : select.groupBy)
         m_result.groupBy.push_back(
-            ExpressionBinder(m_context, *m_table, Aggregates::Refused).bind(*group));
+            asValue(ExpressionBinder(m_context, *m_table, Aggregates::Refused).bind(*group)));
     m_result.totals = m_result.totals || !m_result.groupBy.empty();
     if (!select.having)
         return;
     ExpressionBinder binder(m_context, *m_aliases, Aggregates::Allowed);
-    m_result.having = logicalOperand(binder.bind(*select.having));
+    m_result.having = condition(binder.bind(*select.having));
     m_result.totals = true;
 }
 
 // A whole number stands for the column at that position.
 BoundOrder SelectBinder::bindOrder(const OrderItem& item) {
-    BoundPtr value =
-        ExpressionBinder(m_context, *m_aliases, Aggregates::Allowed).bind(*item.expression);
+    BoundPtr value = asValue(
+        ExpressionBinder(m_context, *m_aliases, Aggregates::Allowed).bind(*item.expression));
     if (value->kind == BoundKind::Literal && value->type == ValueType::Long) {
         const int position = value->value.toLong();
         if (position < 1 || position > static_cast<int>(m_result.columns.size()))
@@ -183,6 +183,8 @@ BoundPtr SelectBinder::sorted(const BoundPtr& value) const {
 void SelectBinder::groupTexts() {
     if (TextGroups::suit(m_result))
         m_result = TextGroups(m_context.newAlias()).joined(std::move(m_result));
+    else
+        spellGroups(m_result);
     for (BoundPtr& group : m_result.groupBy)
         group = sorted(group);
 }

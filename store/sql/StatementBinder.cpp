@@ -26,7 +26,7 @@ BoundSource findTarget(BindContext& context, const QString& table, int errorNumb
 BoundPtr bindWhere(BindContext& context, Scope& scope, const ExpressionPtr& where) {
     if (!where)
         return nullptr;
-    return logicalOperand(ExpressionBinder(context, scope, Aggregates::Refused).bind(*where));
+    return condition(ExpressionBinder(context, scope, Aggregates::Refused).bind(*where));
 }
 
 const CatalogColumn& requireInsertColumn(const CatalogTable& table, const QString& name) {
@@ -144,7 +144,7 @@ BoundPtr bindCriteria(const Catalog& catalog, const BoundSelect& select,
     BindContext context{catalog, {}, 0};
     ResultScope scope(select);
     BoundPtr bound =
-        logicalOperand(ExpressionBinder(context, scope, Aggregates::Refused).bind(criteria));
+        condition(ExpressionBinder(context, scope, Aggregates::Refused).bind(criteria));
     if (!context.unknownNames.isEmpty())
         throw RunError::make(ErrorNumber::unknownField, {context.unknownNames.first()});
     return bound;

@@ -10,10 +10,6 @@ namespace tallyroom::sql {
 
 namespace {
 
-bool isText(const BoundPtr& node) {
-    return node->type == ValueType::Text;
-}
-
 // Each node once: aliases may share them many times over.
 bool hasSubquery(const BoundPtr& node, std::unordered_set<const BoundNode*>& known) {
     if (!node || !known.insert(node.get()).second)
@@ -23,11 +19,42 @@ bool hasSubquery(const BoundPtr& node, std::unordered_set<const BoundNode*>& kno
                        [&](const BoundPtr& operand) { return hasSubquery(operand, known); });
 }
 
-BoundPtr oneOfValues(Operation operation, BoundPtr value) {
-    const ValueType type = value->type;
-    const int width = value->width;
-    return applyNode(operation, type, {caseBlind(std::move(value))}, width);
+BoundPtr asIndexed(const BoundPtr& text) {
+    return applyNode(Operation::AsIndexed, text->type, {text}, text->width);
 }
+
+// Puts what is read for what is grouped, outside aggregates. What aliases share stays shared.
+class Speller {
+public:
+    explicit Speller(const std::vector<BoundPtr>& groups) : m_groups(groups) {}
+
+    BoundPtr spelt(const BoundPtr& node) {
+        const auto [known, isNew] = m_known.emplace(node, nullptr);
+        if (isNew)
+            m_known.at(node) = rewritten(node);
+        return m_known.at(node);
+    }
+
+    bool isGroup(const BoundPtr& node) const {
+        return std::ranges::any_of(m_groups,
+                                   [&](const BoundPtr& group) { return sameNode(group, node); });
+    }
+
+private:
+    BoundPtr rewritten(const BoundPtr& node) {
+        if (isText(node) && isGroup(node))
+            return applyNode(Operation::AnySpelling, node->type, {node}, node->width);
+        if (isAggregate(*node) || node->operands.empty())
+            return node;
+        auto copy = std::make_shared<BoundNode>(*node);
+        for (BoundPtr& operand : copy->operands)
+            operand = spelt(operand);
+        return copy;
+    }
+
+    const std::vector<BoundPtr>& m_groups;
+    std::unordered_map<BoundPtr, BoundPtr> m_known;
+};
 
 } // namespace
 
@@ -63,7 +90,7 @@ BoundSelect TextGroups::joined(BoundSelect query) {
 void TextGroups::addGroups(BoundSelect& query) {
     for (BoundPtr& group : query.groupBy) {
         m_groups.push_back(group);
-        m_inner->groupBy.push_back(caseBlind(group));
+        m_inner->groupBy.push_back(isText(group) ? asIndexed(group) : group);
         group = addColumn(group);
         m_values.push_back(isText(group) ? oneOfValues(Operation::Minimum, group) : group);
     }
@@ -86,7 +113,7 @@ BoundPtr TextGroups::addColumn(BoundPtr value) {
 }
 
 BoundPtr TextGroups::overGroups(const BoundPtr& node) {
-    const auto [known, isNew] = m_known.try_emplace(node, nullptr);
+    const auto [known, isNew] = m_known.emplace(node, nullptr);
     if (isNew)
         m_known[node] = rewritten(node);
     return m_known[node];
@@ -114,8 +141,10 @@ BoundPtr TextGroups::joinedAggregate(const BoundNode& node) {
     if (node.operation == Operation::Average)
         return joinedAverage(node);
     BoundPtr column = addColumn(applyNode(node.operation, node.type, node.operands, node.width));
-    if (node.operation == Operation::Minimum || node.operation == Operation::Maximum)
-        return oneOfValues(node.operation, std::move(column));
+    if (node.operation == Operation::Minimum || node.operation == Operation::FirstText)
+        return oneOfValues(Operation::Minimum, std::move(column));
+    if (node.operation == Operation::Maximum || node.operation == Operation::LastText)
+        return oneOfValues(Operation::Maximum, std::move(column));
     return applyNode(Operation::Sum, node.type, {std::move(column)});
 }
 
@@ -127,6 +156,20 @@ BoundPtr TextGroups::joinedAverage(const BoundNode& node) {
     return applyNode(
         Operation::Divide, node.type,
         {total(Operation::Sum, ValueType::Double), total(Operation::Count, ValueType::Long)});
+}
+
+void spellGroups(BoundSelect& query) {
+    if (std::ranges::none_of(query.groupBy, isText))
+        return;
+    Speller speller(query.groupBy);
+    for (BoundColumn& column : query.columns)
+        column.value = speller.spelt(column.value);
+    for (BoundOrder& order : query.orderBy) {
+        if (!speller.isGroup(order.value))
+            order.value = speller.spelt(order.value);
+    }
+    if (query.having)
+        query.having = speller.spelt(query.having);
 }
 
 } // namespace tallyroom::sql

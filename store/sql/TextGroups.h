@@ -37,4 +37,8 @@ private:
     std::unordered_map<BoundPtr, BoundPtr> m_known; // what aliases share stays shared
 };
 
+// Of a query grouped by texts, which are compared in another form than they have: what it reads of
+// a group is one of the spellings. Its groups are still as the query writes them.
+void spellGroups(BoundSelect& query);
+
 } // namespace tallyroom::sql

@@ -33,13 +33,9 @@ bool isDayCount(const BoundPtr& node) {
     return isNumeric(node) || node->type == ValueType::Date;
 }
 
-// Columns and literals hold −1 for True; what an engine computes may be 1.
-BoundPtr truthAsNumber(BoundPtr value) {
-    const bool stored = value->kind == BoundKind::Column || value->kind == BoundKind::Literal ||
-                        value->kind == BoundKind::Subquery;
-    if (stored || value->applies(Operation::Truth))
-        return value;
-    return applyNode(Operation::Truth, ValueType::Boolean, {std::move(value)});
+bool isCondition(const BoundNode& node) {
+    return node.kind == BoundKind::InList || node.kind == BoundKind::InSelect ||
+           (node.kind == BoundKind::Apply && node.operation <= Operation::NumberAsCondition);
 }
 
 BoundPtr toNumber(BoundPtr value) {
@@ -49,7 +45,7 @@ BoundPtr toNumber(BoundPtr value) {
     case ValueType::Date:
         return applyNode(Operation::DateToSerial, ValueType::Double, {std::move(value)});
     case ValueType::Boolean:
-        return truthAsNumber(std::move(value));
+        return asValue(std::move(value));
     default:
         return value;
     }
@@ -58,9 +54,7 @@ BoundPtr toNumber(BoundPtr value) {
 BoundPtr toText(BoundPtr value) {
     const Operation operation =
         value->type == ValueType::Date ? Operation::DateToText : Operation::NumberToText;
-    if (value->type == ValueType::Boolean)
-        value = truthAsNumber(std::move(value));
-    return applyNode(operation, ValueType::Text, {std::move(value)});
+    return applyNode(operation, ValueType::Text, {asValue(std::move(value))});
 }
 
 BoundPtr toLong(BoundPtr value) {
@@ -128,10 +122,10 @@ bool isNullLiteral(const BoundPtr& node) {
 
 BoundPtr convert(BoundPtr value, ValueType type) {
     if (value->type == type || isNullLiteral(value) || type == ValueType::Null)
-        return type == ValueType::Boolean ? truthAsNumber(std::move(value)) : value;
+        return asValue(std::move(value));
     switch (type) {
     case ValueType::Boolean:
-        return applyNode(Operation::Truth, type, {toNumber(std::move(value))});
+        return asValue(condition(std::move(value)));
     case ValueType::Long:
         return toLong(std::move(value));
     case ValueType::Double:
@@ -169,13 +163,22 @@ CatalogColumn commonFormat(const BoundPtr& left, const BoundPtr& right) {
     return {{}, ValueType::Text, 0};
 }
 
-BoundPtr logicalOperand(BoundPtr value) {
-    return value->type == ValueType::Boolean ? value : toNumber(std::move(value));
+BoundPtr condition(BoundPtr value) {
+    if (isCondition(*value) || isNullLiteral(value))
+        return value;
+    return applyNode(Operation::NumberAsCondition, ValueType::Boolean,
+                     {toNumber(std::move(value))});
+}
+
+BoundPtr asValue(BoundPtr node) {
+    if (!isCondition(*node))
+        return node;
+    return applyNode(Operation::ConditionAsNumber, ValueType::Boolean, {std::move(node)});
 }
 
 BoundPtr logical(Operation operation, std::vector<BoundPtr> operands) {
     for (BoundPtr& operand : operands)
-        operand = logicalOperand(std::move(operand));
+        operand = condition(std::move(operand));
     return applyNode(operation, ValueType::Boolean, std::move(operands));
 }
 
@@ -183,6 +186,14 @@ BoundPtr negative(BoundPtr value) {
     BoundPtr number = toNumber(std::move(value));
     const ValueType type = number->type == ValueType::Double ? ValueType::Double : ValueType::Long;
     return applyNode(Operation::Negate, type, {std::move(number)});
+}
+
+BoundPtr oneOfValues(Operation operation, BoundPtr value) {
+    const ValueType type = value->type;
+    const int width = value->width;
+    if (type == ValueType::Text)
+        operation = operation == Operation::Minimum ? Operation::FirstText : Operation::LastText;
+    return applyNode(operation, type, {std::move(value)}, width);
 }
 
 BoundPtr arithmetic(Operation operation, BoundPtr left, BoundPtr right) {
@@ -203,6 +214,10 @@ BoundPtr arithmetic(Operation operation, BoundPtr left, BoundPtr right) {
 bool isAggregate(const BoundNode& node) {
     return node.kind == BoundKind::Apply && node.operation >= Operation::Sum &&
            node.operation <= Operation::Average;
+}
+
+bool isText(const BoundPtr& node) {
+    return node->type == ValueType::Text;
 }
 
 bool sameNode(const BoundPtr& left, const BoundPtr& right) {

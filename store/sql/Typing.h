@@ -24,13 +24,18 @@ BoundPtr convertForColumn(BoundPtr value, const CatalogColumn& column);
 // Type and width that both values can be brought to, as the branches of an IIf must.
 CatalogColumn commonFormat(const BoundPtr& left, const BoundPtr& right);
 
-// A value that is tested for being true, as the operands of And and Or are.
-BoundPtr logicalOperand(BoundPtr value);
+// What is tested for being true, as the operands of And and Or are: a condition, or any number.
+BoundPtr condition(BoundPtr value);
+// What is kept, sorted or shown: −1 or 0 for a condition.
+BoundPtr asValue(BoundPtr node);
 BoundPtr logical(Operation operation, std::vector<BoundPtr> operands);
 BoundPtr negative(BoundPtr value);
+// The least or the greatest value of a group: Minimum or Maximum.
+BoundPtr oneOfValues(Operation operation, BoundPtr value);
 BoundPtr arithmetic(Operation operation, BoundPtr left, BoundPtr right);
 
 bool isAggregate(const BoundNode& node);
+bool isText(const BoundPtr& node);
 bool sameNode(const BoundPtr& left, const BoundPtr& right);
 
 } // namespace tallyroom::sql

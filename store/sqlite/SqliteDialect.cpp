@@ -32,6 +32,7 @@ constexpr Template templates[] = {
     {Operation::Like, u"tr_like($1, $2)"},
     {Operation::IsNull, u"($1 IS NULL)"},
     {Operation::IsNotNull, u"($1 IS NOT NULL)"},
+    {Operation::NumberAsCondition, u"($1 <> 0)"},
     {Operation::Negate, u"(- $1)"},
     {Operation::Add, u"($1 + $2)"},
     {Operation::Subtract, u"($1 - $2)"},
@@ -62,8 +63,11 @@ constexpr Template templates[] = {
     {Operation::CountAll, u"count(*)"},
     {Operation::Minimum, u"min($1)"},
     {Operation::Maximum, u"max($1)"},
+    {Operation::FirstText, u"min($1 COLLATE NOCASE)"},
+    {Operation::LastText, u"max($1 COLLATE NOCASE)"},
     {Operation::Average, u"avg($1)"},
-    {Operation::Truth, u"(- ($1 <> 0))"},
+    {Operation::AnySpelling, u"$1"}, // the first one met
+    {Operation::ConditionAsNumber, u"(- $1)"},
     {Operation::RoundToLong, u"tr_long($1)"},
     {Operation::NumberToText, u"tr_number_text($1)"},
     {Operation::DateToText, u"tr_date_text($1)"},
@@ -74,6 +78,7 @@ constexpr Template templates[] = {
     {Operation::FitText, u"substr($1, 1, $2)"},
     {Operation::CaseBlind, u"$1 COLLATE NOCASE"},
     {Operation::Collated, u"$1 COLLATE TR_TEXT"},
+    {Operation::AsIndexed, u"$1 COLLATE NOCASE"},
 };
 
 constexpr std::array<const char16_t*, sql::operationCount> byOperation() {
@@ -89,6 +94,9 @@ constexpr sql::Dialect dialect = {
     .nullLiteral = u"NULL",
     .trueLiteral = u"-1",
     .falseLiteral = u"0",
+    .dateLiteral = u"'$1'",
+    .wholeLiteral = u"$1",
+    .realLiteral = u"$1",
     .keyColumn = u"rowid",
     .parameter = u"?$1",
     .ascending = u"$1 ASC",
@@ -103,8 +111,8 @@ constexpr sql::Dialect dialect = {
     .tableWithAlias = u"$1 AS $2",
     .singleValue = u"(SELECT tr_single(\"v\") FROM ($1))",
     .inSet = u"($1 IN ($2))",
-    .inTexts =
-        u"($1 IN (SELECT ifnull(value, \"v\") FROM ($2) LEFT JOIN json_each(tr_spellings(\"v\"))))",
+    .inTexts = u"($1 COLLATE NOCASE IN (SELECT ifnull(value, \"v\") FROM ($2) LEFT JOIN "
+               u"json_each(tr_spellings(\"v\"))))",
     .textSet = u"SELECT value FROM json_each($1)",
     .operations = byOperation(),
 };
