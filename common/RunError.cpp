@@ -36,6 +36,12 @@ constexpr ErrorText errorTexts[] = {
     {3024, u"Could not find file '|'."},
     {3026, u"Not enough space on disk."},
     {3027, u"Cannot update. Database or object is read-only."},
+    {3029, u"Not a valid account name or password."},
+    {3033, u"You do not have the necessary permissions to use the '|' object. Have your system "
+           u"administrator or the person who created this object establish the appropriate "
+           u"permissions for you."},
+    {3043, u"Your network access was interrupted. To continue, close the database, and then open "
+           u"it again."},
     {3044, u"'|' is not a valid path. Make sure that the path name is spelled correctly and that "
            u"you are connected to the server on which the file resides."},
     {3049, u"Cannot open database '|'. It may not be a database that your application recognizes, "
@@ -68,6 +74,7 @@ constexpr ErrorText errorTexts[] = {
            u"or missing, or the punctuation is incorrect."},
     {3142, u"Characters found after end of SQL statement."},
     {3144, u"Syntax error in UPDATE statement."},
+    {3151, u"Connection to '|' failed: |"},
     {3163, u"The field is too small to accept the amount of data you attempted to add. Try "
            u"inserting or pasting less data."},
     {3164, u"Field cannot be updated."},

@@ -127,6 +127,8 @@ void PostgresCluster::createDatabase(const QString& name) {
 void PostgresCluster::execute(const QString& database, const QString& sql) {
     const std::unique_ptr<PGconn, decltype(&PQfinish)> connection(
         PQconnectdb(conninfo(database).toUtf8().constData()), PQfinish);
+    PQsetNoticeProcessor(
+        connection.get(), [](void*, const char*) {}, nullptr);
     const std::unique_ptr<PGresult, decltype(&PQclear)> result(
         PQexec(connection.get(), sql.toUtf8().constData()), PQclear);
     const ExecStatusType status = PQresultStatus(result.get());

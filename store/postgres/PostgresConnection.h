@@ -1,0 +1,88 @@
+// A connection to the server with its prepared statements.
+#pragma once
+
+#include "store/postgres/PostgresParameter.h"
+#include "store/postgres/PostgresResult.h"
+
+#include <QHash>
+#include <functional>
+#include <memory>
+
+struct pg_conn;
+
+namespace tallyroom {
+
+struct PostgresStatement {
+    QString native;
+    PostgresParameters parameters;
+};
+
+// What a connection has heard on a channel that it listens to.
+struct PostgresNotification {
+    QString channel;
+    QString text;
+    bool isOwn = false; // sent by the same connection
+};
+
+// A server that does not answer is given up after some seconds. Errors are RunErrors; they speak of
+// the database by the name that is given here, and no secret is in them. After 3043 (the connection
+// is gone) nothing but another connection helps.
+class PostgresConnection {
+public:
+    // `conninfo` as ServerAddress has it. Raises 3151, 3029 or 3033 when the database is not to be
+    // had.
+    PostgresConnection(const QString& conninfo, const QString& name);
+    PostgresConnection(const PostgresConnection&) = delete;
+    PostgresConnection& operator=(const PostgresConnection&) = delete;
+
+    const QString& name() const { return m_name; }
+
+    PostgresResult run(const QString& native, const PostgresParameters& parameters = {});
+    // All in one round trip, up to the first that fails, which is raised. Outside a transaction
+    // they are one write, all or nothing; in one, what came before the failure is undone with it.
+    std::vector<PostgresResult> runAll(const std::vector<PostgresStatement>& statements);
+
+    // Appends rows to `target`, a table with its columns: s_bcx.t (a, b). All or nothing.
+    void copyRows(const QString& target, const std::vector<Row>& rows);
+
+    bool inTransaction() const; // also in one that has failed and waits for its rollback
+    bool lost() const { return m_isLost; }
+    qint64 roundTrips() const { return m_roundTrips; }
+
+    // Readable when something has come from the server; -1 when the connection is gone.
+    int socket() const;
+    // What has come since the last call, without asking the server.
+    std::vector<PostgresNotification> takeNotifications();
+
+    // Calls back about every tenth of a second while the server is waited for; see Database.
+    void setProgress(std::function<void()> callback) { m_progress = std::move(callback); }
+
+private:
+    enum class Purpose { Answer, Preparation, Cleaning };
+    struct Queued {
+        Purpose purpose;
+        QString native;
+    };
+
+    void requireConnection();
+    [[noreturn]] void fail(const pg_result* result);
+    [[noreturn]] void lose();
+    bool queue(const PostgresStatement& statement);
+    bool prepare(const QString& native);
+    bool forgetStatements();
+    std::vector<PostgresResult> collect();
+    std::vector<PostgresResult> answersOf(const std::vector<PostgresResult>& results);
+    void forgetUnprepared(const Queued& queued, const pg_result* failed);
+    void waitForInput();
+
+    QString m_name;
+    std::shared_ptr<pg_conn> m_connection;
+    bool m_isLost = false;
+    qint64 m_roundTrips = 0;
+    std::function<void()> m_progress;
+    QHash<QString, QByteArray> m_statements; // names on the server, by text
+    qint64 m_namesGiven = 0;
+    std::vector<Queued> m_queued; // in this round trip; the server gives one result for each
+};
+
+} // namespace tallyroom

@@ -1,0 +1,33 @@
+// The rows that a statement gave. They are all here already and need no connection any more.
+#pragma once
+
+#include "common/Variant.h"
+#include "store/sql/Operation.h"
+
+#include <memory>
+
+struct pg_result;
+
+namespace tallyroom {
+
+class PostgresResult {
+public:
+    explicit PostgresResult(pg_result* owned);
+
+    int rows() const;
+    qint64 changedRows() const; // written or removed by the statement
+
+    // Rows and columns count from 0.
+    bool isNull(int row, int column) const;
+    qint64 key(int row, int column) const;
+    QString text(int row, int column) const;
+    // The value as the column's type has it; what was stored with another type keeps its own.
+    Variant value(int row, int column, sql::ValueType type) const;
+
+    const pg_result* native() const { return m_result.get(); }
+
+private:
+    std::shared_ptr<pg_result> m_result;
+};
+
+} // namespace tallyroom
