@@ -46,11 +46,11 @@ QString nameIn(const QString& message) {
 }
 
 QString prohibitedBy(const pg_result* result) {
-    const QString column = field(result, PG_DIAG_COLUMN_NAME);
-    const QString constraint = field(result, PG_DIAG_CONSTRAINT_NAME);
-    if (!column.isEmpty())
-        return column;
-    return constraint.isEmpty() ? field(result, PG_DIAG_DATATYPE_NAME) : constraint;
+    for (const int code : {PG_DIAG_COLUMN_NAME, PG_DIAG_CONSTRAINT_NAME, PG_DIAG_DATATYPE_NAME}) {
+        if (PQresultErrorField(result, code))
+            return field(result, code);
+    }
+    return {};
 }
 
 QString insertOf(int number, const pg_result* result, const QString& name) {
