@@ -33,6 +33,7 @@ struct Table {
     const char16_t* name;
     std::span<const Column> columns;
     std::span<const Index> indexes;
+    bool scratch = false; // a board's own while it is at work: on a server, nobody else sees it
 };
 
 struct File {

@@ -87,7 +87,7 @@ constexpr Column scratchColumns[] = {
 constexpr const char16_t* scratchEmployee[] = {u"emp_code"};
 constexpr Index scratchIndexes[] = {{u"tlyrTemp_Employee", scratchEmployee}};
 
-constexpr Table mainTables[] = {{u"tlyrTemp", scratchColumns, scratchIndexes}};
+constexpr Table mainTables[] = {{u"tlyrTemp", scratchColumns, scratchIndexes, true}};
 
 constexpr Column employeeColumns[] = {
     {u"emp_code", Text, codeWidth},

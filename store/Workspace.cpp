@@ -3,6 +3,8 @@
 #include "store/ErrorSource.h"
 #include "store/Schema.h"
 #include "store/engine/FilePaths.h"
+#include "store/postgres/PostgresSite.h"
+#include "store/postgres/ServerAddress.h"
 #include "store/sqlite/SqliteCopySearch.h"
 #include "store/sqlite/SqliteDatabase.h"
 #include "store/sqlite/SqliteSchema.h"
@@ -21,15 +23,24 @@ bool existsCaseBlind(const QDir& folder, const QString& name) {
 
 } // namespace
 
-std::shared_ptr<Database> openDatabase(const QString& path, WhenInUse answer) {
+namespace {
+
+std::shared_ptr<Database> openFile(const QString& path, WhenInUse answer) {
     const QString file = FilePaths::resolveFile(path);
     // The engine would take an empty file for a new database. Nothing here may open the file
     // itself: closing it again would end the locks that other connections of the process hold on
     // it.
     if (QFileInfo(file).size() == 0)
         throw RunError::make(ErrorNumber::unrecognizedFormat, {path}, ErrorSource::workspace);
+    return std::make_shared<SqliteDatabase>(file, answer, makeSqliteCopySearch);
+}
+
+} // namespace
+
+std::shared_ptr<Database> openDatabase(const QString& path, WhenInUse answer) {
     try {
-        return std::make_shared<SqliteDatabase>(file, answer, makeSqliteCopySearch);
+        return isServerAddress(path) ? openOnServer(path, answer, makeSqliteCopySearch)
+                                     : openFile(path, answer);
     } catch (const RunError& error) {
         throw withSource(error, ErrorSource::workspace);
     }
@@ -48,6 +59,8 @@ std::shared_ptr<Database> openHostOptions(const QString& dataPath) {
 }
 
 void createFiles(const QString& folder) {
+    if (isServerAddress(folder))
+        return createSite(folder);
     const QDir directory(folder);
     for (const Schema::File& file : Schema::files()) {
         const QString name = QString::fromUtf16(file.name);

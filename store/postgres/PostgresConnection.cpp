@@ -39,7 +39,7 @@ QByteArray sessionOptions() {
     const QByteArray zone = QTimeZone::systemTimeZoneId();
     return QByteArray(" -c lock_timeout=2s -c DateStyle=ISO -c extra_float_digits=1"
                       " -c standard_conforming_strings=on -c bytea_output=hex"
-                      " -c search_path=pg_catalog,pg_temp") +
+                      " -c search_path=pg_catalog,pg_temp -c jit=off") +
            (QTimeZone::isTimeZoneIdAvailable(zone) ? " -c TimeZone=" + zone : QByteArray());
 }
 

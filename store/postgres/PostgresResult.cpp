@@ -87,4 +87,12 @@ Variant PostgresResult::value(int row, int column, sql::ValueType type) const {
     }
 }
 
+Row PostgresResult::row(int row, const std::vector<sql::BoundColumn>& columns, int first) const {
+    Row values;
+    values.reserve(columns.size());
+    for (const sql::BoundColumn& column : columns)
+        values.push_back(value(row, first + static_cast<int>(values.size()), column.value->type));
+    return values;
+}
+
 } // namespace tallyroom

@@ -1,8 +1,8 @@
 // The rows that a statement gave. They are all here already and need no connection any more.
 #pragma once
 
-#include "common/Variant.h"
-#include "store/sql/Operation.h"
+#include "store/Database.h"
+#include "store/sql/Bound.h"
 
 #include <memory>
 
@@ -23,6 +23,9 @@ public:
     QString text(int row, int column) const;
     // The value as the column's type has it; what was stored with another type keeps its own.
     Variant value(int row, int column, sql::ValueType type) const;
+
+    // The values of columns that begin with the `first` one.
+    Row row(int row, const std::vector<sql::BoundColumn>& columns, int first = 0) const;
 
     const pg_result* native() const { return m_result.get(); }
 

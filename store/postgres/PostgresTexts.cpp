@@ -110,6 +110,15 @@ LANGUAGE sql IMMUTABLE PARALLEL SAFE
 RETURN CASE WHEN octet_length(x) = char_length(x) THEN lower(rtrim(x) COLLATE "C")
     ELSE tallyroom.tr_folded_letters(x) END)",
 
+    // Of the texts of a JSON array.
+    R"(CREATE OR REPLACE FUNCTION tallyroom.tr_nocase_all(texts jsonb) RETURNS text[]
+LANGUAGE sql IMMUTABLE PARALLEL SAFE
+RETURN ARRAY(SELECT tallyroom.tr_nocase(x) FROM jsonb_array_elements_text(texts) AS x))",
+
+    R"(CREATE OR REPLACE FUNCTION tallyroom.tr_same_all(texts jsonb) RETURNS text[]
+LANGUAGE sql IMMUTABLE PARALLEL SAFE
+RETURN ARRAY(SELECT tallyroom.tr_same(x) FROM jsonb_array_elements_text(texts) AS x))",
+
     R"(CREATE COLLATION IF NOT EXISTS tallyroom.tr_order (
     provider = icu, locale = 'und-u-ks-level2', deterministic = true))",
 

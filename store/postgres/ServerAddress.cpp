@@ -66,7 +66,7 @@ ServerAddress parseServerAddress(const QString& path) {
     // User, hosts with ports, database, site, parameters, file.
     static const auto form = wholly(
         uR"(postgres(?:ql)?://(([^@/?\\]*@)?(?:(?:\[[\dA-Fa-f:.]*\]|[^@/?\\:,]*)(?::\d*)?(?:,|(?=/)))+))"
-        uR"(/([^@/?\\]+)/([A-Za-z0-9_-]{1,40})(\?.*)?\\([^\\/]*))");
+        uR"(/([^@/?\\]+)/([A-Za-z0-9_-]{1,40})(\?[^\\]*)?\\([^\\/]*))");
     const auto match = form.match(path);
     const QString parameters = match.captured(5);
     const QStringList names = parameterNames(parameters.mid(1));

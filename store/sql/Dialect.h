@@ -20,10 +20,14 @@ struct Dialect {
     const char16_t* wholeLiteral; // $1 are digits ...
     const char16_t* realLiteral;  // ... with a point or an exponent
     const char16_t* keyColumn;    // by which a row is found again
+    const char16_t* hasKey;       // $1 a key, $2 the parameter of the keys that are wanted
     const char16_t* parameter;    // the $1st value that is bound to a statement
     const char16_t* ascending;    // Nulls come first
     const char16_t* descending;   // Nulls come last
-    const char16_t* deleteRows;   // $1 table, $2 alias, $3 condition
+    // How doubles are left out: by what is read, or by keys of it beside it.
+    enum class Distinct { Values, OnKeys };
+    Distinct distinct;
+    const char16_t* deleteRows; // $1 table, $2 alias, $3 condition
     // Rows that cannot be kept are skipped.
     const char16_t* insertRows; // $1 table, $2 columns, $3 rows
     const char16_t* updateRows; // $1 table, $2 alias, $3 assignments, $4 condition
@@ -36,7 +40,9 @@ struct Dialect {
     const char16_t* singleValue; // $1 a query of one column "v"; fails on a second row
     const char16_t* inSet;       // $1 value, $2 list or query
     const char16_t* inTexts;     // $1 text, $2 a query of one column "v", in any spelling
-    const char16_t* textSet;     // the query of the texts in $1, which is a JSON array
+    // $1 a text as CaseBlind and Collated give it, $2 a JSON array of texts as they are.
+    const char16_t* inCaseBlindTexts;
+    const char16_t* inCollatedTexts;
     std::array<const char16_t*, operationCount> operations;
 
     const char16_t* operation(Operation operation) const {

@@ -64,9 +64,11 @@ QString Generator::keys(const BoundSelect& query) {
     return select(query, key(*query.source)) + order(query);
 }
 
-QString Generator::rowByKey(const BoundSelect& query) {
-    return QStringLiteral("SELECT %1 FROM %2 WHERE %3 = %4")
-        .arg(columns(query), source(*query.source), key(*query.source), parameter(1));
+QString Generator::rowsByKey(const BoundSelect& query) {
+    const QString keyText = key(*query.source);
+    return QStringLiteral("SELECT %1, %2 FROM %3 WHERE %4")
+        .arg(keyText, columns(query), source(*query.source),
+             filled(m_dialect.hasKey, {keyText, parameter(1)}));
 }
 
 QString Generator::keysWhere(const BoundSelect& query, const BoundPtr& criteria) {
@@ -131,6 +133,10 @@ QString Generator::tableName(const CatalogTable& table) const {
     return quotedName(table.place) + u'.' + quotedName(table.name);
 }
 
+QString Generator::tableWithColumns(const CatalogTable& table, const QStringList& columns) const {
+    return tableName(table) + QStringLiteral(" (") + quotedNames(columns) + u')';
+}
+
 QString Generator::quotedName(const QString& name) const {
     return quoted(m_dialect.nameQuote, name);
 }
@@ -160,8 +166,9 @@ QString Generator::source(const BoundSource& source) {
 
 // The order of rows that another query reads is of no consequence.
 QString Generator::namedRows(const BoundSelect& query) {
-    return select(query, list(query.columns, [this](const BoundColumn& column) {
-                      return text(*column.value) + QStringLiteral(" AS ") + quotedName(column.name);
+    return select(query, list(query.columns, [&](const BoundColumn& column) {
+                      return columnText(query, column) + QStringLiteral(" AS ") +
+                             quotedName(column.name);
                   }));
 }
 
@@ -179,12 +186,14 @@ QString Generator::texts(const std::vector<BoundPtr>& nodes) {
 }
 
 QString Generator::columns(const BoundSelect& query) {
-    return list(query.columns, [this](const BoundColumn& column) { return text(*column.value); });
+    return list(query.columns,
+                [&](const BoundColumn& column) { return columnText(query, column); });
 }
 
 QString Generator::select(const BoundSelect& query, const QString& columnTexts) {
-    QString result =
-        query.distinct ? QStringLiteral("SELECT DISTINCT ") : QStringLiteral("SELECT ");
+    QString result = QStringLiteral("SELECT ");
+    if (query.distinct)
+        result += distinct(query);
     result += columnTexts;
     if (query.source)
         result += QStringLiteral(" FROM ") + source(*query.source);
@@ -192,6 +201,21 @@ QString Generator::select(const BoundSelect& query, const QString& columnTexts) 
     if (!query.groupBy.empty())
         result += QStringLiteral(" GROUP BY ") + texts(query.groupBy);
     return result + clause(u" HAVING ", query.having);
+}
+
+QString Generator::distinct(const BoundSelect& query) {
+    if (m_dialect.distinct == Dialect::Distinct::Values)
+        return QStringLiteral("DISTINCT ");
+    return QStringLiteral("DISTINCT ON (%1) ")
+        .arg(
+            list(query.columns, [this](const BoundColumn& column) { return text(*column.value); }));
+}
+
+// A text is left out by its key; what is read may have to be the text beside it.
+QString Generator::columnText(const BoundSelect& query, const BoundColumn& column) {
+    const bool keyed = query.distinct && m_dialect.distinct == Dialect::Distinct::OnKeys &&
+                       column.value->applies(Operation::Collated);
+    return text(keyed ? *column.value->operands.front() : *column.value);
 }
 
 // Rows of a table that the order leaves equal come in the order in which they were added.
@@ -212,7 +236,7 @@ QString Generator::clause(const char16_t* keyword, const BoundPtr& condition) {
 
 // The order of a subquery's rows is of no consequence.
 QString Generator::subselect(const BoundSelect& query) {
-    return select(query, text(*query.columns.front().value) + QStringLiteral(" AS ") +
+    return select(query, columnText(query, query.columns.front()) + QStringLiteral(" AS ") +
                              quotedName(QStringLiteral("v")));
 }
 
@@ -264,9 +288,13 @@ void Generator::appendLiteral(const BoundNode& literal) {
 }
 
 const char16_t* Generator::inTemplate(const BoundNode& in) const {
-    const bool texts =
-        in.kind == BoundKind::InSelect && in.operands.front()->type == ValueType::Text;
-    return texts ? m_dialect.inTexts : m_dialect.inSet;
+    const BoundNode& left = *in.operands.front();
+    if (in.kind == BoundKind::InSelect)
+        return left.type == ValueType::Text ? m_dialect.inTexts : m_dialect.inSet;
+    if (in.texts.isEmpty())
+        return m_dialect.inSet;
+    return left.applies(Operation::CaseBlind) ? m_dialect.inCaseBlindTexts
+                                              : m_dialect.inCollatedTexts;
 }
 
 void Generator::appendSet(const BoundNode& in) {
@@ -274,19 +302,14 @@ void Generator::appendSet(const BoundNode& in) {
         m_out += subselect(*in.select);
         return;
     }
-    if (!in.texts.isEmpty()) {
-        m_out += textSet(in.texts);
+    if (!in.texts.isEmpty()) { // one literal to the engine, whose parser is slow with thousands
+        m_out += quoted(m_dialect.textQuote, jsonArray(in.texts));
         return;
     }
     for (std::size_t at = 1; at < in.operands.size(); ++at) {
         m_out += at > 1 ? QLatin1String(", ") : QLatin1String();
         append(*in.operands[at]);
     }
-}
-
-// One literal to the engine, whose parser is slow with thousands.
-QString Generator::textSet(const QStringList& texts) const {
-    return filled(m_dialect.textSet, {quoted(m_dialect.textQuote, jsonArray(texts))});
 }
 
 // Totals without groups are one row in any case.

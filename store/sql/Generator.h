@@ -15,8 +15,8 @@ public:
     QString rows(const BoundSelect& select);
     // For updatable queries: the keys of all rows, in order ...
     QString keys(const BoundSelect& select);
-    // ... all columns of the row whose key is the one parameter ...
-    QString rowByKey(const BoundSelect& select);
+    // ... key and columns of the rows whose keys are the one parameter ...
+    QString rowsByKey(const BoundSelect& select);
     // ... and the keys of the rows of the table for which criteria hold.
     QString keysWhere(const BoundSelect& select, const BoundPtr& criteria);
 
@@ -31,8 +31,9 @@ public:
     QString updateRow(const CatalogTable& table, const QStringList& columns) const;
     QString deleteRow(const CatalogTable& table) const;
 
-    // A table as statements name it, and any name in quotes.
+    // A table as statements name it, alone and with some of its columns, and any name in quotes.
     QString tableName(const CatalogTable& table) const;
+    QString tableWithColumns(const CatalogTable& table, const QStringList& columns) const;
     QString quotedName(const QString& name) const;
 
 private:
@@ -40,13 +41,14 @@ private:
     void appendLiteral(const BoundNode& literal);
     const char16_t* inTemplate(const BoundNode& in) const;
     void appendSet(const BoundNode& in);
-    QString textSet(const QStringList& texts) const;
     void appendSubquery(const BoundSelect& select);
 
     QString text(const BoundNode& node);
     QString texts(const std::vector<BoundPtr>& nodes);
     QString assignmentTexts(const std::vector<BoundAssignment>& assignments);
     QString select(const BoundSelect& select, const QString& columns);
+    QString distinct(const BoundSelect& select);
+    QString columnText(const BoundSelect& select, const BoundColumn& column);
     QString subselect(const BoundSelect& select);
     QString clause(const char16_t* keyword, const BoundPtr& condition);
     QString order(const BoundSelect& select);

@@ -72,6 +72,7 @@ BoundSelect SelectBinder::bind(const SelectStatement& select, const std::vector<
     for (const OrderItem& item : sort ? *sort : select.orderBy)
         m_result.orderBy.push_back(bindOrder(item));
     checkGroups(select);
+    orderByGroups();
     simplifySums();
     groupTexts();
     sortTexts();
@@ -162,6 +163,14 @@ void SelectBinder::checkGroups(const SelectStatement& select) const {
     }
     if (m_result.having && !isGrouped(m_result.having, known))
         throw RunError::make(ErrorNumber::notInGroup, {select.from->name});
+}
+
+// The desktop engine sorts to find the groups.
+void SelectBinder::orderByGroups() {
+    if (!m_result.orderBy.empty())
+        return;
+    for (const BoundPtr& group : m_result.groupBy)
+        m_result.orderBy.push_back({group, false});
 }
 
 void SelectBinder::simplifySums() {

@@ -28,6 +28,7 @@ private:
     void bindGroups(const SelectStatement& select);
     BoundOrder bindOrder(const OrderItem& item);
     void checkGroups(const SelectStatement& select) const;
+    void orderByGroups();
     void simplifySums();
     BoundPtr sorted(const BoundPtr& value) const;
     void groupTexts();

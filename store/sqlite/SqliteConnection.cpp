@@ -231,11 +231,11 @@ Variant SqliteQuery::value(int column, sql::ValueType type) const {
     }
 }
 
-Row SqliteQuery::row(const std::vector<sql::BoundColumn>& columns) const {
+Row SqliteQuery::row(const std::vector<sql::BoundColumn>& columns, int first) const {
     Row row;
     row.reserve(columns.size());
     for (const sql::BoundColumn& column : columns)
-        row.push_back(value(static_cast<int>(row.size()), column.value->type));
+        row.push_back(value(first + static_cast<int>(row.size()), column.value->type));
     return row;
 }
 

@@ -71,7 +71,8 @@ public:
     QString text(int column) const;
     // The value as the column's type has it; what was stored with another type keeps its own.
     Variant value(int column, sql::ValueType type) const;
-    Row row(const std::vector<sql::BoundColumn>& columns) const;
+    // The values of columns that begin with the `first` one.
+    Row row(const std::vector<sql::BoundColumn>& columns, int first = 0) const;
 
 private:
     void bind(int parameter, const QString& text);

@@ -98,9 +98,11 @@ constexpr sql::Dialect dialect = {
     .wholeLiteral = u"$1",
     .realLiteral = u"$1",
     .keyColumn = u"rowid",
+    .hasKey = u"$1 = $2",
     .parameter = u"?$1",
     .ascending = u"$1 ASC",
     .descending = u"$1 DESC",
+    .distinct = sql::Dialect::Distinct::Values,
     .deleteRows = u"DELETE FROM $1 AS $2$3",
     .insertRows = u"INSERT OR IGNORE INTO $1 ($2) $3",
     .updateRows = u"UPDATE OR IGNORE $1 AS $2 SET $3$4",
@@ -113,7 +115,8 @@ constexpr sql::Dialect dialect = {
     .inSet = u"($1 IN ($2))",
     .inTexts = u"($1 COLLATE NOCASE IN (SELECT ifnull(value, \"v\") FROM ($2) LEFT JOIN "
                u"json_each(tr_spellings(\"v\"))))",
-    .textSet = u"SELECT value FROM json_each($1)",
+    .inCaseBlindTexts = u"($1 IN (SELECT value FROM json_each($2)))",
+    .inCollatedTexts = u"($1 IN (SELECT value FROM json_each($2)))",
     .operations = byOperation(),
 };
 

@@ -18,7 +18,7 @@ int bindAll(SqliteQuery& query, const Row& values) {
 } // namespace
 
 SqliteKeyedRows::SqliteKeyedRows(SqliteConnection& connection, const sql::BoundSelect& query)
-    : m_connection(connection), m_query(query), m_readText(sqliteGenerator().rowByKey(query)) {}
+    : m_connection(connection), m_query(query), m_readText(sqliteGenerator().rowsByKey(query)) {}
 
 std::vector<qint64> SqliteKeyedRows::keysOf(const QString& native) {
     std::vector<qint64> keys;
@@ -41,7 +41,7 @@ std::optional<Row> SqliteKeyedRows::read(qint64 key) {
     query.bind(1, key);
     if (!query.next())
         return std::nullopt;
-    return query.row(m_query.columns);
+    return query.row(m_query.columns, 1);
 }
 
 qint64 SqliteKeyedRows::insert(const QStringList& columns, const Row& values) {

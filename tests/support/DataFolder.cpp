@@ -1,6 +1,11 @@
 #include "tests/support/DataFolder.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
+#include <stdexcept>
+
+#ifdef TALLYROOM_SERVER
+#include "tests/support/PostgresCluster.h"
+#endif
 
 namespace tallyroom {
 
@@ -16,11 +21,39 @@ QStringList textsOf(Recordset& rows) {
     return lines;
 }
 
-DataFolder::DataFolder() {
-    Workspace::createFiles(m_folder.path());
+bool testsOnServer() {
+    return qEnvironmentVariableIsSet("TALLYROOM_TESTS_ON_SERVER");
+}
+
+namespace {
+
+#ifdef TALLYROOM_SERVER
+QString newSite() {
+    static int made = 0;
+    static const QString database = QStringLiteral("tests");
+    PostgresCluster& cluster = PostgresCluster::shared();
+    if (made == 0)
+        cluster.createDatabase(database);
+    return QStringLiteral("postgresql://postgres@/%1/site%2?host=%3")
+        .arg(database)
+        .arg(++made)
+        .arg(cluster.folder());
+}
+#else
+QString newSite() {
+    throw std::logic_error("the tests were built without support for servers");
+}
+#endif
+
+} // namespace
+
+DataFolder::DataFolder() : m_path(testsOnServer() ? newSite() : m_folder.path()) {
+    Workspace::createFiles(m_path);
 }
 
 QString DataFolder::file(const char16_t* name) const {
+    if (testsOnServer())
+        throw std::logic_error("a site has no files");
     return m_folder.filePath(QString::fromUtf16(name));
 }
 

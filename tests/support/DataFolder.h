@@ -1,4 +1,4 @@
-// A temporary data folder with the three database files and a few known rows.
+// A temporary data folder, or a site on a server, with the three database files and a few known rows.
 #pragma once
 
 #include "store/Recordset.h"
@@ -15,13 +15,18 @@ namespace tallyroom {
 // The rows as texts, cells joined by "|", Null as "Null".
 QStringList textsOf(Recordset& rows);
 
+// Whether this run of the test program puts all data on a server: the environment says so in
+// TALLYROOM_TESTS_ON_SERVER.
+bool testsOnServer();
+
 class DataFolder {
 public:
     // Makes the files with all tables and no rows.
     DataFolder();
 
     // The folder as a host gives it to the add-in.
-    QString path() const { return m_folder.path(); }
+    const QString& path() const { return m_path; }
+    // Of a folder, not of a site.
     QString file(const char16_t* name) const;
 
     std::shared_ptr<Database> open(const char16_t* file) const;
@@ -41,6 +46,7 @@ public:
 
 private:
     QTemporaryDir m_folder;
+    QString m_path;
 };
 
 inline constexpr const char16_t* addInFile = u"aidb01.mdb";

@@ -1,0 +1,253 @@
+#include "store/postgres/PostgresDatabase.h"
+
+#include "store/ErrorSource.h"
+#include "store/engine/FieldValue.h"
+#include "store/postgres/PostgresDialect.h"
+#include "store/postgres/PostgresKeyedRows.h"
+#include "store/postgres/PostgresSchema.h"
+#include "store/sql/StatementBinder.h"
+
+#include <QScopeGuard>
+#include <algorithm>
+
+namespace tallyroom {
+
+namespace {
+
+// A row that a table's rules refuse, as against a statement or a server that fails.
+bool isRefusal(const RunError& error) {
+    return error.number() == ErrorNumber::duplicateKey ||
+           error.number() == ErrorNumber::valueRequired ||
+           error.number() == ErrorNumber::valueProhibited;
+}
+
+// The path of another file of the same site, or of another one.
+ServerAddress targetOf(const QString& path) {
+    if (!isServerAddress(path))
+        throw RunError::make(ErrorNumber::fileNotFound, {path}, ErrorSource::database);
+    return parseServerAddress(path);
+}
+
+} // namespace
+
+PostgresDatabase::PostgresDatabase(const ServerAddress& address, WhenInUse answer,
+                                   CopySearchMaker maker)
+    : EngineDatabase(maker), m_address(address), m_session(PostgresSession::of(address)),
+      m_catalog(m_session->tables(), address.schema) {
+    m_session->setWhenInUse(answer);
+    if (!hasFile(address.schema))
+        throw RunError::make(ErrorNumber::fileNotFound, {address.shown}, ErrorSource::workspace);
+}
+
+PostgresDatabase::~PostgresDatabase() {
+    if (m_inTransaction)
+        rollback();
+}
+
+// One that is not there may be made yet. The first to look for a file that has tables of a board's
+// own makes these.
+bool PostgresDatabase::hasFile(const QString& schema) {
+    PostgresTables& tables = m_session->tables();
+    const bool found = tables.hasSchema(schema);
+    if (found && hasOwnTables(schema) && !tables.hasSchema(ownSchema))
+        makeOwnTables();
+    else if (found)
+        return true;
+    tables.forget();
+    return found;
+}
+
+void PostgresDatabase::makeOwnTables() {
+    std::vector<PostgresStatement> statements;
+    for (const QString& statement : createOwnTableStatements())
+        statements.push_back({statement, {}});
+    m_session->writeAll(ownSchema, std::move(statements));
+}
+
+PostgresSession& PostgresDatabase::session() {
+    requireOpen();
+    return *m_session;
+}
+
+const sql::Catalog& PostgresDatabase::catalog() {
+    requireOpen();
+    return m_catalog;
+}
+
+std::vector<Row> PostgresDatabase::readRows(const sql::BoundSelect& query) {
+    const PostgresResult result = session().read(postgresGenerator().rows(query));
+    std::vector<Row> rows;
+    rows.reserve(static_cast<std::size_t>(result.rows()));
+    for (int row = 0; row < result.rows(); ++row)
+        rows.push_back(result.row(row, query.columns));
+    return rows;
+}
+
+std::unique_ptr<KeyedRows> PostgresDatabase::keyedRows(const sql::BoundSelect& query) {
+    requireOpen();
+    return std::make_unique<PostgresKeyedRows>(m_session, query);
+}
+
+void PostgresDatabase::run(const sql::BoundDelete& statement) {
+    session().write(statement.target.table->place, postgresGenerator().deleteRows(statement));
+}
+
+void PostgresDatabase::run(const sql::BoundUpdate& statement) {
+    try {
+        session().write(statement.target.table->place, postgresGenerator().updateRows(statement));
+    } catch (const RunError& error) {
+        if (!isRefusal(error))
+            throw;
+        updateOneByOne(statement);
+    }
+}
+
+void PostgresDatabase::run(const sql::BoundInsert& statement) {
+    try {
+        session().write(statement.target.table->place, postgresGenerator().insertRows(statement));
+    } catch (const RunError& error) {
+        if (!isRefusal(error))
+            throw;
+        insertOneByOne(statement);
+    }
+}
+
+// The engine refuses all rows for one that the table cannot keep.
+void PostgresDatabase::updateOneByOne(const sql::BoundUpdate& statement) {
+    sql::BoundSelect rows;
+    rows.source = statement.target;
+    sql::BoundUpdate row = statement;
+    row.where = nullptr;
+    const QString update = postgresGenerator().updateRows(row) + QStringLiteral(" WHERE tr_key = ");
+    Transaction whole(shared_from_this(), TransactionKind::Write);
+    const PostgresResult keys =
+        session().read(postgresGenerator().keysWhere(rows, statement.where));
+    for (int at = 0; at < keys.rows(); ++at)
+        writeUnlessRefused(*statement.target.table, update + keys.text(at, 0), {});
+    whole.commit();
+}
+
+// Of one row, nothing is left to do.
+void PostgresDatabase::insertOneByOne(const sql::BoundInsert& statement) {
+    const auto* rows = std::get_if<sql::BoundSelect>(&statement.rows);
+    if (!rows)
+        return;
+    const QString insert =
+        postgresGenerator().insertRowOrSkip(*statement.target.table, statement.columns);
+    Transaction whole(shared_from_this(), TransactionKind::Write);
+    for (const Row& row : readRows(*rows))
+        writeUnlessRefused(*statement.target.table, insert, {row.begin(), row.end()});
+    whole.commit();
+}
+
+void PostgresDatabase::writeUnlessRefused(const sql::CatalogTable& table, const QString& native,
+                                          const PostgresParameters& parameters) {
+    try {
+        session().write(table.place, native, parameters);
+    } catch (const RunError& error) {
+        if (!isRefusal(error))
+            throw;
+    }
+}
+
+void PostgresDatabase::run(const sql::BoundDrop& statement) {
+    session().write(statement.target.table->place, postgresGenerator().dropTable(statement));
+    session().tables().forget();
+}
+
+void PostgresDatabase::insertInto(const sql::InsertStatement& statement) {
+    const ServerAddress target = targetOf(statement.file);
+    if (target.schema != m_address.schema && m_inTransaction)
+        throw RunError::make(ErrorNumber::invalidOperation, {}, ErrorSource::database);
+    if (target.conninfo != m_address.conninfo || !hasFile(target.schema))
+        throw RunError::make(ErrorNumber::fileNotFound, {target.shown}, ErrorSource::database);
+    const auto backToOwnFile = qScopeGuard([this] { m_catalog.setTarget(m_address.schema); });
+    m_catalog.setTarget(target.schema);
+    run(sql::bindInsert(m_catalog, statement));
+}
+
+// Many rows are copied; where the table could refuse one, they are inserted one by one, all in one
+// round trip.
+void PostgresDatabase::writeRows(const sql::CatalogTable& table,
+                                 const std::vector<sql::CatalogColumn>& columns,
+                                 const std::vector<Row>& rows) {
+    QStringList names;
+    for (const sql::CatalogColumn& column : columns)
+        names << column.name;
+    std::vector<Row> converted = rows;
+    for (Row& row : converted) {
+        for (std::size_t at = 0; at < columns.size(); ++at)
+            row[at] = insertedValue(row[at], columns[at].type, columns[at].width);
+    }
+    if (table.keepsWhatIsWritten)
+        return session().copyRows(table.place, postgresGenerator().tableWithColumns(table, names),
+                                  converted);
+    insertAtOnce(table, postgresGenerator().insertRowOrSkip(table, names), converted);
+}
+
+void PostgresDatabase::insertAtOnce(const sql::CatalogTable& table, const QString& insert,
+                                    const std::vector<Row>& rows) {
+    std::vector<PostgresStatement> statements;
+    for (const Row& row : rows)
+        statements.push_back({insert, PostgresParameters(row.begin(), row.end())});
+    try {
+        session().writeAll(table.place, std::move(statements));
+    } catch (const RunError& error) {
+        if (!isRefusal(error))
+            throw;
+        for (const Row& row : rows)
+            writeUnlessRefused(table, insert, {row.begin(), row.end()});
+    }
+}
+
+void PostgresDatabase::begin(TransactionKind kind) {
+    session().begin(kind);
+    m_inTransaction = true;
+}
+
+void PostgresDatabase::commit() {
+    session();
+    m_inTransaction = false;
+    m_session->commit();
+}
+
+void PostgresDatabase::rollback() noexcept {
+    if (!m_inTransaction)
+        return;
+    m_inTransaction = false;
+    m_session->rollback();
+}
+
+// Of a file that others write to as well nothing is known without asking.
+ChangeMark PostgresDatabase::changeMark() {
+    static qint64 asked = 0;
+    if (hasOwnTables(m_address.schema))
+        return {0, session().changes(ownSchema), 0};
+    return {++asked, 0, 0};
+}
+
+void PostgresDatabase::setWhenInUse(WhenInUse answer) {
+    session().setWhenInUse(answer);
+}
+
+void PostgresDatabase::setProgress(std::function<void()> callback) {
+    session().connection().setProgress(std::move(callback));
+}
+
+// A new connection is another place: what belonged to the old one is gone.
+bool PostgresDatabase::isInPlace() {
+    return !session().connection().lost();
+}
+
+// The server itself finds what is damaged; it was asked for the tables when the file was opened.
+void PostgresDatabase::checkStructure() {
+    requireOpen();
+}
+
+void PostgresDatabase::close() {
+    session();
+    rollback();
+    m_session.reset();
+}
+
+} // namespace tallyroom

@@ -1,0 +1,57 @@
+// A file of a site on a PostgreSQL server: a schema.
+#pragma once
+
+#include "store/engine/EngineDatabase.h"
+#include "store/postgres/PostgresSession.h"
+
+namespace tallyroom {
+
+class PostgresDatabase final : public EngineDatabase {
+public:
+    // Raises 3024 for a site that is not there, and what PostgresSession::of() does.
+    PostgresDatabase(const ServerAddress& address, WhenInUse answer, CopySearchMaker maker);
+    ~PostgresDatabase() override;
+
+    void begin(TransactionKind kind) override;
+    void commit() override;
+    void rollback() noexcept override;
+    bool inTransaction() const override { return m_inTransaction; }
+    ChangeMark changeMark() override;
+    void setWhenInUse(WhenInUse answer) override;
+    void setProgress(std::function<void()> callback) override;
+    bool isInPlace() override;
+    void checkStructure() override;
+    void close() override;
+
+    bool isOpen() const override { return m_session != nullptr; }
+    const sql::Catalog& catalog() override;
+    std::vector<Row> readRows(const sql::BoundSelect& query) override;
+    std::unique_ptr<KeyedRows> keyedRows(const sql::BoundSelect& query) override;
+
+protected:
+    void run(const sql::BoundDelete& statement) override;
+    void run(const sql::BoundUpdate& statement) override;
+    void run(const sql::BoundInsert& statement) override;
+    void run(const sql::BoundDrop& statement) override;
+    void insertInto(const sql::InsertStatement& statement) override;
+    void writeRows(const sql::CatalogTable& table, const std::vector<sql::CatalogColumn>& columns,
+                   const std::vector<Row>& rows) override;
+
+private:
+    PostgresSession& session();
+    bool hasFile(const QString& schema);
+    void makeOwnTables();
+    void updateOneByOne(const sql::BoundUpdate& statement);
+    void insertOneByOne(const sql::BoundInsert& statement);
+    void insertAtOnce(const sql::CatalogTable& table, const QString& insert,
+                      const std::vector<Row>& rows);
+    void writeUnlessRefused(const sql::CatalogTable& table, const QString& native,
+                            const PostgresParameters& parameters);
+
+    ServerAddress m_address;
+    std::shared_ptr<PostgresSession> m_session; // null once closed
+    PostgresCatalog m_catalog;
+    bool m_inTransaction = false;
+};
+
+} // namespace tallyroom

@@ -1,0 +1,62 @@
+// The one connection by which a board works on all files of a site.
+#pragma once
+
+#include "store/Database.h"
+#include "store/postgres/PostgresCatalog.h"
+#include "store/postgres/PostgresConnection.h"
+#include "store/postgres/ServerAddress.h"
+
+namespace tallyroom {
+
+// What a statement needs besides itself, the waiting time for locks, a transaction's beginning and
+// a mark to come back to, goes to the server in the same round trip. Not for several threads.
+class PostgresSession {
+public:
+    // The session that this program has with the site, if its connection still stands, or a new
+    // one. Raises what PostgresConnection does, and 3343 for a database that has not been prepared
+    // or whose functions are of another version.
+    static std::shared_ptr<PostgresSession> of(const ServerAddress& address);
+
+    explicit PostgresSession(const ServerAddress& address);
+    PostgresSession(const PostgresSession&) = delete;
+    PostgresSession& operator=(const PostgresSession&) = delete;
+
+    PostgresConnection& connection() { return m_connection; }
+    PostgresTables& tables() { return m_tables; }
+
+    PostgresResult read(const QString& native, const PostgresParameters& parameters = {});
+    // In a transaction a failure undoes this statement alone. `schema` is that of what is written.
+    PostgresResult write(const QString& schema, const QString& native,
+                         const PostgresParameters& parameters = {});
+    // All or nothing.
+    void writeAll(const QString& schema, std::vector<PostgresStatement> statements);
+    void copyRows(const QString& schema, const QString& target, const std::vector<Row>& rows);
+
+    // Stays the same as long as this session changes nothing in the schema.
+    qint64 changes(const QString& schema) const { return m_writes.value(schema) + m_undone; }
+
+    // Transactions of the site's files nest: the outermost one is the server's, and what any of
+    // them gives up is given up by all.
+    void begin(TransactionKind kind);
+    void commit();
+    void rollback() noexcept;
+
+    void setWhenInUse(WhenInUse answer) { m_whenInUse = answer; }
+
+private:
+    std::vector<PostgresStatement> beginning() const;
+    std::vector<PostgresResult> send(std::vector<PostgresStatement> statements);
+    std::vector<PostgresResult> sendGuarded(std::vector<PostgresStatement> statements);
+
+    PostgresConnection m_connection;
+    PostgresTables m_tables;
+    QHash<QString, qint64> m_writes; // statements, by schema
+    qint64 m_undone = 0;             // transactions
+    int m_depth = 0;          // of transactions; the server learns of them with the next statement
+    bool m_isGivenUp = false; // by a part of it
+    TransactionKind m_kind = TransactionKind::Write;
+    WhenInUse m_whenInUse = WhenInUse::Wait;
+    std::optional<WhenInUse> m_told = WhenInUse::Wait; // what the server knows, if that is known
+};
+
+} // namespace tallyroom

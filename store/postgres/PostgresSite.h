@@ -1,0 +1,21 @@
+// Opening and making the files of a site on a server.
+#pragma once
+
+#include "store/Database.h"
+#include "store/engine/CopySearch.h"
+
+namespace tallyroom {
+
+// The file of that address, which isServerAddress(). Raises 3044 and 3024 as parseServerAddress()
+// does, 3024 for a site that is not there, 3343 for a database that this program has not prepared,
+// and what hinders a connection: 3151, 3029, 3033. A program that was built without the server's
+// library raises 3151.
+std::shared_ptr<Database> openOnServer(const QString& path, WhenInUse answer,
+                                       CopySearchMaker maker);
+
+// Makes the three files of the site at the address of its folder, and prepares the database for
+// this version of the program. All of it is there afterwards or nothing. Raises 3204 for a site
+// that is there already, 3033 for who may not make it, and what hinders a connection.
+void createSite(const QString& path);
+
+} // namespace tallyroom
