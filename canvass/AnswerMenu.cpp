@@ -1,7 +1,6 @@
 #include "canvass/AnswerMenu.h"
 
 #include "canvass/BoardControls.h"
-#include "canvass/BoardKeys.h"
 #include "common/DateParser.h"
 #include "common/Units.h"
 #include "common/ui/Events.h"
@@ -49,19 +48,11 @@ void AnswerMenu::addKeys(QAction* entry, const QString& keys) {
 
 void AnswerMenu::answerByKey(QAction& entry) {
     enableEntries();
-    if (const QString why = hindrance(); !why.isEmpty())
-        BoardKeys::tell(m_ui, QStringLiteral("Nothing was recorded: ") + why);
-    else
+    if (m_ui.Grid->selectedRows().first > 0 && entry.isEnabled())
         entry.trigger();
+    else
+        m_board.refuse();
     m_ui.Grid->setFocus(); // where the next employee is
-}
-
-QString AnswerMenu::hindrance() const {
-    if (m_ui.Grid->selectedRows().first == 0)
-        return QStringLiteral("nobody is selected");
-    if (!areAmountsValid())
-        return QStringLiteral("the overtime is no time such as 7:30 or 7.5");
-    return m_ui.mnuAccept->isEnabled() ? QString() : QStringLiteral("the date is none");
 }
 
 bool AnswerMenu::areAmountsValid() const {

@@ -15,12 +15,11 @@ public:
 
 private:
     void add(QAction* entry, void (AnswerMenu::*handler)());
-    // An entry is chosen by its keys where the menu would offer it; else is told why not.
+    // An entry is chosen by its keys where the menu would offer it; else the board says why not.
     void addKeys(QAction* entry, const QString& keys);
     void answerByKey(QAction& entry);
     bool areAmountsValid() const;
     void enableEntries();
-    QString hindrance() const; // "" when an answer would be recorded
     void Grid_MouseUp(const QPoint& globalPosition);
     void mnuAccept_Click();
     void mnuDecline_Click();

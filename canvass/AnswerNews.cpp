@@ -1,6 +1,5 @@
 #include "canvass/AnswerNews.h"
 
-#include "canvass/Offer.h"
 #include "common/DateParser.h"
 
 namespace tallyroom::AnswerNews {
@@ -10,7 +9,7 @@ namespace {
 QString recorded(const AnswerRequest& request, const AnswerRecording::Result& result,
                  const QStringList& names, Date today) {
     if (result.recorded == 0)
-        return QStringLiteral("Nothing was recorded");
+        return Said::nothingRecorded;
     const auto day = Dates::parse(request.canvassDate);
     return QStringLiteral("%1 %2 for %3 on %4")
         .arg(actionName(request.accept ? AuditAction::Accepted : AuditAction::Declined),
@@ -40,13 +39,17 @@ QStringList notSetUp(const AnswerRequest& request, const AnswerRecording::Result
 QString text(const AnswerRequest& request, const AnswerRecording::Result& result,
              const QStringList& names, Date today) {
     if (result.employees == 0)
-        return QStringLiteral("Nobody is selected: nothing was recorded");
+        return refusal(Offer{});
     QStringList news{recorded(request, result, names, today)};
     news += notSetUp(request, result);
     news.append(passedOver(result.withoutRule, QStringLiteral("shift without a rule")));
     news.append(passedOver(result.unlisted, QStringLiteral("no longer on the list: Refresh")));
     news.removeAll(QString());
     return news.join(QStringLiteral("; "));
+}
+
+QString refusal(const Offer& offer) {
+    return Said::nothingRecorded + QStringLiteral(": ") + offer.hindrance();
 }
 
 QString progress(int done, int of) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "canvass/AnswerRecording.h"
+#include "canvass/Offer.h"
 
 namespace tallyroom::AnswerNews {
 
@@ -9,6 +10,8 @@ namespace tallyroom::AnswerNews {
 // and why. `names` are those of the employees.
 QString text(const AnswerRequest& request, const AnswerRecording::Result& result,
              const QStringList& names, Date today);
+
+QString refusal(const Offer& offer); // of one that cannot be recorded
 
 QString progress(int done, int of); // "Recording 120 of 300"
 

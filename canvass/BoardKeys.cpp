@@ -15,10 +15,14 @@ void add(QWidget& window, const QKeySequence& keys, const std::function<void()>&
     Events::connect(shortcut, &QShortcut::activated, &window, handler);
 }
 
+// Over the line under the board, until that has something to say.
 void explainSearch(const Ui::Tallyroom& ui) {
+    constexpr int milliseconds = 8000;
     ui.Grid->setFocus();
-    tell(ui, QStringLiteral("Type the beginning of a name, quickly; the same letter again goes on "
-                            "to the next. Down and Space select."));
+    ui.StatusBar1->showMessage(
+        QStringLiteral("Type the beginning of a name, quickly; the same letter again goes on to "
+                       "the next. Down and Space select."),
+        milliseconds);
 }
 
 // The toolkit opens its menus by Alt alone.
@@ -36,11 +40,6 @@ void connect(QMainWindow& window, const Ui::Tallyroom& ui) {
     add(window, QKeySequence::Find, [&ui] { explainSearch(ui); });
     add(window, QKeySequence::Print, [&ui] { ui.Command2->click(); });
     add(window, QKeySequence(Qt::Key_F10), [&ui] { openMenus(*ui.menubar); });
-}
-
-void tell(const Ui::Tallyroom& ui, const QString& text) {
-    constexpr int milliseconds = 8000;
-    ui.StatusBar1->showMessage(text, milliseconds);
 }
 
 } // namespace tallyroom::BoardKeys

@@ -12,7 +12,4 @@ namespace tallyroom::BoardKeys {
 // The window and its controls must outlive the keys, which the window owns.
 void connect(QMainWindow& window, const Ui::Tallyroom& ui);
 
-// Shows something for a while where the line under the board is. Nothing pops up.
-void tell(const Ui::Tallyroom& ui, const QString& text);
-
 } // namespace tallyroom::BoardKeys

@@ -32,6 +32,7 @@ void BoardStatusBar::show(const QString& news, const QString& figures) {
 
 // At once: no event comes during a command that would lay the bar out.
 void BoardStatusBar::showNews(const QString& news) {
+    m_bar.clearMessage();
     m_news->setLine(news);
     m_bar.layout()->activate();
 }

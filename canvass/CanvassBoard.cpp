@@ -120,7 +120,16 @@ void CanvassBoard::noteOrderings(int leftOut) {
 }
 
 void CanvassBoard::showStatus() {
-    m_bar.show(m_status.text(BoardControls::offer(m_ui, m_state.period).text()), figures().text());
+    m_bar.show(m_status.text(offer().text()), figures().text());
+}
+
+void CanvassBoard::showCommand(const QString& command) {
+    m_status.command = command;
+    m_bar.show(m_status.text(QString()), figures().text());
+}
+
+Offer CanvassBoard::offer() const {
+    return BoardControls::offer(m_ui, m_state.period);
 }
 
 BoardFigures CanvassBoard::figures() const {
@@ -216,6 +225,10 @@ void CanvassBoard::record(const AnswerRequest& request) {
     WaitPointer::hide();
 }
 
+void CanvassBoard::refuse() {
+    showCommand(AnswerNews::refusal(offer()));
+}
+
 // Returns what ended the command before its end.
 std::optional<RunError> CanvassBoard::recordAndShow(const AnswerRequest& request) {
     m_status.command.clear();
@@ -262,8 +275,7 @@ std::optional<RunError> CanvassBoard::showRecorded(bool anyWritten) {
 // What is written must be seen to be, lest it be given again.
 void CanvassBoard::showAfterFailure(const AnswerRecording::Result& result) {
     if (!result.anyWritten()) {
-        m_status.command = QStringLiteral("Nothing was recorded");
-        m_bar.show(m_status.text(QString()), figures().text()); // though rows are selected still
+        showCommand(Said::nothingRecorded);
         return;
     }
     m_ui.Grid->clearSelection();

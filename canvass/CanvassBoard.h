@@ -5,6 +5,7 @@
 #include "canvass/AnswersOfDay.h"
 #include "canvass/BoardStatus.h"
 #include "canvass/BoardStatusBar.h"
+#include "canvass/Offer.h"
 #include "canvass/OrderMenu.h"
 #include "canvass/ViewMenu.h"
 
@@ -37,6 +38,9 @@ public:
     // written by then is seen to be.
     void record(const AnswerRequest& request);
 
+    // Says why what the controls offer cannot be recorded.
+    void refuse();
+
     // Looks in the audit who has been asked for the canvass date, and marks their rows.
     void showAsked();
 
@@ -55,6 +59,9 @@ private:
     void readAsked();
     void markAsked();
     void showStatus();
+    // Though rows may be selected; what an answer would do comes back with the next change.
+    void showCommand(const QString& command);
+    Offer offer() const;
     BoardFigures figures() const;
 
     QWidget& m_window;

@@ -13,7 +13,7 @@ constexpr int namesSaid = 3;
 
 // Why Accept is grey, or would be refused; empty when nothing is wrong. A whole number is the usual
 // slip.
-QString hindranceOf(const QString& typed, const QString& box) {
+QString hindranceOfAmount(const QString& typed, const QString& box) {
     bool isWhole = false;
     const int whole = typed.trimmed().toInt(&isWhole);
     const int hours = isWhole && whole >= 0 && whole <= 24 ? whole : 8;
@@ -39,24 +39,33 @@ QString doubtAbout(const QStringList& amounts) {
     return doubt.isEmpty() ? AnswerLimits::doubtAboutMinutes(sum) : doubt;
 }
 
+QStringList hindrancesOfAmounts(const Offer& offer) {
+    QStringList said{hindranceOfAmount(offer.amount, offer.breakOut ? rateName(Rate::OneAndAHalf)
+                                                                    : QStringLiteral("Overtime"))};
+    if (offer.breakOut)
+        said.append(hindranceOfAmount(offer.doubleAmount, rateName(Rate::Double)));
+    said.removeAll(QString());
+    return said;
+}
+
+QString hindranceOfDay(const QString& typed) {
+    if (typed.trimmed().isEmpty())
+        return QStringLiteral("Date is empty");
+    return Dates::isDate(typed) ? QString() : typed + QStringLiteral(" is not a date");
+}
+
 QStringList aboutAmounts(const Offer& offer) {
     QStringList typed{offer.amount};
-    QStringList said{hindranceOf(offer.amount, offer.breakOut ? rateName(Rate::OneAndAHalf)
-                                                              : QStringLiteral("Overtime"))};
-    if (offer.breakOut) {
+    if (offer.breakOut)
         typed.append(offer.doubleAmount);
-        said.append(hindranceOf(offer.doubleAmount, rateName(Rate::Double)));
-    }
-    said.removeAll(QString());
-    return said.isEmpty() ? QStringList{Said::amounts(typed), doubtAbout(typed)} : said;
+    const QStringList hindrances = hindrancesOfAmounts(offer);
+    return hindrances.isEmpty() ? QStringList{Said::amounts(typed), doubtAbout(typed)} : hindrances;
 }
 
 QStringList aboutDay(const Offer& offer) {
     const auto date = Dates::parse(offer.canvassDate);
     if (!date)
-        return {offer.canvassDate.trimmed().isEmpty()
-                    ? QStringLiteral("Date is empty")
-                    : offer.canvassDate + QStringLiteral(" is not a date")};
+        return {hindranceOfDay(offer.canvassDate)};
     const bool counts = !offer.period || offer.period->contains(*date);
     return {Said::day(*date), AnswerLimits::doubtAboutDay(*date, offer.today),
             counts ? QString()
@@ -89,6 +98,15 @@ QString Offer::text() const {
     QStringList said{who(*this)};
     said += aboutAmounts(*this) + aboutDay(*this);
     said.append(firstNames(*this));
+    said.removeAll(QString());
+    return said.join(Said::gap);
+}
+
+QString Offer::hindrance() const {
+    if (names.isEmpty())
+        return QStringLiteral("nobody is selected");
+    QStringList said = hindrancesOfAmounts(*this);
+    said.append(hindranceOfDay(canvassDate));
     said.removeAll(QString());
     return said.join(Said::gap);
 }

@@ -20,14 +20,17 @@ struct Offer {
     // Who, how much and when; what is unusual about it, and why it cannot be recorded. Empty while
     // nobody is selected.
     QString text() const;
+    // Why it cannot be recorded, as text() says it. Empty when it can.
+    QString hindrance() const;
 };
 
 namespace Said {
 
-QString day(Date day);                                 // "Sat 11/28/2026"
-QString dayWithoutYear(Date day, Date today);          // "Sat 11/28", in another year with it
-QString amount(const QString& typed);                  // "8:00"; what cannot be read, as typed
-QString amounts(const QStringList& typed);             // "4:00 + 2:00"
+QString day(Date day);                        // "Sat 11/28/2026"
+QString dayWithoutYear(Date day, Date today); // "Sat 11/28", in another year with it
+QString amount(const QString& typed);         // "8:00"; what cannot be read, as typed
+QString amounts(const QStringList& typed);    // "4:00 + 2:00"
+inline const QString nothingRecorded = QStringLiteral("Nothing was recorded");
 inline const QString gap = QStringLiteral(" \u00b7 "); // between what is said
 
 } // namespace Said

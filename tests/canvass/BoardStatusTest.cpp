@@ -101,7 +101,7 @@ TEST(BoardStatus, ARecordingIsSaidWithWhoWasPassedOver) {
     const auto said = [&](const QStringList& names = {}) {
         return AnswerNews::text(request, result, names, day(u"11/21/2026"));
     };
-    EXPECT_EQ(said(), QStringLiteral("Nobody is selected: nothing was recorded"));
+    EXPECT_EQ(said(), QStringLiteral("Nothing was recorded: nobody is selected"));
     result.employees = 1;
     result.recorded = 1;
     result.amounts = {QStringLiteral("8.0")};
