@@ -84,12 +84,6 @@ void useLargeScreen(QTemporaryFile& screens) {
     qputenv("QT_QPA_PLATFORM", platform);
 }
 
-void giveContrast() {
-    const QPalette palette = Contrast::readable(QApplication::palette());
-    QApplication::setPalette(palette);
-    QApplication::setStyle(new Contrast::Style(palette, palette.color(QPalette::Window)));
-}
-
 int run(const Options& options, int argc, char** argv) {
     QTemporaryFile screens;
     if (!options.pictureFile.isEmpty())
@@ -99,8 +93,8 @@ int run(const Options& options, int argc, char** argv) {
         printError(QStringLiteral("there is no display. --picture FILE needs none."));
         return exitNoDisplay;
     }
-    const QApplication application(argc, argv);
-    giveContrast();
+    QApplication application(argc, argv);
+    Contrast::giveToAll(application);
     QApplication::setApplicationName(QStringLiteral("Brightclock"));
     QApplication::setQuitOnLastWindowClosed(false);
     try {

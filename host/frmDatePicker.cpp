@@ -12,7 +12,8 @@ frmDatePicker::frmDatePicker(QDate shown, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::frmDatePicker>()) {
     m_ui->setupUi(this);
     WindowFit::grow(*this);
-    prepareCalendar();
+    nameParts();
+    showWeekends();
     m_ui->MonthView1->setSelectedDate(shown);
     m_ui->MonthView1->setFocus();
     connect(m_ui->MonthView1, &QCalendarWidget::activated, this, &QDialog::accept);
@@ -23,9 +24,8 @@ frmDatePicker::frmDatePicker(QDate shown, QWidget* parent)
 
 frmDatePicker::~frmDatePicker() = default;
 
-// The arrows have no text that could be read out, and the red of a weekend none that can be seen on
-// every ground.
-void frmDatePicker::prepareCalendar() {
+// The arrows have no text that could be read out.
+void frmDatePicker::nameParts() {
     const std::pair<QString, QString> names[] = {
         {QStringLiteral("qt_calendar_prevmonth"), QStringLiteral("Previous month")},
         {QStringLiteral("qt_calendar_nextmonth"), QStringLiteral("Next month")},
@@ -34,11 +34,21 @@ void frmDatePicker::prepareCalendar() {
         if (auto* control = m_ui->MonthView1->findChild<QWidget*>(part))
             control->setAccessibleName(name);
     }
+}
+
+// In a red that can be seen on the desktop's ground.
+void frmDatePicker::showWeekends() {
     QTextCharFormat weekend;
     weekend.setForeground(
         Contrast::apartFrom(palette().color(QPalette::Base), Qt::red, Contrast::ofText));
     m_ui->MonthView1->setWeekdayTextFormat(Qt::Saturday, weekend);
     m_ui->MonthView1->setWeekdayTextFormat(Qt::Sunday, weekend);
+}
+
+void frmDatePicker::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        showWeekends();
 }
 
 QDate frmDatePicker::day() const {

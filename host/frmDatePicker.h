@@ -21,8 +21,12 @@ public:
 
     QDate day() const;
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
-    void prepareCalendar();
+    void nameParts();
+    void showWeekends();
 
     std::unique_ptr<Ui::frmDatePicker> m_ui;
 };

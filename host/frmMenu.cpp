@@ -20,7 +20,8 @@ namespace tallyroom::host {
 
 frmMenu::frmMenu(std::shared_ptr<Database> database, const HostData& hostData, const QImage& splash)
     : m_ui(std::make_unique<Ui::frmMenu>()), m_database(std::move(database)), m_data(hostData),
-      m_splash(QPixmap::fromImage(veiled(splash, palette()).picture)) {
+      m_splash(splash) {
+    veilSplash();
     m_ui->setupUi(this);
     WindowFit::grow(*this);
     resize(size().boundedTo(WindowFit::room(*this)));
@@ -98,13 +99,23 @@ void frmMenu::mnu_ot_anal_click() {
         .exec();
 }
 
+void frmMenu::veilSplash() {
+    m_shown = QPixmap::fromImage(veiled(m_splash, palette()).picture);
+}
+
+void frmMenu::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        veilSplash();
+}
+
 // The picture covers the window and keeps its lower right corner, where the clock is.
 void frmMenu::paintEvent(QPaintEvent*) {
-    QRectF covered(QPointF(), QSizeF(size()).scaled(m_splash.size(), Qt::KeepAspectRatio));
-    covered.moveBottomRight({double(m_splash.width()), double(m_splash.height())});
+    QRectF covered(QPointF(), QSizeF(size()).scaled(m_shown.size(), Qt::KeepAspectRatio));
+    covered.moveBottomRight({double(m_shown.width()), double(m_shown.height())});
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(QRectF(rect()), m_splash, covered);
+    painter.drawPixmap(QRectF(rect()), m_shown, covered);
 }
 
 // Ends the program, which goes on without windows as long as an add-in's entry runs.

@@ -41,18 +41,21 @@ Q_SIGNALS:
     void entryRequested(const QString& callName);
 
 protected:
+    void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
     void connectMenus();
+    void veilSplash();
     void showSchedule(ScheduleSpan span);
 
     std::unique_ptr<Ui::frmMenu> m_ui;
     std::shared_ptr<Database> m_database;
     const HostData& m_data;
     QString m_dataFolder;
-    QPixmap m_splash;
+    QImage m_splash;
+    QPixmap m_shown; // the same in the desktop's colours
 };
 
 // Methods: the names of the window's menu handlers. Raises 91 once the window has gone.

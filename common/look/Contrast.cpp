@@ -1,6 +1,5 @@
 #include "common/look/Contrast.h"
 
-#include <QApplication>
 #include <QPainter>
 #include <QStyleOption>
 #include <algorithm>
@@ -71,6 +70,33 @@ void drawFocus(const QStyleOption& option, QPainter& painter) {
               option.palette.color(onHighlight ? QPalette::HighlightedText : QPalette::WindowText),
               1);
 }
+
+// Watches for the desktop's colours.
+class Giver : public QObject {
+public:
+    explicit Giver(QApplication& application) : QObject(&application) {
+        application.installEventFilter(this);
+        give();
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched == parent() && event->type() == QEvent::ApplicationPaletteChange && !m_isGiving)
+            give();
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    void give() {
+        m_isGiving = true;
+        const QPalette palette = readable(QApplication::palette());
+        QApplication::setPalette(palette);
+        QApplication::setStyle(new Style(palette, palette.color(QPalette::Window)));
+        m_isGiving = false;
+    }
+
+    bool m_isGiving = false; // which is a change as well
+};
 
 } // namespace
 
@@ -160,10 +186,16 @@ void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex
 
 void giveTo(QWidget& window, const QColor& behind) {
     window.setPalette(readable(window.palette()));
+    const Style* before = window.findChild<Style*>(QString(), Qt::FindDirectChildrenOnly);
     auto* style = new Style(window.palette(), behind);
     style->setParent(&window);
     for (auto* control : window.findChildren<QWidget*>())
         control->setStyle(style);
+    delete before;
+}
+
+void giveToAll(QApplication& application) {
+    new Giver(application);
 }
 
 } // namespace tallyroom::Contrast

@@ -1,6 +1,7 @@
 // Colours that can be told apart: text from its ground, controls and the focus from what is around.
 #pragma once
 
+#include <QApplication>
 #include <QPalette>
 #include <QProxyStyle>
 #include <QWidget>
@@ -42,8 +43,12 @@ private:
     QColor m_edge;
 };
 
-// Gives a window and the controls that it has these colours. `behind` is what lies behind the
-// controls at its worst.
+// Gives a window and the controls that it has these colours, in the place of those given before.
+// `behind` is what lies behind the controls at its worst.
 void giveTo(QWidget& window, const QColor& behind);
+
+// Gives them to the application's windows, and anew whenever the desktop changes its own. To be
+// called once.
+void giveToAll(QApplication& application);
 
 } // namespace tallyroom::Contrast

@@ -11,7 +11,7 @@ namespace tallyroom {
 
 // Draws a picture at the upper left corner of a widget, unscaled, as a form draws its background.
 // Where text could not be read on the picture, the desktop's own ground lies over it as a veil,
-// just dense enough. Owned by the widget.
+// just dense enough, and follows the desktop when it changes its colours. Owned by the widget.
 class Background : public QObject {
     Q_OBJECT
 
@@ -25,9 +25,13 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    Background(QWidget* widget, QPixmap picture);
+    Background(QWidget& widget, QImage splash);
+    void giveColours();
 
-    QPixmap m_picture;
+    QWidget& m_widget;
+    QImage m_splash; // as the host has it; null for none
+    QPixmap m_shown;
+    bool m_isGiving = false; // which changes the palette as well
 };
 
 } // namespace tallyroom

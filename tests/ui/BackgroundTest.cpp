@@ -57,7 +57,7 @@ QImage noise() {
 struct Form : QWidget {
     QVBoxLayout layout{this};
     QLabel title;
-    QCheckBox box{QStringLiteral("System Date")};
+    QCheckBox box;
     QRadioButton kind{QStringLiteral("Both")};
     QLineEdit line;
     QComboBox choice;
@@ -65,11 +65,9 @@ struct Form : QWidget {
     QListWidget list;
     Grid grid;
 
-    explicit Form(const QPalette& palette) {
-        setPalette(palette);
+    Form() {
         resize(formSize);
         setFocusPolicy(Qt::StrongFocus);
-        title.setText(QStringLiteral("Tallyroom"));
         for (QWidget* control : controls())
             layout.addWidget(control);
         auto* item = new QListWidgetItem(QStringLiteral("Name"), &list);
@@ -144,6 +142,8 @@ QRect part(const QWidget& control, QStyle::SubElement element) {
 
 void lookAt(Form& form) {
     form.setFocus();
+    form.title.setText(QStringLiteral("Tallyroom"));
+    form.box.setText(QStringLiteral("System Date"));
     QImage with = form.shown();
     form.title.setText(QString());
     form.box.setText(QStringLiteral(" "));
@@ -187,9 +187,11 @@ QPalette dark() {
     return palette;
 }
 
+// Whichever colours the desktop had when the window opened, and whichever it changes to then.
 TEST(Background, EverythingIsToldApartOnAnyPicture) {
-    const std::pair<const char*, QPalette> palettes[] = {
-        {"light", QApplication::palette()},
+    const QPalette light = QApplication::palette();
+    const std::vector<std::pair<const char*, QPalette>> palettes = {
+        {"light", light},
         {"dark", dark()},
         {"black", QPalette(Qt::black, Qt::black)},
         {"pale", QPalette(QColor(0xdd, 0xdd, 0xdd), QColor(0xee, 0xee, 0xee))}};
@@ -197,16 +199,23 @@ TEST(Background, EverythingIsToldApartOnAnyPicture) {
                                                        {"white", plain(Qt::white)},
                                                        {"clear", plain(Qt::transparent)},
                                                        {"noise", noise()}};
-    for (const auto& [paletteName, palette] : palettes) {
-        for (const auto& [pictureName, picture] : pictures) {
+    for (std::size_t at = 0; at < std::size(pictures); ++at) {
+        const auto& [pictureName, picture] = pictures[at];
+        QApplication::setPalette(palettes[at].second);
+        Form form;
+        Background::copyFrom(makeObject<Splash>(picture), &form);
+        form.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+        for (std::size_t change = 0; change < palettes.size(); ++change) {
+            const auto& [paletteName, palette] = palettes[(at + change) % palettes.size()];
             SCOPED_TRACE(std::string(paletteName) + " on " + pictureName);
-            Form form(palette);
-            Background::copyFrom(makeObject<Splash>(picture), &form);
-            form.show();
-            ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+            QApplication::setPalette(palette);
+            QCoreApplication::processEvents(); // it reaches the windows by an event
+            EXPECT_EQ(form.palette().color(QPalette::Base), palette.color(QPalette::Base));
             lookAt(form);
         }
     }
+    QApplication::setPalette(light);
 }
 
 } // namespace
