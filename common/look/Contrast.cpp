@@ -40,14 +40,11 @@ QString nameOfStyle() {
     return style->name();
 }
 
+// In strips: where the screen scales its pixels, half of a line would fall outside the place.
 void drawFrame(QPainter& painter, const QRect& place, const QColor& color, int width) {
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing, false);
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(color, 1));
-    for (int at = 0; at < width; ++at)
-        painter.drawRect(place.adjusted(at, at, -1 - at, -1 - at));
-    painter.restore();
+    const QRect inside = place.adjusted(width, width, -width, -width);
+    for (const QRect& strip : QRegion(place) - QRegion(inside))
+        painter.fillRect(strip, color);
 }
 
 void drawRing(QPainter& painter, const QRect& place, const QColor& color) {
