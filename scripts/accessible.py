@@ -77,9 +77,12 @@ class Bus:
         return [window for program in programs for window in program.children()
                 if window.has(SHOWING)]
 
-    def window(self, title):
+    def window(self, title, before=()):
+        """The latest with this title that was not there before."""
+        known = [one.path for one in before]
         return wait_for(f"the window {title}", lambda: next(
-            (one for one in reversed(self.windows()) if one.name() == title), None))
+            (one for one in reversed(self.windows())
+             if one.name() == title and one.path not in known), None))
 
     def hear_names(self):
         """A list that gathers the path of each element whose name changes, as dispatch() is

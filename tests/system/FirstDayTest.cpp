@@ -150,7 +150,9 @@ TEST_F(FirstDayTest, ShortcutsOpenTheHostsScreens) {
             script.expectWindow(c.screen, [&c](QWidget& window) {
                 EXPECT_EQ(window.windowTitle(), c.title);
                 EXPECT_GT(grid(window).model()->rowCount(), 1);
-                window.close();
+                child<QDialogButtonBox>(window, u"Buttons")
+                    .button(QDialogButtonBox::Close)
+                    ->click();
             });
             trigger(board, c.entry);
         }

@@ -36,8 +36,9 @@ class Reading:
     @contextlib.contextmanager
     def visit(self, opener, title, leave="Exit <<"):
         """What every window has to tell is looked at; the caller sees to the rest."""
+        before = self.bus.windows()
         opener.press()
-        window = self.bus.window(title)
+        window = self.bus.window(title, before)
         self.look(window)
         yield window
         window.find("push button", leave).press()
@@ -46,6 +47,9 @@ class Reading:
 
     def choose(self, entry, *window):
         return self.visit(self.board.find("menu item", entry), *window)
+
+    def push(self, window, button, *opened):
+        return self.visit(window.find("push button", button), *opened)
 
     def look(self, window):
         for one in window.within(SHOWING):
@@ -101,18 +105,28 @@ class Reading:
             self.expect(rates == ["time and a half", "double time"] * 2, f"lists: {rates}")
         with self.choose("Define Totalling Period...", "Totalling Period") as window:
             self.look_at_calendars(window, "From date", "To date")
+            with self.push(window, "Pick a date: To date", "Pick a Date", "Cancel"):
+                pass
         with self.choose("Employee Specification Buckets...", "Employee Specification Buckets",
-                         "Cancel"):
+                         "Cancel") as window, \
+                self.push(window, "Save as\N{HORIZONTAL ELLIPSIS}", "Save Bucket", "Cancel"):
             pass
         with self.choose("Define...", "Tallyroom - User-Defined Ordering") as window, \
-                self.visit(window.find("push button", "Add"),
-                           "Tallyroom - Edit User-Defined Ordering"):
+                self.push(window, "Add", "Tallyroom - Edit User-Defined Ordering"):
             pass
         with self.choose("Audit", "Tallyroom - Audit") as window:
             self.look_at_calendars(window, "System Date from", "System Date to",
                                    "Canvass Date from", "Canvass Date to")
+            window.find("push button", "All").press()
+            with self.push(window, "Query", "Tallyroom - Audit"):
+                pass
         with self.choose("Undo", "Undo"):
             pass
+        for entry, title in (("Edit Time and Attendance Transactions",
+                              "Time and Attendance Transactions"),
+                             ("Daily Schedule",) * 2, ("Overtime Analysis",) * 2):
+            with self.choose(entry, title, "Close"):
+                pass
 
 
 def read(host):
