@@ -1,11 +1,8 @@
 #include "audit/frmTLYRAudit.h"
 #include "audit/frmUndo.h"
-#include "common/DateParser.h"
 #include "tests/audit/AuditFolder.h"
-#include "tests/support/DialogScript.h"
-#include "tests/support/FakeHost.h"
 #include "tests/support/PrintedPages.h"
-#include "tests/support/Printing.h"
+#include "tests/support/WindowTest.h"
 
 #include <QCheckBox>
 #include <QGuiApplication>
@@ -13,13 +10,12 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTableView>
-#include <QTest>
 
 using namespace tallyroom;
 
 namespace {
 
-class AuditWindowsTest : public testing::Test {
+class AuditWindowsTest : public WindowTestOn<AuditFolder> {
 protected:
     AuditWindowsTest() { folder.addHost(2); }
 
@@ -60,9 +56,6 @@ protected:
     }
 
     const QString query = QStringLiteral("Command4");
-    AuditFolder folder;
-    FakeHost host;
-    DialogScript script;
     bool breakOut = false;
 };
 
@@ -167,28 +160,6 @@ TEST_F(AuditWindowsTest, TheEntriesArePrintedWithTheChoicesThatFoundThem) {
         EXPECT_TRUE(pages[0].text().contains(QLatin1String(expected)))
             << expected << '\n'
             << pages[0].text().toStdString();
-}
-
-TEST_F(AuditWindowsTest, EachDateBoxHasItsPickerAndKeys) {
-    addTwo();
-    browse([&](QWidget& browser) {
-        clickButton(browser, u"Check1");
-        clickButton(browser, u"Check2");
-        int day = 0;
-        for (const auto& [name, button] :
-             std::initializer_list<std::pair<const char16_t*, const char16_t*>>{
-                 {u"to_date", u"SSCommand2"},
-                 {u"Text1", u"SSCommand1"},
-                 {u"Text2", u"SSCommand3"},
-                 {u"Text3", u"SSCommand4"}}) {
-            host.pickedDate = *Dates::parse(QStringLiteral("3/%1/2020").arg(++day));
-            clickButton(browser, button);
-            auto& box = child<QLineEdit>(browser, name);
-            EXPECT_EQ(box.text(), QStringLiteral("03/0%1/2020").arg(day));
-            QTest::keyClick(&box, Qt::Key_End);
-            EXPECT_EQ(box.text(), QStringLiteral("03/31/2020"));
-        }
-    });
 }
 
 // The list is in the order of days and codes, so that the latest line stands anywhere in it.

@@ -1,5 +1,4 @@
 #include "setup/TotallingPeriod.h"
-#include "common/DateParser.h"
 #include "setup/frmTLYRPeriod.h"
 #include "tests/support/WindowTest.h"
 
@@ -110,21 +109,6 @@ TEST_F(TotallingPeriodTest, APeriodThatCannotBeReadIsNoIndefiniteOneAndCanBeRepl
         });
         EXPECT_EQ(stored(), QStringList(QStringLiteral("1/5/2026|1/5/2026")));
     }
-}
-
-TEST_F(TotallingPeriodTest, EachPickerFillsItsBox) {
-    folder.setPeriod(u"1/1/2020", u"1/31/2020");
-    show<frmTLYRPeriod>([&](QWidget& window) {
-        host.pickedDate = *Dates::parse(QStringLiteral("5/6/2021"));
-        clickButton(window, u"SSCommand1");
-        EXPECT_EQ(Dates::toText(host.shownDate), QStringLiteral("1/31/2020"));
-        EXPECT_EQ(box(window, to).text(), QStringLiteral("05/06/2021"));
-        host.pickedDate = Variant();
-        clickButton(window, u"SSCommand2");
-        EXPECT_EQ(box(window, from).text(), QStringLiteral("01/01/2020")) << "nothing was picked";
-        clickButton(window, u"Command2");
-    });
-    EXPECT_EQ(stored(), QStringList(QStringLiteral("1/1/2020|1/31/2020")));
 }
 
 } // namespace

@@ -8,7 +8,8 @@
 
 namespace tallyroom {
 
-class WindowTest : public testing::Test {
+template<class Folder>
+class WindowTestOn : public testing::Test {
 protected:
     template<class Window>
     void show(const DialogScript::Action& use) {
@@ -18,9 +19,11 @@ protected:
         window.showModally();
     }
 
-    DataFolder folder;
+    Folder folder;
     FakeHost host;
     DialogScript script;
 };
+
+using WindowTest = WindowTestOn<DataFolder>;
 
 } // namespace tallyroom

@@ -86,9 +86,12 @@ TEST_F(DateBindingTest, OtherKeysAndLockedBoxesKeepTheirMeaning) {
     EXPECT_TRUE(isRed()) << "a check of the window's own is not taken back";
 }
 
-TEST_F(DateBindingTest, NothingIsLeftOfItAfterItsEnd) {
-    host.pickedDate = *Dates::parse(QStringLiteral("3/4/2020"));
+TEST_F(DateBindingTest, ThePickerFillsTheBoxUntilTheBindingEnds) {
     box.setText(QStringLiteral("1/1/2020"));
+    button.click();
+    EXPECT_EQ(box.text(), QStringLiteral("1/1/2020")) << "nothing was picked";
+    EXPECT_EQ(Dates::toText(host.shownDate), QStringLiteral("1/1/2020"));
+    host.pickedDate = *Dates::parse(QStringLiteral("3/4/2020"));
     button.click();
     EXPECT_EQ(box.text(), QStringLiteral("03/04/2020"));
     binding.reset();
