@@ -1,6 +1,4 @@
 #include "addin/Descriptor.h"
-#include "addin/Application.h"
-#include "addin/MemberInfo.h"
 #include "tests/support/Printing.h"
 
 #include <QStringList>
@@ -96,16 +94,6 @@ TEST(Descriptor, ParametersAreCopiedAtEachRead) {
     EXPECT_EQ(kinds().elements.size(), 3U);
     entry.call(QStringLiteral("SetParameters"));
     EXPECT_EQ(kinds().elements.size(), 3U) << "no values leave them";
-}
-
-TEST(Descriptor, VersionsHaveNoLeadingZeros) {
-    ApplicationInfo info;
-    info.major = 9;
-    info.minor = 12;
-    info.revision = 720;
-    EXPECT_EQ(info.version(), QStringLiteral("9.12.720"));
-    EXPECT_EQ(makeObject<MemberInfo>().call(QStringLiteral("DLLVERSION")).toText(),
-              applicationInfo().version());
 }
 
 } // namespace

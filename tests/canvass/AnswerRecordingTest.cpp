@@ -227,61 +227,21 @@ TEST_F(AnswerRecordingTest, AFileThatCannotBeWrittenLeavesTheOthersAlone) {
     nothingWritten();
 }
 
-// The host's file, which calls before each query.
-class CallingDatabase : public Database {
-public:
-    CallingDatabase(std::shared_ptr<Database> real, std::function<void()> call)
-        : m_real(std::move(real)), m_call(std::move(call)) {}
-    void execute(const QString& sql) override { m_real->execute(sql); }
-    std::shared_ptr<Recordset> openRecordset(const QString& sql, RecordsetType type) override {
-        m_call();
-        return m_real->openRecordset(sql, type);
-    }
-    bool keepsWhatIsWritten(const Schema::Table& table) override {
-        return m_real->keepsWhatIsWritten(table);
-    }
-    void replaceRows(const QString& table, const QStringList& columns,
-                     const std::vector<Row>& rows) override {
-        m_real->replaceRows(table, columns, rows);
-    }
-    void appendRows(const QString& table, const QStringList& columns,
-                    const std::vector<Row>& rows) override {
-        m_real->appendRows(table, columns, rows);
-    }
-    void begin(TransactionKind kind) override { m_real->begin(kind); }
-    void commit() override { m_real->commit(); }
-    void rollback() noexcept override { m_real->rollback(); }
-    bool inTransaction() const override { return m_real->inTransaction(); }
-    void setWhenInUse(WhenInUse answer) override { m_real->setWhenInUse(answer); }
-    void checkStructure() override { m_real->checkStructure(); }
-    ChangeMark changeMark() override { return m_real->changeMark(); }
-    void setProgress(std::function<void()> callback) override {
-        m_real->setProgress(std::move(callback));
-    }
-    bool isInPlace() override { return m_real->isInPlace(); }
-    void close() override { m_real->close(); }
-
-private:
-    std::shared_ptr<Database> m_real;
-    std::function<void()> m_call;
-};
-
 // The add-in's file is looked for at each answer: a new one is written to, a missing one ends the
 // command with the answers before it recorded.
 TEST_F(AnswerRecordingTest, AnAuditFileThatIsExchangedOrGoesIsNoticed) {
     request.employees = {QStringLiteral("E1"), QStringLiteral("E2"), QStringLiteral("E3")};
     const QString file = folder.file(addInFile);
     ASSERT_TRUE(QFile::copy(file, file + u'2'));
-    int employees = 0;
-    state.HostOptionsDb = std::make_shared<CallingDatabase>(folder.open(hostFile), [&] {
-        ++employees;
-        if (employees == 2) {
+    result = AnswerRecording::record(state, request, [&](int done, int) {
+        if (done == 1) {
             EXPECT_TRUE(QFile::rename(file, file + u'1') && QFile::rename(file + u'2', file));
-        } else if (employees == 3) {
+        } else if (done == 2) {
             EXPECT_TRUE(QFile::remove(file));
         }
     });
-    EXPECT_EQ(errorNumberOf([&] { record(); }), 3024);
+    ASSERT_TRUE(result.failure);
+    EXPECT_EQ(result.failure->number(), 3024);
     EXPECT_EQ(board(QStringLiteral("E2")), QStringLiteral("90|Null|Null|Null|90"));
     EXPECT_EQ(board(QStringLiteral("E3")), QStringLiteral("Null|Null|Null|Null|0"));
     EXPECT_EQ(history().size(), 2);

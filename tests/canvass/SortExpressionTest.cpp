@@ -33,16 +33,6 @@ TEST(SortExpression, TakesCheckedElementsInIndexOrder) {
     EXPECT_EQ(sorted(QStringLiteral("Index0")), QString()) << "an element named Index0, unchecked";
 }
 
-TEST(SortExpression, ThousandsOfElementsDecodeInWrittenOrder) {
-    constexpr int count = 20000;
-    QStringList pairs{QStringLiteral("Employee Code_State=True")};
-    for (int n = 0; n < count; ++n)
-        pairs.append(QStringLiteral("Index%1=Employee Code").arg(n));
-    EXPECT_EQ(sorted(pairs.join(u'|')).count(QStringLiteral("[emp_code] asc")), count);
-    pairs.swapItemsAt(2, 11); // Index10 now answers for Index1
-    EXPECT_EQ(sorted(pairs.join(u'|')).count(QStringLiteral("[emp_code] asc")), count);
-}
-
 TEST(SortExpression, DamagedTextsAreReportedOrRaise) {
     int unknown = 0;
     const QString good = element(0, QStringLiteral("Employee Code"), QStringLiteral("True"), 0);

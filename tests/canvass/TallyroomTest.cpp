@@ -1,7 +1,5 @@
 #include "tests/canvass/Board.h"
 
-#include "common/ui/Twips.h"
-
 #include <QFile>
 #include <QLabel>
 #include <QPushButton>
@@ -48,20 +46,6 @@ TEST_F(TallyroomTest, OnlyTheMasterSeesHisEntries) {
                     EXPECT_EQ(child<QAction>(board, name).isVisible(), expected);
             },
             QString::fromUtf16(user));
-    }
-}
-
-TEST_F(TallyroomTest, AMissingFileIsReportedAndNoWindowAppears) {
-    for (const char16_t* name : {hostFile, addInFile}) {
-        const QString path = folder.file(name);
-        QFile::rename(path, path + QStringLiteral(".away"));
-        const HostContext context = host.context(folder.path());
-        Tallyroom window(context);
-        script.expectReport(3024, QStringLiteral("Could not find file '%1'.")
-                                      .arg(folder.path() + u'\\' + QString::fromUtf16(name)));
-        window.showModally();
-        EXPECT_FALSE(window.isVisible());
-        QFile::rename(path + QStringLiteral(".away"), path);
     }
 }
 
@@ -266,21 +250,6 @@ TEST_F(TallyroomTest, CommandsWithoutTheirWindowReportAndTheBoardLivesOn) {
             EXPECT_EQ(lines(board).size(), 4);
         },
         QStringLiteral("master"));
-}
-
-TEST_F(TallyroomTest, ControlsKeepTheirPlacesWhenTheWindowGrows) {
-    show([&](QWidget& board) {
-        for (const QSize size : {QSize(1000, 700), QSize(1400, 900)}) {
-            board.resize(size);
-            QCoreApplication::processEvents();
-            const QSize inner = child<QWidget>(board, u"centralwidget").size();
-            EXPECT_EQ(grid(board).width(), inner.width() - pixels(345));
-            EXPECT_EQ(grid(board).height(), inner.height() - pixels(2145));
-            const auto& exit = child<QPushButton>(board, u"Command1");
-            EXPECT_EQ(exit.pos(), QPoint(inner.width() - 96, inner.height() - 80));
-            EXPECT_EQ(child<QWidget>(board, u"SSCommand2").y(), inner.height() - 84);
-        }
-    });
 }
 
 } // namespace

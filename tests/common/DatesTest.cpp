@@ -114,14 +114,8 @@ TEST(Dates, LieInTheYears100To9999) {
     }
     EXPECT_EQ(Dates::toIso({-657434.5}), QStringLiteral("0100-01-01 12:00:00"));
     EXPECT_EQ(Dates::toIso({2958465.99999}), QStringLiteral("9999-12-31 23:59:59"));
-    EXPECT_FALSE(Dates::fromIso(QStringLiteral("0099-12-31 00:00:00")));
-}
-
-TEST(Dates, StoreFormRoundTrips) {
-    for (const double serial : {0.0, 0.75, 1.0, 40000.25, -3.5, 73050.0})
-        EXPECT_EQ(Dates::fromIso(Dates::toIso({serial})), Date{serial});
-    EXPECT_FALSE(Dates::fromIso(QStringLiteral("1/2/2008")));
-    EXPECT_FALSE(Dates::fromIso(QStringLiteral("2008-02-30 00:00:00")));
+    for (const char16_t* text : {u"0099-12-31 00:00:00", u"1/2/2008", u"2008-02-30 00:00:00"})
+        EXPECT_FALSE(Dates::fromIso(QString::fromUtf16(text)));
 }
 
 } // namespace

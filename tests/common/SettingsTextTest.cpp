@@ -25,13 +25,6 @@ TEST(SettingsText, TheFirstPairWithTheKeysStartAnswers) {
     EXPECT_EQ(GetTagValue(QString(), QStringLiteral("a")), QString());
 }
 
-TEST(SettingsText, SettingReplacesOrAppends) {
-    QString text = SetTagValue(QString(), QStringLiteral("a"), QStringLiteral("1"));
-    text = SetTagValue(text, QStringLiteral("b"), QStringLiteral("2"));
-    text = SetTagValue(text, QStringLiteral("A"), QStringLiteral("3"));
-    EXPECT_EQ(text, QStringLiteral("A=3|b=2"));
-}
-
 // The rule as it is told: look at one pair after the other.
 QStringList::iterator answering(QStringList& pairs, const QString& key) {
     return std::ranges::find_if(pairs, [&](const QString& pair) {

@@ -79,11 +79,4 @@ TEST(Units, EveryAmountOfADayComesBackFromItsText) {
         EXPECT_EQ(errorNumberOf([&] { TimeConversion::timeAsDate(QString::fromUtf16(text)); }), 13);
 }
 
-TEST(Units, NzReplacesOnlyNull) {
-    EXPECT_TRUE(Nz(Variant::null()).isEmpty());
-    EXPECT_EQ(Nz(Variant::null(), Variant(5)).toLong(), 5);
-    EXPECT_EQ(Nz(Variant(u""), Variant(5)).toText(), QString());
-    EXPECT_EQ(Nz(Variant(0), Variant(5)).toLong(), 0);
-}
-
 } // namespace

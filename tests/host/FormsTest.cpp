@@ -6,8 +6,6 @@
 
 #include <QCalendarWidget>
 #include <QDialog>
-#include <QDialogButtonBox>
-#include <QPushButton>
 #include <gtest/gtest.h>
 
 namespace tallyroom::host {
@@ -42,40 +40,6 @@ TEST(Menu, AHandlerThatIsCalledAfterItsEndFails) {
     const ObjectRef menu = makeObject<MenuObject>(window.get());
     window.reset();
     EXPECT_ANY_THROW(menu.call(QStringLiteral("ttedit_click")));
-}
-
-TEST(Menu, EachScreenIsClosedByItsButton) {
-    const struct {
-        const char* handler;
-        QStringView screen;
-    } cases[] = {
-        {"ttedit_click", u"frmTransactions"},     {"mnupms_click", u"frmSchedule"},
-        {"mnuchangesched_click", u"frmSchedule"}, {"mnuemployeesch_click", u"frmSchedule"},
-        {"mnu_ot_anal_click", u"frmOvertime"},
-    };
-    const HostDataFolder folder;
-    const auto database = Workspace::openHostOptions(folder.path());
-    const HostData data = readHostData(*database);
-    frmMenu window(database, data, drawSplash());
-    const ObjectRef menu = makeObject<MenuObject>(&window);
-    DialogScript script;
-    for (const auto& c : cases) {
-        script.expectWindow(c.screen, [](QWidget& screen) {
-            child<QDialogButtonBox>(screen, u"Buttons").button(QDialogButtonBox::Close)->click();
-        });
-        menu.call(QString::fromLatin1(c.handler));
-    }
-}
-
-TEST(Splash, IsAPictureOnWhichBlackTextReadsWell) {
-    const ObjectRef splash = makeObject<SplashPictureObject>(drawSplash());
-    const QImage picture =
-        QImage::fromData(splash.property(QStringLiteral("Picture")).toBytes(), "PNG");
-    ASSERT_GE(picture.width(), 1024);
-    for (int y = 0; y < picture.height(); y += 7) {
-        for (int x = 0; x < picture.width(); x += 7)
-            ASSERT_GT(qGray(picture.pixel(x, y)), 190);
-    }
 }
 
 } // namespace

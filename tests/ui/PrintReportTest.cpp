@@ -178,40 +178,6 @@ TEST_F(PrintReportTest, ThePagesThatWereAskedForAsOftenAsWanted) {
     EXPECT_EQ(numbers.join(u' '), QStringLiteral("2 3 2 3"));
 }
 
-// Two pages with a text in their lower right corners.
-struct Pictures : PageSource {
-    struct Corners : Pages {
-        explicit Corners(QSizeF size) : room(QPointF(), size) {}
-        int count() const override { return 2; }
-        void paint(QPainter& painter, int page) const override {
-            painter.drawText(room, Qt::AlignBottom | Qt::AlignRight,
-                             QStringLiteral("picture%1").arg(page));
-        }
-        QRectF room;
-    };
-    const ReportFrame& frame() const override { return shared; }
-    QPageLayout::Orientation orientation(const QPageLayout&) const override {
-        return QPageLayout::Landscape;
-    }
-    std::unique_ptr<Pages> pages(QSizeF room, double) const override {
-        return std::make_unique<Corners>(room);
-    }
-    ReportFrame shared{title, {}, title, {40000}};
-};
-
-TEST_F(PrintReportTest, PicturesHaveTheSameFrame) {
-    const auto pages = print(Pictures());
-    ASSERT_EQ(pages.size(), 2U);
-    for (std::size_t page = 0; page < 2; ++page) {
-        EXPECT_EQ(pages[page].misplaced(), QStringList());
-        EXPECT_GT(pages[page].size.width(), pages[page].size.height());
-        EXPECT_EQ(pages[page].text(),
-                  QStringLiteral("%1 picture%2 Printed 07/06/2009 12:00 am by %1 Page %2 of 2")
-                      .arg(title)
-                      .arg(page + 1));
-    }
-}
-
 TEST_F(PrintReportTest, WhoCancelsLeavesNothingBehind) {
     const QString question =
         QStringLiteral("Are you sure that you want to print the Canvassing Details?");
