@@ -1,5 +1,6 @@
 #include "audit/AuditDeletion.h"
 
+#include "audit/DeskNews.h"
 #include "common/AnswerKind.h"
 #include "common/RunError.h"
 #include "common/Units.h"
@@ -47,6 +48,7 @@ void deleteAuditLine(const QString& dataPath, const AuditEntries::Line& line) {
     Transaction history(host, TransactionKind::Reserve);
     Transaction audit(addIn, TransactionKind::Reserve);
     host->execute(removal);
+    host->announce(DeskNews::answerTakenBack);
     history.commit();
     addIn->execute(mark);
     audit.commit();

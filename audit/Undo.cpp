@@ -1,5 +1,6 @@
 #include "audit/Undo.h"
 
+#include "audit/DeskNews.h"
 #include "audit/UndoLine.h"
 #include "common/HostContext.h"
 #include "store/Readable.h"
@@ -109,6 +110,7 @@ void take(const HostContext& context, const QString& line, bool breakOut) {
     rows->edit(); // raises when somebody has taken it back meanwhile
     rows->cancelUpdate();
     removeTransaction(*host, query);
+    host->announce(DeskNews::answerTakenBack);
     history.commit();
     rows->remove();
     audit.commit();

@@ -1,5 +1,6 @@
 #include "canvass/AnswerRecording.h"
 
+#include "audit/DeskNews.h"
 #include "canvass/AnswerStatements.h"
 #include "canvass/DerivedColumns.h"
 #include "common/Units.h"
@@ -113,7 +114,8 @@ private:
 
     bool counts(Date date) const { return !m_state.period || m_state.period->contains(date); }
 
-    // Each write stands on its own; but no other program may come between them.
+    // Each write stands on its own, on a server all or none do; but no other program may come
+    // between them.
     void write(const Answer& answer) {
         const AnswerStatements statements(answer, m_request);
         const auto host = m_state.hostOptions();
@@ -123,12 +125,14 @@ private:
         if (counts(answer.date))
             board.emplace(m_state.rows().database(), TransactionKind::Reserve);
         host->execute(statements.history);
-        history.commit();
-        m_result.partly = answer.emp;
+        host->announce(DeskNews::answerRecorded);
+        if (history.commit())
+            m_result.partly = answer.emp;
         m_addIn->execute(statements.audit);
         audit.commit();
         if (board)
             addToBoard(*board, statements);
+        m_result.partly = answer.emp; // should there be a second line
     }
 
     // The connection that the command began with serves all its answers, unless somebody has put

@@ -13,6 +13,21 @@ QString joined(QStringList notes) {
     return notes.join(gap);
 }
 
+QString answers(int count) {
+    return count == 1 ? QStringLiteral("1 answer") : QStringLiteral("%1 answers").arg(count);
+}
+
+QString elsewhere(int recorded, int takenBack) {
+    QStringList parts;
+    if (recorded > 0)
+        parts << answers(recorded) + QStringLiteral(" recorded");
+    if (takenBack > 0)
+        parts << answers(takenBack) + QStringLiteral(" taken back");
+    return parts.isEmpty()
+               ? QString()
+               : parts.join(QStringLiteral(", ")) + QStringLiteral(" at other desks: Refresh");
+}
+
 QString periodText(const std::optional<TotallingPeriod>& period) {
     const auto shown = [](Date day) { return Dates::format(day, QStringLiteral("m/d/yyyy")); };
     return period ? QStringLiteral("Totals %1 to %2").arg(shown(period->from), shown(period->to))
@@ -26,7 +41,8 @@ QString BoardStatus::text(const QString& offer) const {
     if (stale)
         news += news.isEmpty() ? QStringLiteral("The figures are not current: Refresh")
                                : QStringLiteral("; the figures are not current: Refresh");
-    return joined({news, user, asked, period, employees, orderings});
+    return joined({news, elsewhere(recordedElsewhere, takenBackElsewhere), user, asked, period,
+                   employees, orderings});
 }
 
 QString BoardFigures::text() const {

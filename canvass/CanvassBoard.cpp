@@ -1,5 +1,6 @@
 #include "canvass/CanvassBoard.h"
 
+#include "audit/DeskNews.h"
 #include "canvass/AnswerNews.h"
 #include "canvass/BoardControls.h"
 #include "canvass/CanvassFill.h"
@@ -18,6 +19,8 @@
 namespace tallyroom {
 
 namespace {
+
+constexpr int newsDelay = 200; // milliseconds
 
 ErrorAnswer askAboutError(QWidget* parent, const RunError& error) {
     const QString text = QStringLiteral("An error has occured.\n\nNumber: \t\t") +
@@ -82,17 +85,23 @@ void CanvassBoard::connectControls() {
     Events::connect(m_ui.Text2, &QLineEdit::textChanged, &m_window, show);
     Events::connect(m_ui.mnuBreakOut, &QAction::toggled, &m_window, show);
     Events::connect(m_ui.to_date, &QLineEdit::textChanged, &m_window, [this] { showAsked(); });
+    m_news.setSingleShot(true);
+    m_news.setInterval(newsDelay);
+    Events::connect(&m_news, &QTimer::timeout, &m_window, [this] { showAsked(); });
 }
 
 void CanvassBoard::open() {
     m_state.DataPath = m_context.DataPath;
     m_state.progress = [this] { m_window.repaint(); };
+    m_state.listener = [this](const QStringList& news) { hear(news); };
     m_state.openHostOptions();
     m_areFilesSound = areFilesSound(m_state.DataPath);
     m_status.user = AnswerRecording::hindranceOf(m_context.CurrentUser);
 }
 
 void CanvassBoard::close() {
+    m_news.stop();
+    stopListening();
     CloseObject(m_state.CanvassRs);
     CloseObject(m_state.HostOptionsDb);
 }
@@ -169,6 +178,8 @@ void CanvassBoard::build() {
     m_window.repaint(); // what a menu or a window has covered
     m_areFilesSound = m_areFilesSound || areFilesSound(m_state.DataPath);
     m_status.command.clear();
+    m_status.recordedElsewhere = 0;
+    m_status.takenBackElsewhere = 0;
     m_bucket = nameOf(m_context.BucketForm);
     readAsked();
     const bool built = CanvassTotals::build(
@@ -191,6 +202,8 @@ bool CanvassBoard::fill() {
     {
         GridFill fill(*m_ui.Grid);
         try {
+            if (isCutOff() && !countAnew())
+                throw RunError::make(ErrorNumber::connectionLost);
             fillGrid(fill, [&unknownElements] { ++unknownElements; });
         } catch (const RunError&) {
             filled = false;
@@ -218,7 +231,14 @@ void CanvassBoard::fillGrid(GridFill& grid, const std::function<void()>& unknown
                              : QStringLiteral("%1 left out: the code cannot be read").arg(leftOut);
 }
 
+// Whoever answers has to see first what became of the answers before.
 void CanvassBoard::record(const AnswerRequest& request) {
+    if (isCutOff()) {
+        build();
+        showCommand(QStringLiteral("The connection was lost: this is what has been recorded, and "
+                                   "nothing since"));
+        return;
+    }
     WaitPointer::show();
     if (const auto failure = recordAndShow(request))
         throw RunError(*failure);
@@ -274,7 +294,8 @@ std::optional<RunError> CanvassBoard::showRecorded(bool anyWritten) {
 
 // What is written must be seen to be, lest it be given again.
 void CanvassBoard::showAfterFailure(const AnswerRecording::Result& result) {
-    if (!result.anyWritten()) {
+    const bool lost = isCutOff();
+    if (!result.anyWritten() && !lost) {
         showCommand(Said::nothingRecorded);
         return;
     }
@@ -283,6 +304,8 @@ void CanvassBoard::showAfterFailure(const AnswerRecording::Result& result) {
         QStringLiteral("Recorded for %1 of %2").arg(result.recorded).arg(result.employees);
     if (result.partly)
         m_status.command += QStringLiteral(", for %1 in part").arg(*result.partly);
+    if (lost)
+        m_status.command += QStringLiteral(", and perhaps for one more: the connection was lost");
     if (!rebuildQuietly())
         ownUpToOldFigures();
 }
@@ -295,9 +318,35 @@ void CanvassBoard::ownUpToOldFigures() {
     showStatus();
 }
 
+// What was counted is gone with the connection.
+bool CanvassBoard::isCutOff() const {
+    return m_state.CanvassRs && m_state.CanvassRs->database()->isLost();
+}
+
+void CanvassBoard::stopListening() {
+    try {
+        if (m_state.HostOptionsDb)
+            m_state.HostOptionsDb->setListener({});
+    } catch (const RunError&) {
+        // Closed already, or cut off: nothing is heard any more.
+    }
+}
+
+// Others may record many answers one after the other.
+void CanvassBoard::hear(const QStringList& news) {
+    m_status.recordedElsewhere += static_cast<int>(news.count(DeskNews::answerRecorded));
+    m_status.takenBackElsewhere += static_cast<int>(news.count(DeskNews::answerTakenBack));
+    if (!m_news.isActive())
+        m_news.start();
+}
+
+bool CanvassBoard::countAnew() {
+    return QuickBuild::run(m_state, m_context.BucketForm, m_view.options().multiply);
+}
+
 // The failure that led here is reported; no other question is asked.
 bool CanvassBoard::rebuildQuietly() {
-    if (!QuickBuild::run(m_state, m_context.BucketForm, m_view.options().multiply))
+    if (!countAnew())
         return false;
     m_status.stale = false;
     return fill();

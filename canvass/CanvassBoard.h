@@ -9,6 +9,8 @@
 #include "canvass/OrderMenu.h"
 #include "canvass/ViewMenu.h"
 
+#include <QTimer>
+
 namespace tallyroom {
 
 class GridFill;
@@ -55,6 +57,10 @@ private:
     std::optional<RunError> showRecorded(bool anyWritten);
     void showAfterFailure(const AnswerRecording::Result& result);
     bool rebuildQuietly();
+    bool isCutOff() const;
+    bool countAnew();
+    void hear(const QStringList& news);
+    void stopListening();
     void ownUpToOldFigures();
     void readAsked();
     void markAsked();
@@ -74,6 +80,7 @@ private:
     BoardStatusBar m_bar;
     AnswersOfDay m_asked;
     QString m_bucket;             // the name of the employees on the board, if they have one
+    QTimer m_news;                // runs out soon after other desks have told something
     bool m_areFilesSound = false; // looked at, which another program may have hindered
 };
 

@@ -13,6 +13,7 @@ Recordset& CanvassState::rows() const {
 void CanvassState::openHostOptions() {
     HostOptionsDb = Workspace::openHostOptions(DataPath);
     HostOptionsDb->setProgress(progress);
+    HostOptionsDb->setListener(listener);
 }
 
 const std::shared_ptr<Database>& CanvassState::hostOptions() {

@@ -14,11 +14,12 @@ namespace tallyroom {
 
 // The host options connection and the totals recordset are the only ones that outlive a routine.
 struct CanvassState {
-    QString DataPath;                        // the host's data folder, as it was at load
-    std::shared_ptr<Database> HostOptionsDb; // bcx.mdb
-    std::shared_ptr<Recordset> CanvassRs;    // all of tlyrTemp, replaced by every build
-    std::optional<TotallingPeriod> period;   // nothing: the totals cover all dates
-    std::function<void()> progress;          // called during long queries on bcx.mdb
+    QString DataPath;                                 // the host's data folder, as it was at load
+    std::shared_ptr<Database> HostOptionsDb;          // bcx.mdb
+    std::shared_ptr<Recordset> CanvassRs;             // all of tlyrTemp, replaced by every build
+    std::optional<TotallingPeriod> period;            // nothing: the totals cover all dates
+    std::function<void()> progress;                   // called during long queries on bcx.mdb
+    std::function<void(const QStringList&)> listener; // told what other desks announce
 
     // What the derived columns were computed for. They hold as long as the file stays the same.
     struct Derived {

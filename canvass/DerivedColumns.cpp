@@ -51,8 +51,10 @@ QStringList groupedAssignments(bool multiply) {
 bool computeGrouped(Database& board, bool multiply, const QString& condition) {
     if (!board.keepsWhatIsWritten(BoardTable::table()))
         return false;
+    QStringList updates;
     for (const QString& group : groupedAssignments(multiply))
-        board.execute(update(group) + condition + QLatin1Char(';'));
+        updates << update(group) + condition + QLatin1Char(';');
+    board.executeAll(updates);
     return true;
 }
 

@@ -18,9 +18,9 @@ Transaction::~Transaction() {
         m_database->rollback();
 }
 
-void Transaction::commit() {
-    if (const auto database = std::exchange(m_database, nullptr))
-        database->commit();
+bool Transaction::commit() {
+    const auto database = std::exchange(m_database, nullptr);
+    return database && database->commit();
 }
 
 Impatience::Impatience(std::shared_ptr<Database> database) : m_database(std::move(database)) {

@@ -50,6 +50,10 @@ public:
     // cannot run in a transaction: raises 3219.
     virtual void execute(const QString& sql) = 0;
 
+    // The same for several of one purpose, one after the other up to the first that raises, which
+    // may undo those before it: a single question to a server.
+    virtual void executeAll(const QStringList& statements) = 0;
+
     // Opens the rows of a Select statement. The first row, if any, is current.
     virtual std::shared_ptr<Recordset> openRecordset(const QString& sql, RecordsetType type) = 0;
 
@@ -68,7 +72,10 @@ public:
 
     // Transactions do not nest: see Transaction.
     virtual void begin(TransactionKind kind) = 0;
-    virtual void commit() = 0; // raises; the statements are then undone
+    // Raises; the statements are then undone. False when they are not kept yet: the files of a site
+    // on a server share one transaction, which is kept or undone with the last of those that began
+    // in it.
+    virtual bool commit() = 0;
     virtual void rollback() noexcept = 0;
     // No longer once a statement met a disk that fails, which undoes the whole transaction.
     virtual bool inTransaction() const = 0;
@@ -83,6 +90,18 @@ public:
     // by the work that is done, not by the clock. The callback neither uses a database nor throws;
     // an empty one ends it.
     virtual void setProgress(std::function<void()> callback) = 0;
+
+    // Whether the connection to the server has been lost, which shows in what is asked of it. Only
+    // opening the file again helps, and what belonged to this connection alone is gone. Never so
+    // for a file in a folder.
+    [[nodiscard]] virtual bool isLost() const = 0;
+
+    // Tells all others who work on the same site, once the open transaction is kept. Nobody is told
+    // of a folder.
+    virtual void announce(const QString& news) = 0;
+    // Calls back from the event loop with what others have announced since the last call; an empty
+    // callback ends it. Only the last one given on a site is called. Nothing may be thrown.
+    virtual void setListener(std::function<void(const QStringList& news)> callback) = 0;
 
     // Whether the file that was opened is still the one at its path.
     [[nodiscard]] virtual bool isInPlace() = 0;
@@ -107,7 +126,7 @@ public:
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
 
-    void commit();
+    bool commit(); // see Database
 
 private:
     std::shared_ptr<Database> m_database; // null once it is over, or was not ours

@@ -5,6 +5,7 @@
 #include "store/postgres/PostgresDialect.h"
 #include "store/postgres/PostgresKeyedRows.h"
 #include "store/postgres/PostgresSchema.h"
+#include "store/sql/Parser.h"
 #include "store/sql/StatementBinder.h"
 
 #include <QScopeGuard>
@@ -33,8 +34,7 @@ ServerAddress targetOf(const QString& path) {
 PostgresDatabase::PostgresDatabase(const ServerAddress& address, WhenInUse answer,
                                    CopySearchMaker maker)
     : EngineDatabase(maker), m_address(address), m_session(PostgresSession::of(address)),
-      m_catalog(m_session->tables(), address.schema) {
-    m_session->setWhenInUse(answer);
+      m_catalog(m_session->tables(), address.schema), m_whenInUse(answer) {
     if (!hasFile(address.schema))
         throw RunError::make(ErrorNumber::fileNotFound, {address.shown}, ErrorSource::workspace);
 }
@@ -64,8 +64,10 @@ void PostgresDatabase::makeOwnTables() {
     m_session->writeAll(ownSchema, std::move(statements));
 }
 
+// The files of a site share the session, but each is waited for in its own way.
 PostgresSession& PostgresDatabase::session() {
     requireOpen();
+    m_session->setWhenInUse(m_whenInUse);
     return *m_session;
 }
 
@@ -85,7 +87,38 @@ std::vector<Row> PostgresDatabase::readRows(const sql::BoundSelect& query) {
 
 std::unique_ptr<KeyedRows> PostgresDatabase::keyedRows(const sql::BoundSelect& query) {
     requireOpen();
+    session();
     return std::make_unique<PostgresKeyedRows>(m_session, query);
+}
+
+// Updates and deletions; of other statements, nothing.
+std::optional<PostgresStatement> PostgresDatabase::native(const sql::Statement& statement) {
+    if (const auto* update = std::get_if<sql::UpdateStatement>(&statement))
+        return PostgresStatement{
+            postgresGenerator().updateRows(sql::bindUpdate(m_catalog, *update)), {}};
+    if (const auto* removal = std::get_if<sql::DeleteStatement>(&statement))
+        return PostgresStatement{
+            postgresGenerator().deleteRows(sql::bindDelete(m_catalog, *removal)), {}};
+    return std::nullopt;
+}
+
+// What a row's refusal would mean, each statement has to find out by itself.
+void PostgresDatabase::executeAll(const QStringList& statements) {
+    std::vector<PostgresStatement> natives;
+    for (const QString& statement : statements) {
+        if (auto one = native(sql::parseStatement(statement)))
+            natives.push_back(std::move(*one));
+    }
+    const bool all = static_cast<qsizetype>(natives.size()) == statements.size();
+    try {
+        if (all)
+            return session().writeAll(hasOwnTables(m_address.schema) ? ownSchema : m_address.schema,
+                                      std::move(natives));
+    } catch (const RunError& error) {
+        if (!isRefusal(error))
+            throw;
+    }
+    EngineDatabase::executeAll(statements);
 }
 
 void PostgresDatabase::run(const sql::BoundDelete& statement) {
@@ -205,10 +238,10 @@ void PostgresDatabase::begin(TransactionKind kind) {
     m_inTransaction = true;
 }
 
-void PostgresDatabase::commit() {
+bool PostgresDatabase::commit() {
     session();
     m_inTransaction = false;
-    m_session->commit();
+    return m_session->commit();
 }
 
 void PostgresDatabase::rollback() noexcept {
@@ -227,7 +260,16 @@ ChangeMark PostgresDatabase::changeMark() {
 }
 
 void PostgresDatabase::setWhenInUse(WhenInUse answer) {
-    session().setWhenInUse(answer);
+    requireOpen();
+    m_whenInUse = answer;
+}
+
+void PostgresDatabase::announce(const QString& news) {
+    session().announce(news);
+}
+
+void PostgresDatabase::setListener(std::function<void(const QStringList&)> callback) {
+    session().setListener(std::move(callback));
 }
 
 void PostgresDatabase::setProgress(std::function<void()> callback) {

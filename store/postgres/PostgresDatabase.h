@@ -12,13 +12,17 @@ public:
     PostgresDatabase(const ServerAddress& address, WhenInUse answer, CopySearchMaker maker);
     ~PostgresDatabase() override;
 
+    void executeAll(const QStringList& statements) override;
     void begin(TransactionKind kind) override;
-    void commit() override;
+    bool commit() override;
     void rollback() noexcept override;
     bool inTransaction() const override { return m_inTransaction; }
     ChangeMark changeMark() override;
     void setWhenInUse(WhenInUse answer) override;
     void setProgress(std::function<void()> callback) override;
+    bool isLost() const override { return m_session && m_session->connection().lost(); }
+    void announce(const QString& news) override;
+    void setListener(std::function<void(const QStringList&)> callback) override;
     bool isInPlace() override;
     void checkStructure() override;
     void close() override;
@@ -39,6 +43,7 @@ protected:
 
 private:
     PostgresSession& session();
+    std::optional<PostgresStatement> native(const sql::Statement& statement);
     bool hasFile(const QString& schema);
     void makeOwnTables();
     void updateOneByOne(const sql::BoundUpdate& statement);
@@ -51,6 +56,7 @@ private:
     ServerAddress m_address;
     std::shared_ptr<PostgresSession> m_session; // null once closed
     PostgresCatalog m_catalog;
+    WhenInUse m_whenInUse;
     bool m_inTransaction = false;
 };
 

@@ -45,6 +45,10 @@ qint64 PostgresResult::changedRows() const {
     return QByteArray(PQcmdTuples(m_result.get())).toLongLong();
 }
 
+QByteArray PostgresResult::command() const {
+    return PQcmdStatus(m_result.get());
+}
+
 bool PostgresResult::isNull(int row, int column) const {
     return PQgetisnull(m_result.get(), row, column) != 0;
 }

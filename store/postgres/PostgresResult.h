@@ -17,6 +17,8 @@ public:
     int rows() const;
     qint64 changedRows() const; // written or removed by the statement
 
+    QByteArray command() const; // as the server names what it has done
+
     // Rows and columns count from 0.
     bool isNull(int row, int column) const;
     qint64 key(int row, int column) const;

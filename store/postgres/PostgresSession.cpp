@@ -4,6 +4,8 @@
 #include "store/postgres/PostgresVersion.h"
 
 #include <QHash>
+#include <algorithm>
+#include <utility>
 
 namespace tallyroom {
 
@@ -11,7 +13,14 @@ namespace {
 
 const QString savepoint = QStringLiteral("SAVEPOINT tr_statement");
 const QString release = QStringLiteral("RELEASE SAVEPOINT tr_statement");
-const QString backToSavepoint = QStringLiteral("ROLLBACK TO SAVEPOINT tr_statement");
+
+// The answer to a commit may have been lost, or the question.
+RunError fateUnknown(const RunError& error) {
+    return {error.number(),
+            error.description() + QStringLiteral(" What was being recorded may have been kept: see "
+                                                 "whether it is there before you repeat it."),
+            error.source()};
+}
 
 QString siteOf(const ServerAddress& address) {
     return address.conninfo + u'/' + address.site.toLower();
@@ -34,7 +43,8 @@ std::shared_ptr<PostgresSession> PostgresSession::of(const ServerAddress& addres
 }
 
 PostgresSession::PostgresSession(const ServerAddress& address)
-    : m_connection(address.conninfo, address.shown), m_tables(m_connection) {
+    : m_connection(address.conninfo, address.shown), m_tables(m_connection),
+      m_channel(QStringLiteral("tr_") + address.site.toLower()) {
     requireFunctions(m_connection);
 }
 
@@ -62,6 +72,7 @@ std::vector<PostgresResult> PostgresSession::send(std::vector<PostgresStatement>
     m_told.reset(); // a failure undoes it
     std::vector<PostgresResult> results = m_connection.runAll(all);
     m_told = m_whenInUse;
+    hear();
     results.erase(results.begin(), results.begin() + before);
     return results;
 }
@@ -94,18 +105,29 @@ PostgresSession::sendGuarded(std::vector<PostgresStatement> statements) {
         results.pop_back();
         return results;
     } catch (const RunError&) {
-        if (!m_connection.lost())
-            m_connection.runAll({{backToSavepoint, {}}, {release, {}}});
+        backToSavepoint();
         throw;
     }
 }
 
+void PostgresSession::backToSavepoint() {
+    if (!m_connection.lost())
+        m_connection.runAll(
+            {{QStringLiteral("ROLLBACK TO SAVEPOINT tr_statement"), {}}, {release, {}}});
+}
+
 void PostgresSession::copyRows(const QString& schema, const QString& target,
                                const std::vector<Row>& rows) {
-    if (m_depth > 0 && !m_connection.inTransaction())
-        send({});
     ++m_writes[schema];
-    m_connection.copyRows(target, rows);
+    if (m_depth == 0)
+        return m_connection.copyRows(target, rows);
+    send({{savepoint, {}}});
+    try {
+        m_connection.copyRows(target, rows);
+    } catch (const RunError&) {
+        backToSavepoint();
+        throw;
+    }
 }
 
 void PostgresSession::begin(TransactionKind kind) {
@@ -115,27 +137,47 @@ void PostgresSession::begin(TransactionKind kind) {
     m_isGivenUp = false;
 }
 
-void PostgresSession::commit() {
+bool PostgresSession::commit() {
     Q_ASSERT(m_depth > 0);
     if (m_depth > 1) {
         --m_depth;
-        return;
+        return false;
     }
     if (m_isGivenUp) {
         rollback();
         throw RunError::make(ErrorNumber::invalidOperation, {}, ErrorSource::database);
     }
+    keep();
+    return true;
+}
+
+// The server learns of the end even when there was nothing to do but to announce.
+void PostgresSession::keep() {
+    std::vector<PostgresStatement> statements = takeAnnouncements();
     m_depth = 0;
-    if (!m_connection.inTransaction()) // there was nothing to do
+    if (m_connection.inTransaction())
+        statements.push_back({QStringLiteral("COMMIT"), {}});
+    if (statements.empty())
         return;
-    m_connection.run(QStringLiteral("COMMIT"));
+    try {
+        const PostgresResult end = m_connection.runAll(statements).back();
+        if (end.command() == "ROLLBACK")
+            throw RunError::make(ErrorNumber::invalidOperation, {}, ErrorSource::database);
+    } catch (const RunError& error) {
+        if (m_connection.lost())
+            throw fateUnknown(error);
+        rollback();
+        throw;
+    }
 }
 
 void PostgresSession::rollback() noexcept {
     m_isGivenUp = true;
     ++m_undone;
     m_told.reset();
-    if (--m_depth > 0)
+    m_toAnnounce.clear();
+    m_depth = std::max(m_depth - 1, 0);
+    if (m_depth > 0)
         return;
     try {
         if (m_connection.inTransaction())
@@ -143,6 +185,54 @@ void PostgresSession::rollback() noexcept {
     } catch (const RunError&) {
         // The connection is gone, and the transaction with it; who uses it next is told.
     }
+}
+
+std::vector<PostgresStatement> PostgresSession::takeAnnouncements() {
+    std::vector<PostgresStatement> statements;
+    for (const QString& news : std::exchange(m_toAnnounce, {}))
+        statements.push_back(
+            {QStringLiteral("SELECT pg_notify($1, $2)"), {Variant(m_channel), Variant(news)}});
+    return statements;
+}
+
+void PostgresSession::announce(const QString& news) {
+    m_toAnnounce << news;
+    if (m_depth == 0)
+        send(takeAnnouncements());
+}
+
+void PostgresSession::setListener(std::function<void(const QStringList&)> callback) {
+    m_notifier.reset();
+    m_listener = std::move(callback);
+    if (!m_listener)
+        return;
+    send({{QStringLiteral("LISTEN \"%1\"").arg(m_channel), {}}});
+    m_notifier = std::make_unique<QSocketNotifier>(m_connection.socket(), QSocketNotifier::Read);
+    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, [this] {
+        hear();
+        tell();
+    });
+}
+
+// What comes between the answers to a command is told once the command is over.
+void PostgresSession::hear() {
+    if (!m_notifier)
+        return;
+    const qsizetype before = m_heard.size();
+    for (const PostgresNotification& news : m_connection.takeNotifications()) {
+        if (!news.isOwn)
+            m_heard << news.text;
+    }
+    if (before == 0 && !m_heard.isEmpty())
+        QMetaObject::invokeMethod(
+            m_notifier.get(), [this] { tell(); }, Qt::QueuedConnection);
+    if (m_connection.lost()) // readable for ever
+        m_notifier->setEnabled(false);
+}
+
+void PostgresSession::tell() {
+    if (const QStringList news = std::exchange(m_heard, {}); !news.isEmpty() && m_listener)
+        m_listener(news);
 }
 
 } // namespace tallyroom

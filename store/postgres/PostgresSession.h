@@ -6,6 +6,8 @@
 #include "store/postgres/PostgresConnection.h"
 #include "store/postgres/ServerAddress.h"
 
+#include <QSocketNotifier>
+
 namespace tallyroom {
 
 // What a statement needs besides itself, the waiting time for locks, a transaction's beginning and
@@ -38,8 +40,12 @@ public:
     // Transactions of the site's files nest: the outermost one is the server's, and what any of
     // them gives up is given up by all.
     void begin(TransactionKind kind);
-    void commit();
+    bool commit(); // false when an outer one is still open
     void rollback() noexcept;
+
+    // See Database.
+    void announce(const QString& news);
+    void setListener(std::function<void(const QStringList&)> callback);
 
     void setWhenInUse(WhenInUse answer) { m_whenInUse = answer; }
 
@@ -47,6 +53,11 @@ private:
     std::vector<PostgresStatement> beginning() const;
     std::vector<PostgresResult> send(std::vector<PostgresStatement> statements);
     std::vector<PostgresResult> sendGuarded(std::vector<PostgresStatement> statements);
+    std::vector<PostgresStatement> takeAnnouncements();
+    void backToSavepoint();
+    void keep();
+    void hear();
+    void tell();
 
     PostgresConnection m_connection;
     PostgresTables m_tables;
@@ -57,6 +68,11 @@ private:
     TransactionKind m_kind = TransactionKind::Write;
     WhenInUse m_whenInUse = WhenInUse::Wait;
     std::optional<WhenInUse> m_told = WhenInUse::Wait; // what the server knows, if that is known
+    QString m_channel;                                 // of the site
+    QStringList m_toAnnounce;                          // with the open transaction
+    QStringList m_heard;                               // which the listener has not been told
+    std::function<void(const QStringList&)> m_listener;
+    std::unique_ptr<QSocketNotifier> m_notifier; // of what comes while nothing is asked
 };
 
 } // namespace tallyroom

@@ -162,13 +162,14 @@ bool SqliteDatabase::inTransaction() const {
 }
 
 // The engine itself ends a transaction when the disk fails.
-void SqliteDatabase::commit() {
+bool SqliteDatabase::commit() {
     session();
     if (!inTransaction())
         throw RunError::make(ErrorNumber::cannotOpenFile, {connection().file()},
                              ErrorSource::database);
     try {
         connection().run(QStringLiteral("COMMIT"));
+        return true;
     } catch (const RunError&) {
         rollback();
         throw;

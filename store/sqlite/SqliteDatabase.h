@@ -12,12 +12,15 @@ public:
     SqliteDatabase(const QString& file, WhenInUse answer, CopySearchMaker maker);
 
     void begin(TransactionKind kind) override;
-    void commit() override;
+    bool commit() override;
     void rollback() noexcept override;
     bool inTransaction() const override;
     ChangeMark changeMark() override;
     void setWhenInUse(WhenInUse answer) override;
     void setProgress(std::function<void()> callback) override;
+    bool isLost() const override { return false; }
+    void announce(const QString&) override {}
+    void setListener(std::function<void(const QStringList&)>) override {}
     bool isInPlace() override;
     void checkStructure() override;
     void close() override;

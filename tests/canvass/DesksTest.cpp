@@ -1,0 +1,144 @@
+// Several desks at one site on a server. A desk is a session; two in one program differ in a
+// parameter of the address.
+#include "audit/DeskNews.h"
+#include "canvass/AnswerRecording.h"
+#include "canvass/CanvassTotals.h"
+#include "store/postgres/PostgresSession.h"
+#include "tests/support/DataFolder.h"
+#include "tests/support/FakeHost.h"
+#include "tests/support/PostgresCluster.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+
+namespace tallyroom {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+class DesksTest : public testing::Test {
+protected:
+    void SetUp() override {
+        if (!testsOnServer())
+            GTEST_SKIP() << "a folder has one desk";
+        m_site = std::make_unique<DataFolder>();
+        m_site->addHost(60);
+        m_site->associateAll();
+        m_site->addHistory(u"E1", u"1/8/2008", 90, 0);
+    }
+
+    struct Desk {
+        Desk(const QString& dataPath, const QString& filter) {
+            host.filter = filter;
+            context = host.context(dataPath);
+            state.DataPath = dataPath;
+            state.listener = [this](const QStringList& told) { news += told; };
+            state.openHostOptions();
+        }
+        bool count() {
+            return CanvassTotals::build(state, context.BucketForm, true,
+                                        [](const RunError&) { return ErrorAnswer::Abort; });
+        }
+        AnswerRecording::Result accept(const QStringList& codes) {
+            AnswerRequest request;
+            request.employees = codes;
+            request.accept = true;
+            request.multiply = true;
+            request.amount = QStringLiteral("2:00");
+            request.canvassDate = QStringLiteral("1/9/2008");
+            request.user = QStringLiteral("jo");
+            return AnswerRecording::record(state, request);
+        }
+        QStringList counted() const { return textsOf(*state.rows().openRecordset()); }
+
+        FakeHost host;
+        HostContext context;
+        CanvassState state;
+        QStringList news;
+    };
+
+    QString address(const QString& desk) const {
+        return m_site->path() + QStringLiteral("&application_name=") + desk;
+    }
+    qint64 roundTrips(const QString& desk) const {
+        return PostgresSession::of(parseServerAddress(address(desk) + QStringLiteral("\\bcx.mdb")))
+            ->connection()
+            .roundTrips();
+    }
+    qsizetype entries() const {
+        return m_site->rows(addInFile, u"Select * From TLYR_Audit").size();
+    }
+
+    std::unique_ptr<DataFolder> m_site;
+};
+
+TEST_F(DesksTest, EachHasABoardOfItsOwn) {
+    Desk one(address(u"one"_s), u"in ('E1', 'E2')"_s);
+    Desk two(address(u"two"_s), u"in ('E2', 'E3', 'E4')"_s);
+    ASSERT_TRUE(one.count());
+    const QStringList before = one.counted();
+    EXPECT_EQ(before.size(), 2);
+    ASSERT_TRUE(two.count());
+    EXPECT_EQ(two.counted().size(), 3);
+    EXPECT_EQ(one.counted(), before);
+}
+
+TEST_F(DesksTest, HearWhatIsRecordedElsewhere) {
+    Desk one(address(u"one"_s), u"<> NULL"_s);
+    Desk two(address(u"two"_s), u"<> NULL"_s);
+    ASSERT_TRUE(one.count() && two.count());
+    EXPECT_EQ(one.accept({u"E1"_s, u"E2"_s}).recorded, 2);
+    for (const QDeadlineTimer patience(5000); two.news.size() < 2 && !patience.hasExpired();)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
+    EXPECT_EQ(two.news, QStringList(2, DeskNews::answerRecorded));
+    EXPECT_EQ(one.news, QStringList()) << "who recorded it knows";
+}
+
+// An answer is there whole or not at all, whatever dies in its middle.
+TEST_F(DesksTest, AnAnswerThatTheServerDidNotLiveToKeepIsNotThere) {
+    Desk desk(address(u"one"_s), u"<> NULL"_s);
+    ASSERT_TRUE(desk.count());
+    EXPECT_EQ(desk.accept({u"E1"_s}).recorded, 1);
+    PostgresCluster::shared().kill();
+    PostgresCluster::shared().start();
+    const AnswerRecording::Result cut = desk.accept({u"E2"_s});
+    ASSERT_TRUE(cut.failure);
+    EXPECT_EQ(cut.failure->number(), ErrorNumber::connectionLost);
+    EXPECT_FALSE(cut.anyWritten());
+    EXPECT_TRUE(desk.state.rows().database()->isLost());
+    ASSERT_TRUE(desk.count());
+    EXPECT_FALSE(desk.state.rows().database()->isLost());
+    EXPECT_EQ(desk.accept({u"E2"_s}).recorded, 1);
+    EXPECT_EQ(entries(), 2);
+}
+
+// Each costs what the way to the server and back takes, however many employees there are.
+TEST_F(DesksTest, AskTheServerSeldom) {
+    Desk desk(address(u"one"_s), u"<> NULL"_s);
+    const auto asked = [this](const std::function<void()>& action) {
+        const qint64 before = roundTrips(u"one"_s);
+        action();
+        return roundTrips(u"one"_s) - before;
+    };
+    QStringList all;
+    for (int employee = 2; employee <= 51; ++employee)
+        all << u"E%1"_s.arg(employee);
+    const struct {
+        const char* what;
+        std::function<void()> action;
+        qint64 most;
+    } jobs[] = {
+        {"opening", [&] { EXPECT_TRUE(desk.count()); }, 25},
+        {"Refresh", [&] { EXPECT_TRUE(desk.count()); }, 8},
+        {"reading the board", [&] { EXPECT_EQ(desk.counted().size(), 60); }, 2},
+        {"one answer", [&] { EXPECT_EQ(desk.accept({u"E1"_s}).recorded, 1); }, 10},
+        {"50 answers", [&] { EXPECT_EQ(desk.accept(all).recorded, 50); }, 50 * 5 + 5},
+    };
+    for (const auto& job : jobs)
+        EXPECT_LE(asked(job.action), job.most) << job.what;
+}
+
+} // namespace
+
+} // namespace tallyroom
