@@ -7,6 +7,8 @@
 #include "store/SqlText.h"
 #include "store/Workspace.h"
 
+#include <map>
+
 namespace tallyroom::AnswerRecording {
 
 namespace {
@@ -93,15 +95,11 @@ private:
         const std::int32_t minutes = TimeConversion::toMinutes(amount);
         const Recordset& employee = m_state.rows();
         const Variant shift = employee.field(QStringLiteral("emp_shift"));
-        const auto rules = m_state.hostOptions()->openRecordset(
-            QStringLiteral("Select [Shift_Rule_Num] from [Shift] where [Shift_Code] = ") +
-                SqlText::literal(Nz(shift).toText()) + QLatin1Char(';'),
-            RecordsetType::Snapshot);
-        if (rules->eof())
+        const auto& shiftRule = ruleOf(Nz(shift).toText());
+        if (!shiftRule)
             return;
         const Variant ownRule = employee.field(QStringLiteral("defaulttimecalc"));
-        const Variant rule =
-            ownRule.isNull() ? rules->field(QStringLiteral("shift_rule_num")) : ownRule;
+        const Variant rule = ownRule.isNull() ? *shiftRule : ownRule;
         const Answer answer{employee.field(QStringLiteral("emp_code")).toText(),
                             rule.toText(),
                             shift.toText(),
@@ -110,6 +108,21 @@ private:
                             minutes,
                             kind};
         write(answer);
+    }
+
+    // Nothing for a shift that the host does not know. It is asked once a command.
+    const std::optional<Variant>& ruleOf(const QString& shift) {
+        const auto known = m_rules.find(shift);
+        if (known != m_rules.end())
+            return known->second;
+        const auto rules = m_state.hostOptions()->openRecordset(
+            QStringLiteral("Select [Shift_Rule_Num] from [Shift] where [Shift_Code] = ") +
+                SqlText::literal(shift) + QLatin1Char(';'),
+            RecordsetType::Snapshot);
+        std::optional<Variant>& rule = m_rules[shift];
+        if (!rules->eof())
+            rule = rules->field(QStringLiteral("shift_rule_num"));
+        return rule;
     }
 
     bool counts(Date date) const { return !m_state.period || m_state.period->contains(date); }
@@ -147,9 +160,10 @@ private:
     void addToBoard(Transaction& transaction, const AnswerStatements& statements) {
         const auto board = m_state.rows().database();
         const bool current = DerivedColumns::areCurrent(m_state, m_request.multiply);
-        board->execute(statements.board);
-        const bool derived =
-            DerivedColumns::computeFor(*board, m_request.multiply, statements.employee);
+        const bool derived = DerivedColumns::computeFor(*board, m_request.multiply,
+                                                        statements.board, statements.employee);
+        if (!derived)
+            board->execute(statements.board);
         if (current && derived)
             DerivedColumns::noteCurrent(m_state, board, m_request.multiply);
         transaction.commit();
@@ -162,6 +176,7 @@ private:
     const Progress& m_progress;
     std::shared_ptr<Database> m_addIn; // aidb01.mdb
     std::shared_ptr<Recordset> m_associations;
+    std::map<QString, std::optional<Variant>> m_rules;          // by shift
     std::vector<std::pair<const AnswerKind*, QString>> m_lines; // of each employee's answer
     Result m_result;
 };

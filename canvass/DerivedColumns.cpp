@@ -48,10 +48,10 @@ QStringList groupedAssignments(bool multiply) {
 }
 
 // Only in a table where no rule could refuse one value of a group and take another.
-bool computeGrouped(Database& board, bool multiply, const QString& condition) {
+bool computeGrouped(Database& board, bool multiply, const QString& condition,
+                    QStringList updates = {}) {
     if (!board.keepsWhatIsWritten(BoardTable::table()))
         return false;
-    QStringList updates;
     for (const QString& group : groupedAssignments(multiply))
         updates << update(group) + condition + QLatin1Char(';');
     board.executeAll(updates);
@@ -87,11 +87,12 @@ void compute(CanvassState& state, bool multiply) {
         computeOneByOne(*state.rows().database(), multiply);
 }
 
-bool computeFor(Database& board, bool multiply, const QString& employee) {
+bool computeFor(Database& board, bool multiply, const QString& change, const QString& employee) {
     Q_ASSERT(board.inTransaction());
     try {
-        return computeGrouped(
-            board, multiply, QStringLiteral(" Where ([Emp_Code] = ") + employee + QLatin1Char(')'));
+        return computeGrouped(board, multiply,
+                              QStringLiteral(" Where ([Emp_Code] = ") + employee + QLatin1Char(')'),
+                              {change});
     } catch (const RunError&) {
         if (!board.inTransaction()) // the disk has undone it all
             throw;

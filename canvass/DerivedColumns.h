@@ -15,10 +15,12 @@ void computeOneByOne(Database& board, bool multiply);
 // is done when they were computed alike and nobody has changed the file since. Raises as above.
 void compute(CanvassState& state, bool multiply);
 
-// In the rows of one employee, whose code is given as a literal, in the transaction that changed
-// their raw totals. False when the statements have to run one by one, once that is committed;
-// raises when a disk that fails has undone it.
-[[nodiscard]] bool computeFor(Database& board, bool multiply, const QString& employee);
+// In the rows of one employee, whose code is given as a literal, together with the statement that
+// changes their raw totals. A transaction is open. False when nothing is done and the statements
+// have to run one by one, these here once that one is committed; raises when a disk that fails has
+// undone the transaction.
+[[nodiscard]] bool computeFor(Database& board, bool multiply, const QString& change,
+                              const QString& employee);
 
 // Whether all rows hold what would be computed, as was noted when they did.
 bool areCurrent(const CanvassState& state, bool multiply);

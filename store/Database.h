@@ -50,8 +50,7 @@ public:
     // cannot run in a transaction: raises 3219.
     virtual void execute(const QString& sql) = 0;
 
-    // The same for several of one purpose, one after the other up to the first that raises, which
-    // may undo those before it: a single question to a server.
+    // The same for several: all of them or, when one raises, none. A single question to a server.
     virtual void executeAll(const QStringList& statements) = 0;
 
     // Opens the rows of a Select statement. The first row, if any, is current.

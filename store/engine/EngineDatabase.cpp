@@ -61,11 +61,6 @@ void EngineDatabase::execute(const QString& sql) {
                sql::parseStatement(sql));
 }
 
-void EngineDatabase::executeAll(const QStringList& statements) {
-    for (const QString& statement : statements)
-        execute(statement);
-}
-
 void EngineDatabase::runStatement(const sql::SelectStatement&) {
     throw RunError::make(ErrorNumber::notASelect);
 }

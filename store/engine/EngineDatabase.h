@@ -21,7 +21,6 @@ public:
     explicit EngineDatabase(CopySearchMaker maker) : m_searches(maker) {}
 
     void execute(const QString& sql) final;
-    void executeAll(const QStringList& statements) override;
     std::shared_ptr<Recordset> openRecordset(const QString& sql, RecordsetType type) final;
     bool keepsWhatIsWritten(const Schema::Table& table) final;
     void replaceRows(const QString& table, const QStringList& columns,

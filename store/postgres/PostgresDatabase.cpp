@@ -102,23 +102,29 @@ std::optional<PostgresStatement> PostgresDatabase::native(const sql::Statement& 
     return std::nullopt;
 }
 
-// What a row's refusal would mean, each statement has to find out by itself.
+// Where a row is refused, or other statements are among them, they go one by one.
 void PostgresDatabase::executeAll(const QStringList& statements) {
     std::vector<PostgresStatement> natives;
     for (const QString& statement : statements) {
         if (auto one = native(sql::parseStatement(statement)))
             natives.push_back(std::move(*one));
     }
-    const bool all = static_cast<qsizetype>(natives.size()) == statements.size();
     try {
-        if (all)
+        if (static_cast<qsizetype>(natives.size()) == statements.size())
             return session().writeAll(hasOwnTables(m_address.schema) ? ownSchema : m_address.schema,
                                       std::move(natives));
     } catch (const RunError& error) {
         if (!isRefusal(error))
             throw;
     }
-    EngineDatabase::executeAll(statements);
+    Transaction whole(shared_from_this(), TransactionKind::Write);
+    session().beginPart();
+    auto undo = qScopeGuard([this] { m_session->undoPart(); });
+    for (const QString& statement : statements)
+        execute(statement);
+    undo.dismiss();
+    session().keepPart();
+    whole.commit();
 }
 
 void PostgresDatabase::run(const sql::BoundDelete& statement) {

@@ -34,8 +34,19 @@ std::vector<qint64> PostgresKeyedRows::keys() {
     return m_keys;
 }
 
+// What is found is read next.
 std::vector<qint64> PostgresKeyedRows::find(const sql::BoundPtr& criteria) {
-    return keysOf(m_session->read(postgresGenerator().keysWhere(m_query, criteria)));
+    const PostgresResult result = m_session->read(postgresGenerator().rowsWhere(m_query, criteria));
+    take(result);
+    return keysOf(result);
+}
+
+void PostgresKeyedRows::take(const PostgresResult& result) {
+    if (m_asOf != changes())
+        m_ahead.clear();
+    for (int row = 0; row < result.rows(); ++row)
+        m_ahead.insert(result.key(row, 0), result.row(row, m_query.columns, 1));
+    m_asOf = changes();
 }
 
 std::optional<Row> PostgresKeyedRows::read(qint64 key) {
@@ -52,12 +63,8 @@ void PostgresKeyedRows::readAhead(qint64 key) {
     QStringList keys{QString::number(key)};
     for (qsizetype at = first; at < (own ? total : std::min(first + portion, total)); ++at)
         keys << QString::number(m_keys[static_cast<std::size_t>(at)]);
-    const PostgresResult result =
-        m_session->read(postgresGenerator().rowsByKey(m_query), {PostgresParameter(keys)});
     m_ahead.clear();
-    for (int row = 0; row < result.rows(); ++row)
-        m_ahead.insert(result.key(row, 0), result.row(row, m_query.columns, 1));
-    m_asOf = changes();
+    take(m_session->read(postgresGenerator().rowsByKey(m_query), {PostgresParameter(keys)}));
 }
 
 // What is written here changes no other row.

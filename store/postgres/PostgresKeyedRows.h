@@ -23,6 +23,7 @@ public:
 private:
     qint64 changes() const { return m_session->changes(m_query.source->table->place); }
     void readAhead(qint64 key);
+    void take(const PostgresResult& rows);
     PostgresResult write(const QString& native, const Row& values, std::optional<qint64> key);
 
     std::shared_ptr<PostgresSession> m_session;

@@ -187,6 +187,24 @@ void PostgresSession::rollback() noexcept {
     }
 }
 
+void PostgresSession::beginPart() {
+    Q_ASSERT(m_depth > 0);
+    send({{QStringLiteral("SAVEPOINT tr_part"), {}}});
+}
+
+void PostgresSession::keepPart() {
+    m_connection.run(QStringLiteral("RELEASE SAVEPOINT tr_part"));
+}
+
+void PostgresSession::undoPart() noexcept {
+    try {
+        m_connection.runAll({{QStringLiteral("ROLLBACK TO SAVEPOINT tr_part"), {}},
+                             {QStringLiteral("RELEASE SAVEPOINT tr_part"), {}}});
+    } catch (const RunError&) {
+        // The connection is gone, and the transaction with it; who uses it next is told.
+    }
+}
+
 std::vector<PostgresStatement> PostgresSession::takeAnnouncements() {
     std::vector<PostgresStatement> statements;
     for (const QString& news : std::exchange(m_toAnnounce, {}))

@@ -43,6 +43,11 @@ public:
     bool commit(); // false when an outer one is still open
     void rollback() noexcept;
 
+    // A part of the open transaction that is kept or undone by itself. Parts do not nest.
+    void beginPart();
+    void keepPart();
+    void undoPart() noexcept;
+
     // See Database.
     void announce(const QString& news);
     void setListener(std::function<void(const QStringList&)> callback);

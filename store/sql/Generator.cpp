@@ -71,6 +71,12 @@ QString Generator::rowsByKey(const BoundSelect& query) {
              filled(m_dialect.hasKey, {keyText, parameter(1)}));
 }
 
+QString Generator::rowsWhere(const BoundSelect& query, const BoundPtr& criteria) {
+    return QStringLiteral("SELECT %1, %2 FROM %3%4")
+        .arg(key(*query.source), columns(query), source(*query.source),
+             clause(u" WHERE ", criteria));
+}
+
 QString Generator::keysWhere(const BoundSelect& query, const BoundPtr& criteria) {
     return QStringLiteral("SELECT %1 FROM %2%3")
         .arg(key(*query.source), source(*query.source), clause(u" WHERE ", criteria));

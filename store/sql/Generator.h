@@ -17,7 +17,8 @@ public:
     QString keys(const BoundSelect& select);
     // ... key and columns of the rows whose keys are the one parameter ...
     QString rowsByKey(const BoundSelect& select);
-    // ... and the keys of the rows of the table for which criteria hold.
+    // ... the same of the rows of the table for which criteria hold, and their keys alone.
+    QString rowsWhere(const BoundSelect& select, const BoundPtr& criteria);
     QString keysWhere(const BoundSelect& select, const BoundPtr& criteria);
 
     QString deleteRows(const BoundDelete& statement);

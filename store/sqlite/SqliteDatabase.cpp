@@ -121,6 +121,18 @@ void SqliteDatabase::insertIntoFile(const sql::InsertStatement& statement, const
     run(sql::bindInsert(catalog(), statement));
 }
 
+void SqliteDatabase::executeAll(const QStringList& statements) {
+    connection().run(QStringLiteral("SAVEPOINT statements"));
+    auto undo = qScopeGuard([this] { // after a failing disk there is nothing left to undo
+        sqlite3_exec(m_session->connection.handle(), "ROLLBACK TO statements; RELEASE statements",
+                     nullptr, nullptr, nullptr);
+    });
+    for (const QString& statement : statements)
+        execute(statement);
+    connection().run(QStringLiteral("RELEASE statements"));
+    undo.dismiss();
+}
+
 void SqliteDatabase::begin(TransactionKind kind) {
     Q_ASSERT(!inTransaction());
     if (kind == TransactionKind::Reserve)

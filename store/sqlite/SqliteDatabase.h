@@ -11,6 +11,7 @@ public:
     // `file` is a native path of an existing file.
     SqliteDatabase(const QString& file, WhenInUse answer, CopySearchMaker maker);
 
+    void executeAll(const QStringList& statements) override;
     void begin(TransactionKind kind) override;
     bool commit() override;
     void rollback() noexcept override;
