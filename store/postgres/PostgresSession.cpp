@@ -34,6 +34,8 @@ std::shared_ptr<PostgresSession> PostgresSession::of(const ServerAddress& addres
     static std::shared_ptr<PostgresSession> last;
     const QString site = siteOf(address);
     auto session = sessions.value(site).lock();
+    if (session)
+        session->hear(); // whether the server has gone meanwhile
     if (!session || session->m_connection.lost()) {
         session = std::make_shared<PostgresSession>(address);
         sessions.insert(site, session);
@@ -234,17 +236,15 @@ void PostgresSession::setListener(std::function<void(const QStringList&)> callba
 
 // What comes between the answers to a command is told once the command is over.
 void PostgresSession::hear() {
-    if (!m_notifier)
-        return;
     const qsizetype before = m_heard.size();
     for (const PostgresNotification& news : m_connection.takeNotifications()) {
         if (!news.isOwn)
             m_heard << news.text;
     }
-    if (before == 0 && !m_heard.isEmpty())
+    if (m_notifier && before == 0 && !m_heard.isEmpty())
         QMetaObject::invokeMethod(
             m_notifier.get(), [this] { tell(); }, Qt::QueuedConnection);
-    if (m_connection.lost()) // readable for ever
+    if (m_notifier && m_connection.lost()) // readable for ever
         m_notifier->setEnabled(false);
 }
 

@@ -1,11 +1,8 @@
 // Several desks at one site on a server. A desk is a session; two in one program differ in a
 // parameter of the address.
 #include "audit/DeskNews.h"
-#include "canvass/AnswerRecording.h"
-#include "canvass/CanvassTotals.h"
 #include "store/postgres/PostgresSession.h"
-#include "tests/support/DataFolder.h"
-#include "tests/support/FakeHost.h"
+#include "tests/canvass/Desk.h"
 #include "tests/support/PostgresCluster.h"
 
 #include <QCoreApplication>
@@ -27,36 +24,6 @@ protected:
         m_site->associateAll();
         m_site->addHistory(u"E1", u"1/8/2008", 90, 0);
     }
-
-    struct Desk {
-        Desk(const QString& dataPath, const QString& filter) {
-            host.filter = filter;
-            context = host.context(dataPath);
-            state.DataPath = dataPath;
-            state.listener = [this](const QStringList& told) { news += told; };
-            state.openHostOptions();
-        }
-        bool count() {
-            return CanvassTotals::build(state, context.BucketForm, true,
-                                        [](const RunError&) { return ErrorAnswer::Abort; });
-        }
-        AnswerRecording::Result accept(const QStringList& codes) {
-            AnswerRequest request;
-            request.employees = codes;
-            request.accept = true;
-            request.multiply = true;
-            request.amount = QStringLiteral("2:00");
-            request.canvassDate = QStringLiteral("1/9/2008");
-            request.user = QStringLiteral("jo");
-            return AnswerRecording::record(state, request);
-        }
-        QStringList counted() const { return textsOf(*state.rows().openRecordset()); }
-
-        FakeHost host;
-        HostContext context;
-        CanvassState state;
-        QStringList news;
-    };
 
     QString address(const QString& desk) const {
         return m_site->path() + QStringLiteral("&application_name=") + desk;
