@@ -2,6 +2,7 @@
 #pragma once
 
 #include "common/Variant.h"
+#include "store/Schema.h"
 
 #include <QString>
 #include <QStringList>
@@ -10,13 +11,21 @@
 
 namespace tallyroom {
 
-namespace Schema {
-struct Table;
-}
-
 class Recordset;
 
 using Row = std::vector<Variant>;
+using TakeRows = std::function<void(const std::vector<Row>&)>;
+
+// A table as it is found in a file, its columns with the nearest types that there are.
+struct TableFormat {
+    struct Column {
+        QString name;
+        Schema::ColumnType type;
+        int width = 0;
+    };
+    QString name;
+    std::vector<Column> columns;
+};
 
 // See Database::changeMark(). Marks of different connections do not compare.
 struct ChangeMark {
@@ -68,6 +77,12 @@ public:
     // The same without emptying it first.
     virtual void appendRows(const QString& table, const QStringList& columns,
                             const std::vector<Row>& rows) = 0;
+
+    // The file's tables, by name; views are left out.
+    [[nodiscard]] virtual std::vector<TableFormat> tables() = 0;
+    // Gives all columns of all rows in the order of their entry, so many rows at a time, as they
+    // stood at one moment. `take` uses other databases only.
+    virtual void readPortions(const QString& table, std::size_t portion, const TakeRows& take) = 0;
 
     // Transactions do not nest: see Transaction.
     virtual void begin(TransactionKind kind) = 0;

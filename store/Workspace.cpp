@@ -1,7 +1,6 @@
 #include "store/Workspace.h"
 
 #include "store/ErrorSource.h"
-#include "store/Schema.h"
 #include "store/engine/FilePaths.h"
 #include "store/postgres/PostgresSite.h"
 #include "store/postgres/ServerAddress.h"
@@ -12,6 +11,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 
 namespace tallyroom::Workspace {
 
@@ -20,10 +20,6 @@ namespace {
 bool existsCaseBlind(const QDir& folder, const QString& name) {
     return folder.entryList(QDir::AllEntries | QDir::Hidden).contains(name, Qt::CaseInsensitive);
 }
-
-} // namespace
-
-namespace {
 
 std::shared_ptr<Database> openFile(const QString& path, WhenInUse answer) {
     const QString file = FilePaths::resolveFile(path);
@@ -35,7 +31,31 @@ std::shared_ptr<Database> openFile(const QString& path, WhenInUse answer) {
     return std::make_shared<SqliteDatabase>(file, answer, makeSqliteCopySearch);
 }
 
+void createInFolder(const QDir& folder, const std::function<void()>& fill,
+                    std::span<const Schema::File> files) {
+    for (const Schema::File& file : files) {
+        const QString name = QString::fromUtf16(file.name);
+        if (existsCaseBlind(folder, name))
+            throw RunError::make(ErrorNumber::fileExists, {folder.filePath(name)});
+    }
+    QStringList created;
+    auto undo = qScopeGuard([&created] {
+        for (const QString& path : created)
+            QFile::remove(path);
+    });
+    for (const Schema::File& file : files) {
+        created << folder.filePath(QString::fromUtf16(file.name));
+        createSqliteFile(created.last(), file);
+    }
+    fill();
+    undo.dismiss();
+}
+
 } // namespace
+
+bool isOnServer(const QString& dataPath) {
+    return isServerAddress(dataPath);
+}
 
 std::shared_ptr<Database> openDatabase(const QString& path, WhenInUse answer) {
     try {
@@ -58,26 +78,12 @@ std::shared_ptr<Database> openHostOptions(const QString& dataPath) {
     return openDatabase(dataPath + QStringLiteral("\\bcx.mdb"));
 }
 
-void createFiles(const QString& folder) {
+void createFiles(const QString& folder, const std::function<void()>& fill,
+                 std::span<const Schema::File> files) {
     if (isServerAddress(folder))
-        return createSite(folder);
-    const QDir directory(folder);
-    for (const Schema::File& file : Schema::files()) {
-        const QString name = QString::fromUtf16(file.name);
-        if (existsCaseBlind(directory, name))
-            throw RunError::make(ErrorNumber::fileExists, {directory.filePath(name)});
-    }
-    QStringList created;
-    try {
-        for (const Schema::File& file : Schema::files()) {
-            created << directory.filePath(QString::fromUtf16(file.name));
-            createSqliteFile(created.last(), file);
-        }
-    } catch (const RunError&) {
-        for (const QString& path : created)
-            QFile::remove(path);
-        throw;
-    }
+        createSite(folder, fill, files);
+    else
+        createInFolder(QDir(folder), fill, files);
 }
 
 } // namespace tallyroom::Workspace

@@ -2,11 +2,15 @@
 #pragma once
 
 #include "store/Database.h"
+#include "store/Schema.h"
 
 #include <QString>
 #include <memory>
 
 namespace tallyroom::Workspace {
+
+// Whether a data folder is a site on a server, as far as its beginning tells.
+bool isOnServer(const QString& dataPath);
 
 // Opens the database file at `path` for reading and writing. "\" and "/" both separate folders,
 // and names are found without regard to case. A data folder may be a site on a server, written
@@ -20,9 +24,12 @@ std::shared_ptr<Database> openAddIn(const QString& dataPath, WhenInUse answer = 
 std::shared_ptr<Database> openMain(const QString& dataPath, WhenInUse answer = WhenInUse::Wait);
 std::shared_ptr<Database> openHostOptions(const QString& dataPath);
 
-// Creates the three files with their tables and indexes in an existing folder, which is a native
-// path, or a site on a server. Raises 3204 when one of the files is there already, and then leaves
-// all as it was.
-void createFiles(const QString& folder);
+// Creates files with their tables and indexes in an existing folder, which is a native path, or as
+// a site on a server. `fill` may then open them and write rows; on a server nobody else sees the
+// site before it is done. Raises 3204 when one of the files is there already, and what `fill`
+// raises; all is then as it was.
+void createFiles(
+    const QString& folder, const std::function<void()>& fill = [] {},
+    std::span<const Schema::File> files = Schema::files());
 
 } // namespace tallyroom::Workspace

@@ -120,6 +120,24 @@ bool EngineDatabase::keepsWhatIsWritten(const Schema::Table& table) {
            std::all_of(table.columns.begin(), table.columns.end(), isKept);
 }
 
+std::vector<TableFormat> EngineDatabase::tables() {
+    const sql::Catalog& all = catalog();
+    std::vector<TableFormat> formats;
+    for (const QString& name : all.tableNames()) {
+        const auto table = all.findTable(name);
+        TableFormat& format = formats.emplace_back(TableFormat{table->name, {}});
+        for (const sql::CatalogColumn& column : table->columns)
+            format.columns.push_back(
+                {column.name, columnType(column.type, column.width), column.width});
+    }
+    return formats;
+}
+
+void EngineDatabase::readPortions(const QString& table, std::size_t portion, const TakeRows& take) {
+    const auto select = std::make_shared<const sql::SelectStatement>(allColumnsOf(table));
+    readRows(bind({select, nullptr, RecordsetType::Snapshot}), portion, take);
+}
+
 std::shared_ptr<const sql::CatalogTable> EngineDatabase::outputTable(const QString& name) {
     auto table = catalog().findTable(name);
     if (!table)

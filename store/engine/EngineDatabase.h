@@ -27,6 +27,8 @@ public:
                      const std::vector<Row>& rows) final;
     void appendRows(const QString& table, const QStringList& columns,
                     const std::vector<Row>& rows) final;
+    std::vector<TableFormat> tables() final;
+    void readPortions(const QString& table, std::size_t portion, const TakeRows& take) final;
 
     // For the recordsets of this connection; each raises 3420 after close().
     virtual bool isOpen() const = 0;
@@ -46,6 +48,8 @@ protected:
     // An Insert that names a file. Raises 3024 and 3044 for one that is not there.
     virtual void insertInto(const sql::InsertStatement& statement) = 0;
 
+    virtual void readRows(const sql::BoundSelect& query, std::size_t portion,
+                          const TakeRows& take) = 0;
     // Writes rows into the columns as an Insert does, skipping those that the table cannot keep. A
     // transaction is open.
     virtual void writeRows(const sql::CatalogTable& table,

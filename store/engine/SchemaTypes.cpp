@@ -18,4 +18,19 @@ sql::ValueType valueType(Schema::ColumnType type) {
     }
 }
 
+Schema::ColumnType columnType(sql::ValueType type, int width) {
+    switch (type) {
+    case sql::ValueType::Long:
+        return Schema::ColumnType::Long;
+    case sql::ValueType::Double:
+        return Schema::ColumnType::Double;
+    case sql::ValueType::Date:
+        return Schema::ColumnType::Date;
+    case sql::ValueType::Boolean:
+        return Schema::ColumnType::Boolean;
+    default:
+        return width > 0 ? Schema::ColumnType::Text : Schema::ColumnType::Memo;
+    }
+}
+
 } // namespace tallyroom

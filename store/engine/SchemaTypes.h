@@ -7,5 +7,7 @@
 namespace tallyroom {
 
 sql::ValueType valueType(Schema::ColumnType type);
+// The other way round: a text without a width may have any.
+Schema::ColumnType columnType(sql::ValueType type, int width);
 
 } // namespace tallyroom

@@ -20,7 +20,7 @@ std::shared_ptr<Database> openOnServer(const QString& path, WhenInUse, CopySearc
     refuse();
 }
 
-void createSite(const QString&) {
+void createSite(const QString&, const std::function<void()>&, std::span<const Schema::File>) {
     refuse();
 }
 

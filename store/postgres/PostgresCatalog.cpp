@@ -97,6 +97,22 @@ bool PostgresTables::hasSchema(const QString& schema) {
     return tables(schema).has_value();
 }
 
+QStringList PostgresTables::names(const QString& schema) {
+    const PostgresResult rows = m_connection.run(
+        QStringLiteral("SELECT relname FROM pg_class WHERE relnamespace = (SELECT oid FROM "
+                       "pg_namespace WHERE nspname = $1) AND relkind IN ('r', 'p') AND NOT "
+                       "relispartition ORDER BY relname"),
+        {Variant(schema)});
+    QStringList names;
+    for (int row = 0; row < rows.rows(); ++row)
+        names << rows.text(row, 0);
+    return names;
+}
+
+QStringList PostgresCatalog::tableNames() const {
+    return m_tables.names(m_schema);
+}
+
 std::shared_ptr<const sql::CatalogTable> PostgresCatalog::find(const QString& schema,
                                                                const QString& name) const {
     if (auto table = m_tables.find(schema, name))

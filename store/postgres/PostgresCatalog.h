@@ -20,6 +20,8 @@ public:
     // The table of that name in any case, or null.
     std::shared_ptr<const sql::CatalogTable> find(const QString& schema, const QString& name);
     bool hasSchema(const QString& schema);
+    // Asked for anew each time; views are left out, and so are parts of a table.
+    QStringList names(const QString& schema);
 
     // Schemas are read anew when they are asked for again.
     void forget() { m_schemas.clear(); }
@@ -43,6 +45,7 @@ public:
 
     std::shared_ptr<const sql::CatalogTable> findTable(const QString& name) const override;
     std::shared_ptr<const sql::CatalogTable> findTargetTable(const QString& name) const override;
+    QStringList tableNames() const override;
 
     const QString& schema() const { return m_schema; }
     // The schema of the file to which an Insert goes.

@@ -22,6 +22,14 @@ bool isRefusal(const RunError& error) {
            error.number() == ErrorNumber::valueProhibited;
 }
 
+std::vector<Row> rowsOf(const PostgresResult& result, const sql::BoundSelect& query) {
+    std::vector<Row> rows;
+    rows.reserve(static_cast<std::size_t>(result.rows()));
+    for (int row = 0; row < result.rows(); ++row)
+        rows.push_back(result.row(row, query.columns));
+    return rows;
+}
+
 // The path of another file of the same site, or of another one.
 ServerAddress targetOf(const QString& path) {
     if (!isServerAddress(path))
@@ -77,12 +85,23 @@ const sql::Catalog& PostgresDatabase::catalog() {
 }
 
 std::vector<Row> PostgresDatabase::readRows(const sql::BoundSelect& query) {
-    const PostgresResult result = session().read(postgresGenerator().rows(query));
-    std::vector<Row> rows;
-    rows.reserve(static_cast<std::size_t>(result.rows()));
-    for (int row = 0; row < result.rows(); ++row)
-        rows.push_back(result.row(row, query.columns));
-    return rows;
+    return rowsOf(session().read(postgresGenerator().rows(query)), query);
+}
+
+// A cursor has a name of its own, since the server keeps what a statement with its name gives.
+void PostgresDatabase::readRows(const sql::BoundSelect& query, std::size_t portion,
+                                const TakeRows& take) {
+    static int made = 0;
+    const QString cursor = QStringLiteral("tr_rows_%1").arg(++made);
+    const QString fetch = QStringLiteral("FETCH %1 FROM %2").arg(portion).arg(cursor);
+    Transaction whole(shared_from_this(), TransactionKind::Read);
+    session().read(QStringLiteral("DECLARE %1 NO SCROLL CURSOR FOR ").arg(cursor) +
+                   postgresGenerator().rows(query));
+    for (auto rows = rowsOf(session().read(fetch), query); !rows.empty();
+         rows = rowsOf(session().read(fetch), query))
+        take(rows);
+    session().read(QStringLiteral("CLOSE ") + cursor);
+    whole.commit();
 }
 
 std::unique_ptr<KeyedRows> PostgresDatabase::keyedRows(const sql::BoundSelect& query) {

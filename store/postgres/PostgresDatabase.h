@@ -38,6 +38,8 @@ protected:
     void run(const sql::BoundInsert& statement) override;
     void run(const sql::BoundDrop& statement) override;
     void insertInto(const sql::InsertStatement& statement) override;
+    void readRows(const sql::BoundSelect& query, std::size_t portion,
+                  const TakeRows& take) override;
     void writeRows(const sql::CatalogTable& table, const std::vector<sql::CatalogColumn>& columns,
                    const std::vector<Row>& rows) override;
 

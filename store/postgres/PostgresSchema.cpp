@@ -1,5 +1,7 @@
 #include "store/postgres/PostgresSchema.h"
 
+#include "store/sql/LiteralTexts.h"
+
 #include <algorithm>
 
 namespace tallyroom {
@@ -13,7 +15,7 @@ using Schema::Table;
 namespace {
 
 QString quoted(const QString& name) {
-    return u'"' + name + u'"';
+    return sql::quoted(u'"', name);
 }
 
 QString quoted(const char16_t* name) {

@@ -26,29 +26,48 @@ QString siteOf(const ServerAddress& address) {
     return address.conninfo + u'/' + address.site.toLower();
 }
 
+struct Sessions {
+    QHash<QString, std::weak_ptr<PostgresSession>> all; // by site
+    // Outlives its users: a program opens and closes the same site again and again.
+    std::shared_ptr<PostgresSession> last;
+};
+
+Sessions& sessions() {
+    static Sessions kept;
+    return kept;
+}
+
 } // namespace
 
 std::shared_ptr<PostgresSession> PostgresSession::of(const ServerAddress& address) {
-    static QHash<QString, std::weak_ptr<PostgresSession>> sessions;
-    // The last one outlives its users: a program opens and closes the same site again and again.
-    static std::shared_ptr<PostgresSession> last;
     const QString site = siteOf(address);
-    auto session = sessions.value(site).lock();
+    auto session = sessions().all.value(site).lock();
     if (session)
         session->hear(); // whether the server has gone meanwhile
     if (!session || session->m_connection.lost()) {
         session = std::make_shared<PostgresSession>(address);
-        sessions.insert(site, session);
+        requireFunctions(session->m_connection);
+        sessions().all.insert(site, session);
     }
-    last = session;
+    sessions().last = session;
     return session;
+}
+
+std::shared_ptr<PostgresSession> PostgresSession::ofNewSite(const ServerAddress& address) {
+    auto session = std::make_shared<PostgresSession>(address);
+    sessions().all.insert(siteOf(address), session);
+    return session;
+}
+
+void PostgresSession::forget(const PostgresSession& session) {
+    sessions().all.removeIf([&](auto entry) { return entry.value().lock().get() == &session; });
+    if (sessions().last.get() == &session)
+        sessions().last.reset();
 }
 
 PostgresSession::PostgresSession(const ServerAddress& address)
     : m_connection(address.conninfo, address.shown), m_tables(m_connection),
-      m_channel(QStringLiteral("tr_") + address.site.toLower()) {
-    requireFunctions(m_connection);
-}
+      m_channel(QStringLiteral("tr_") + address.site.toLower()) {}
 
 // What goes before the next statement.
 std::vector<PostgresStatement> PostgresSession::beginning() const {

@@ -18,6 +18,10 @@ public:
     // one. Raises what PostgresConnection does, and 3343 for a database that has not been prepared
     // or whose functions are of another version.
     static std::shared_ptr<PostgresSession> of(const ServerAddress& address);
+    // A session that of() gives as well until it is forgotten, whether or not the database has been
+    // prepared.
+    static std::shared_ptr<PostgresSession> ofNewSite(const ServerAddress& address);
+    static void forget(const PostgresSession& session);
 
     explicit PostgresSession(const ServerAddress& address);
     PostgresSession(const PostgresSession&) = delete;

@@ -4,6 +4,7 @@
 #include "store/postgres/PostgresDatabase.h"
 #include "store/postgres/PostgresFunctions.h"
 #include "store/postgres/PostgresSchema.h"
+#include "store/postgres/PostgresSession.h"
 #include "store/postgres/PostgresVersion.h"
 
 namespace tallyroom {
@@ -33,6 +34,30 @@ bool isPrepared(PostgresConnection& connection) {
     return isThere;
 }
 
+// While a site is being made, all that is opened of it shares one transaction.
+class [[nodiscard]] Making {
+public:
+    explicit Making(PostgresSession& session) : m_session(session) {
+        m_session.begin(TransactionKind::Write);
+    }
+    ~Making() {
+        if (m_isOpen)
+            m_session.rollback();
+        PostgresSession::forget(m_session);
+    }
+    Making(const Making&) = delete;
+    Making& operator=(const Making&) = delete;
+
+    void commit() {
+        m_isOpen = false;
+        m_session.commit();
+    }
+
+private:
+    PostgresSession& m_session;
+    bool m_isOpen = true;
+};
+
 } // namespace
 
 std::shared_ptr<Database> openOnServer(const QString& path, WhenInUse answer,
@@ -40,23 +65,27 @@ std::shared_ptr<Database> openOnServer(const QString& path, WhenInUse answer,
     return std::make_shared<PostgresDatabase>(parseServerAddress(path), answer, maker);
 }
 
-// A database that serves other sites already is prepared once. Statements of one round trip are one
-// write.
-void createSite(const QString& path) {
+// A database that serves other sites already is prepared once.
+void createSite(const QString& path, const std::function<void()>& fill,
+                std::span<const Schema::File> files) {
     std::vector<PostgresStatement> statements;
-    std::optional<PostgresConnection> connection;
-    for (const Schema::File& file : Schema::files()) {
+    std::shared_ptr<PostgresSession> session;
+    for (const Schema::File& file : files) {
         const ServerAddress address =
             parseServerAddress(path + u'\\' + QString::fromUtf16(file.name));
-        if (!connection) {
-            connection.emplace(address.conninfo, address.shown);
-            if (!isPrepared(*connection))
+        if (!session) {
+            session = PostgresSession::ofNewSite(address);
+            if (!isPrepared(session->connection()))
                 add(statements, functionStatements());
         }
-        requireFree(*connection, address);
+        requireFree(session->connection(), address);
         add(statements, createSchemaStatements(address.schema, file));
     }
-    connection->runAll(statements);
+    Making making(*session);
+    session->writeAll({}, std::move(statements));
+    session->tables().forget();
+    fill();
+    making.commit();
 }
 
 } // namespace tallyroom

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "store/Database.h"
+#include "store/Schema.h"
 #include "store/engine/CopySearch.h"
 
 namespace tallyroom {
@@ -13,9 +14,10 @@ namespace tallyroom {
 std::shared_ptr<Database> openOnServer(const QString& path, WhenInUse answer,
                                        CopySearchMaker maker);
 
-// Makes the three files of the site at the address of its folder, and prepares the database for
-// this version of the program. All of it is there afterwards or nothing. Raises 3204 for a site
-// that is there already, 3033 for who may not make it, and what hinders a connection.
-void createSite(const QString& path);
+// Makes files of the site at the address of its folder, prepares the database for this version of
+// the program, and lets `fill` write rows. All of it is there afterwards or nothing. Raises 3204
+// for a site that is there already, 3033 for who may not make it, and what hinders a connection.
+void createSite(const QString& path, const std::function<void()>& fill,
+                std::span<const Schema::File> files);
 
 } // namespace tallyroom

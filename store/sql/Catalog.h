@@ -3,7 +3,7 @@
 
 #include "store/sql/Operation.h"
 
-#include <QString>
+#include <QStringList>
 #include <memory>
 #include <vector>
 
@@ -35,6 +35,8 @@ public:
     virtual std::shared_ptr<const CatalogTable> findTable(const QString& name) const = 0;
     // Likewise in the file that an Insert names in its "In" clause.
     virtual std::shared_ptr<const CatalogTable> findTargetTable(const QString& name) const = 0;
+    // Of all tables of the file, but not of its views.
+    virtual QStringList tableNames() const = 0;
 };
 
 } // namespace tallyroom::sql

@@ -13,6 +13,17 @@ std::shared_ptr<const sql::CatalogTable> SqliteCatalog::findTargetTable(const QS
     return find(m_insertPlace, name);
 }
 
+QStringList SqliteCatalog::tableNames() const {
+    SqliteQuery query(m_connection,
+                      QStringLiteral("SELECT name FROM pragma_table_list WHERE schema = ?1 AND "
+                                     "type = 'table' AND name NOT LIKE 'sqlite_%' ORDER BY name"));
+    query.bind(1, Variant(ownPlace));
+    QStringList names;
+    while (query.next())
+        names << query.text(0);
+    return names;
+}
+
 qint64 SqliteCatalog::version(const QString& place) const {
     SqliteQuery query(m_connection, QStringLiteral("PRAGMA %1.schema_version").arg(place));
     query.next();

@@ -20,6 +20,7 @@ public:
     std::shared_ptr<const sql::CatalogTable> findTargetTable(const QString&) const override {
         return nullptr;
     }
+    QStringList tableNames() const override { return {}; }
 };
 
 QString definition(const sql::CatalogColumn& column) {

@@ -67,6 +67,21 @@ std::vector<Row> SqliteDatabase::readRows(const sql::BoundSelect& query) {
     return rows;
 }
 
+void SqliteDatabase::readRows(const sql::BoundSelect& query, std::size_t portion,
+                              const TakeRows& take) {
+    std::vector<Row> rows;
+    SqliteQuery native(connection(), sqliteGenerator().rows(query));
+    while (native.next()) {
+        rows.push_back(native.row(query.columns));
+        if (rows.size() == portion) {
+            take(rows);
+            rows.clear();
+        }
+    }
+    if (!rows.empty())
+        take(rows);
+}
+
 std::unique_ptr<KeyedRows> SqliteDatabase::keyedRows(const sql::BoundSelect& query) {
     return std::make_unique<SqliteKeyedRows>(connection(), query);
 }

@@ -1,6 +1,7 @@
 #include "store/sqlite/SqliteSchema.h"
 
 #include "common/RunError.h"
+#include "store/sql/LiteralTexts.h"
 #include "store/sqlite/SqliteTypes.h"
 
 #include <QStringList>
@@ -17,7 +18,7 @@ using Schema::Table;
 namespace {
 
 QString quoted(const char16_t* name) {
-    return QLatin1Char('"') + QString::fromUtf16(name) + QLatin1Char('"');
+    return sql::quoted(u'"', QString::fromUtf16(name));
 }
 
 bool isText(ColumnType type) {
