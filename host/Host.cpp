@@ -25,8 +25,11 @@ const Guid& classOf(const QString& member) {
                    QStringLiteral("Brightclock"));
 }
 
-// The folder is what users can put right; a file that is damaged or in use speaks for itself.
+// The folder is what users can put right; a file that is damaged or in use speaks for itself, and
+// so does a server.
 std::shared_ptr<Database> openData(const QString& folder) {
+    if (Workspace::isOnServer(folder))
+        return Workspace::openHostOptions(folder);
     const auto refuse = [&folder](const QString& text) {
         throw RunError(ErrorNumber::invalidPath, text.arg(QDir::toNativeSeparators(folder)),
                        QStringLiteral("Brightclock"));

@@ -1,5 +1,7 @@
 #include "host/RecentFolders.h"
 
+#include "store/Workspace.h"
+
 #include <QFileInfo>
 #include <QSettings>
 
@@ -20,7 +22,9 @@ QSettings settings() {
 
 QStringList all() {
     QStringList folders = settings().value(foldersKey).toStringList();
-    folders.removeIf([](const QString& folder) { return !QFileInfo(folder).isDir(); });
+    folders.removeIf([](const QString& folder) {
+        return !Workspace::isOnServer(folder) && !QFileInfo(folder).isDir();
+    });
     return folders;
 }
 

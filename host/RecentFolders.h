@@ -5,7 +5,7 @@
 
 namespace tallyroom::host::RecentFolders {
 
-// The folders worked on last, the latest first; those that have gone are left out.
+// The folders and sites worked on last, the latest first; folders that have gone are left out.
 QStringList all();
 QString user(); // the name given last
 

@@ -4,10 +4,12 @@
 #include "host/HostMessages.h"
 #include "host/RecentFolders.h"
 #include "host/demo/DemoData.h"
+#include "store/Workspace.h"
 #include "ui_frmStart.h"
 
 #include <QDir>
 #include <QFileDialog>
+#include <QInputDialog>
 #include <QPushButton>
 
 namespace tallyroom::host {
@@ -18,6 +20,8 @@ frmStart::frmStart() : m_ui(std::make_unique<Ui::frmStart>()) {
     listFolders();
     m_ui->User->setText(RecentFolders::user());
     connect(m_ui->OtherFolder, &QPushButton::clicked, this, &frmStart::chooseOther);
+    connect(m_ui->Site, &QPushButton::clicked, this,
+            [this] { runCommand(this, [this] { chooseSite(); }); });
     connect(m_ui->Demonstration, &QPushButton::clicked, this,
             [this] { runCommand(this, [this] { makeDemonstration(); }); });
     connect(m_ui->Folders, &QListWidget::currentRowChanged, this, &frmStart::showWhatCanBeDone);
@@ -45,7 +49,7 @@ void frmStart::listFolders() {
 }
 
 void frmStart::addFolder(const QString& folder) {
-    m_ui->Folders->insertItem(0, QDir::cleanPath(folder));
+    m_ui->Folders->insertItem(0, folder);
     m_ui->Folders->setCurrentRow(0);
     m_ui->User->setFocus();
 }
@@ -54,7 +58,23 @@ void frmStart::chooseOther() {
     const QString folder =
         QFileDialog::getExistingDirectory(this, QStringLiteral("Data Folder"), this->folder());
     if (!folder.isEmpty())
-        addFolder(folder);
+        addFolder(QDir::cleanPath(folder));
+}
+
+// Opened at once: an address with a fault, or with a password, is not listed.
+void frmStart::chooseSite() {
+    const QString given =
+        QInputDialog::getText(this, QStringLiteral("Site on a Server"),
+                              QStringLiteral("&Address (postgresql://host/database/SITE)"))
+            .trimmed();
+    if (given.isEmpty())
+        return;
+    if (!Workspace::isOnServer(given))
+        throw RunError(ErrorNumber::invalidPath,
+                       QStringLiteral("The address of a site begins with postgresql://."),
+                       QStringLiteral("Brightclock"));
+    Workspace::openHostOptions(given);
+    addFolder(given);
 }
 
 // The dialog names a folder that is still to be made, as for a file that is saved.
@@ -67,7 +87,7 @@ void frmStart::makeDemonstration() {
         return;
     settings.end = QDate::currentDate().addDays(-1);
     createDemoData(settings, [](int, int) {});
-    addFolder(settings.folder);
+    addFolder(QDir::cleanPath(settings.folder));
 }
 
 void frmStart::showWhatCanBeDone() {

@@ -25,6 +25,7 @@ private:
     void listFolders();
     void addFolder(const QString& folder);
     void chooseOther();
+    void chooseSite();
     void makeDemonstration();
     void showWhatCanBeDone();
 

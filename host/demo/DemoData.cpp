@@ -1,31 +1,14 @@
 #include "host/demo/DemoData.h"
 
 #include "common/RunError.h"
+#include "host/NewData.h"
 #include "host/demo/DemoHistory.h"
 #include "host/demo/DemoSetup.h"
 #include "store/Workspace.h"
 
-#include <QDir>
-#include <QFileInfo>
-#include <QTemporaryDir>
-
 namespace tallyroom::host {
 
 namespace {
-
-RunError notFree(const QString& folder) {
-    return {ErrorNumber::fileExists,
-            QStringLiteral("'%1' is there already and holds something; it was left as it is.")
-                .arg(folder),
-            QStringLiteral("Brightclock")};
-}
-
-void requireFree(const QString& folder) {
-    const QFileInfo info(folder);
-    const QDir::Filters everything = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
-    if (info.exists() && (!info.isDir() || !QDir(folder).isEmpty(everything)))
-        throw notFree(folder);
-}
 
 void fill(Database& hostFile, Database& addInFile, const DemoSettings& settings,
           const DemoProgress& progress) {
@@ -60,22 +43,10 @@ void write(const QString& folder, const DemoSettings& settings, const DemoProgre
 } // namespace
 
 void createDemoData(const DemoSettings& settings, const DemoProgress& progress) {
-    requireFree(settings.folder);
-    const QFileInfo target(settings.folder);
-    if (!QDir().mkpath(target.absolutePath()))
-        throw RunError::make(ErrorNumber::invalidPath, {target.absolutePath()});
-    // Made beside its place and moved there when it is complete.
-    QTemporaryDir workshop(target.absoluteFilePath() + QStringLiteral(".XXXXXX"));
-    if (!workshop.isValid())
-        throw RunError::make(ErrorNumber::invalidPath, {settings.folder});
-    const QString made = workshop.filePath(QStringLiteral("data"));
-    QDir().mkdir(made);
-    Workspace::createFiles(made);
-    if (!settings.bare)
-        write(made, settings, progress);
-    QDir().rmdir(settings.folder); // an empty one makes room, another one stays
-    if (!QDir().rename(made, settings.folder))
-        throw notFree(settings.folder);
+    makeData(settings.folder, Schema::files(), [&](const QString& dataPath) {
+        if (!settings.bare)
+            write(dataPath, settings, progress);
+    });
 }
 
 } // namespace tallyroom::host

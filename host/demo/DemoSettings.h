@@ -7,7 +7,7 @@
 namespace tallyroom::host {
 
 struct DemoSettings {
-    QString folder; // must be missing or empty
+    QString folder; // a folder that is missing or empty, or the address of a new site
     int employees = 300;
     int days = 365;
     quint32 seed = 1;
