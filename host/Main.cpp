@@ -7,6 +7,7 @@
 #include "host/HostMessages.h"
 #include "host/Options.h"
 #include "host/RecentFolders.h"
+#include "host/copy/DataCopy.h"
 #include "host/demo/DemoData.h"
 #include "host/frmStart.h"
 
@@ -46,6 +47,29 @@ int createData(const DemoSettings& settings) {
             QTextStream(stderr) << '\n';
         return exitSuccess;
     } catch (const RunError& error) {
+        printError(error.description());
+    }
+    return exitFailure;
+}
+
+// Progress is for who watches: a line that is written over.
+int copy(const QString& from, const QString& to) {
+    constexpr int lineWidth = 60;
+    QTextStream out(stdout);
+    QTextStream watched(stderr);
+    const auto over = [&](const QString& line) {
+        watched << u'\r' << line.leftJustified(lineWidth) << u'\r' << Qt::flush;
+    };
+    const auto say = [&](const QString& line) {
+        over({});
+        out << line << Qt::endl;
+    };
+    try {
+        copyData(from, to, {say, over});
+        say(QStringLiteral("Copied and compared."));
+        return exitSuccess;
+    } catch (const RunError& error) {
+        over({});
         printError(error.description());
     }
     return exitFailure;
@@ -123,6 +147,8 @@ int main(int argc, char** argv) {
         return showHelp(argc, argv);
     case Command::CreateData:
         return createData(parsed.options->demo);
+    case Command::CopyData:
+        return copy(parsed.options->copiedFrom, parsed.options->copiedTo);
     case Command::Run:
         break;
     }

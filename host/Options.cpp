@@ -1,5 +1,7 @@
 #include "host/Options.h"
 
+#include "store/Workspace.h"
+
 #include <QCommandLineParser>
 #include <QDir>
 #include <QHash>
@@ -21,19 +23,24 @@ QString text(const char* latin1) {
 
 void addDataOptions(QCommandLineParser& parser) {
     parser.addOptions({
-        {text("create-data"), text("Make a data folder with demonstration data."), text("DIR")},
+        {text("create-data"), text("Make a data folder or a site with demonstration data."),
+         text("DATA")},
         {text("employees"), text("Number of employees (300)."), text("N"), text("300")},
         {text("days"), text("Days of history (365)."), text("N"), text("365")},
         {text("seed"), text("Same seed and sizes, same data (1)."), text("N"), text("1")},
         {text("end"), text("Last day of the history (yesterday)."), text("YYYY-MM-DD")},
         {text("first-run"), text("Leave out the add-in's associations, period and orderings.")},
         {text("bare"), text("Make the tables without rows.")},
+        {text("copy-data"),
+         text("Copy a data folder or a site to a new one of either kind, named behind it, and "
+              "compare them."),
+         text("DATA")},
     });
 }
 
 void addRunOptions(QCommandLineParser& parser) {
     parser.addOptions({
-        {text("data"), text("Run the host on this data folder."), text("DIR")},
+        {text("data"), text("Run the host on this data folder or site."), text("DATA")},
         {text("user"), text("Name of the current user."), text("NAME")},
         {text("select"),
          text("Employees selected at the start: codes, or \"all\" (the last bucket of the user, or "
@@ -51,7 +58,10 @@ void addRunOptions(QCommandLineParser& parser) {
 void prepare(QCommandLineParser& parser) {
     parser.setApplicationDescription(
         text("Stand-in for the Brightclock host: runs the overtime canvassing board on a data "
-             "folder.\nUse either --create-data or --data; without either it asks what to open."));
+             "folder.\nUse one of --create-data, --copy-data and --data; without any it asks what "
+             "to open.\nDATA is a folder, or a site on a server: "
+             "postgresql://[user@]host[:port]/database/SITE"));
+    parser.addPositionalArgument(text("TO"), text("Where --copy-data copies to."), text("[TO]"));
     parser.addOption({{text("h"), text("help")}, text("Show this help.")});
     addDataOptions(parser);
     addRunOptions(parser);
@@ -80,15 +90,39 @@ QStringList withoutToolkitOptions(const QStringList& arguments) {
     return own;
 }
 
+// The option that names the command.
+QString commandOption(Command command) {
+    switch (command) {
+    case Command::CreateData:
+        return text("create-data");
+    case Command::CopyData:
+        return text("copy-data");
+    default:
+        return text("data");
+    }
+}
+
 // Names of the given options that do not belong to the command.
-QStringList foreignOptions(const QCommandLineParser& parser, bool creating) {
-    static const QStringList ofCreate{text("employees"), text("days"),      text("seed"),
-                                      text("end"),       text("first-run"), text("bare")};
-    static const QStringList ofRun{text("data"), text("user"),    text("select"),
-                                   text("open"), text("picture"), text("module")};
+QStringList foreignOptions(const QCommandLineParser& parser, Command command) {
+    static const QHash<QString, Command> commands{
+        {text("create-data"), Command::CreateData},
+        {text("employees"), Command::CreateData},
+        {text("days"), Command::CreateData},
+        {text("seed"), Command::CreateData},
+        {text("end"), Command::CreateData},
+        {text("first-run"), Command::CreateData},
+        {text("bare"), Command::CreateData},
+        {text("copy-data"), Command::CopyData},
+        {text("data"), Command::Run},
+        {text("user"), Command::Run},
+        {text("select"), Command::Run},
+        {text("open"), Command::Run},
+        {text("picture"), Command::Run},
+        {text("module"), Command::Run},
+    };
     QStringList found;
-    for (const QString& name : creating ? ofRun : ofCreate) {
-        if (parser.isSet(name))
+    for (const QString& name : parser.optionNames()) {
+        if (commands.value(name, command) != command)
             found << text("--") + name;
     }
     return found;
@@ -112,11 +146,15 @@ QDate endOfHistory(const QCommandLineParser& parser) {
     return end;
 }
 
+QString dataPath(const QString& given) {
+    return Workspace::isOnServer(given) ? given : QDir(given).absolutePath();
+}
+
 QString folder(const QCommandLineParser& parser, const char* name) {
     const QString given = parser.value(text(name));
     if (given.isEmpty())
-        throw UsageError{text("--%1 needs the name of a folder.").arg(text(name))};
-    return QDir(given).absolutePath();
+        throw UsageError{text("--%1 needs a folder or the address of a site.").arg(text(name))};
+    return dataPath(given);
 }
 
 DemoSettings demoSettings(const QCommandLineParser& parser) {
@@ -159,23 +197,41 @@ void readRunOptions(const QCommandLineParser& parser, Options& options) {
         throw UsageError{text("--picture needs the name of a file.")};
 }
 
-Options readOptions(const QCommandLineParser& parser) {
-    const bool creating = parser.isSet(text("create-data"));
-    if (!parser.positionalArguments().isEmpty())
-        throw UsageError{
-            text("Unexpected argument \"%1\".").arg(parser.positionalArguments().first())};
-    if (!creating && !parser.isSet(text("data")) && !parser.optionNames().isEmpty())
+Command commandOf(const QCommandLineParser& parser) {
+    for (const Command command : {Command::CreateData, Command::CopyData}) {
+        if (parser.isSet(commandOption(command)))
+            return command;
+    }
+    if (!parser.isSet(text("data")) && !parser.optionNames().isEmpty())
         throw UsageError{text("Give a data folder with --data, or make one with --create-data.")};
-    if (const QStringList foreign = foreignOptions(parser, creating); !foreign.isEmpty())
-        throw UsageError{
-            text("%1 cannot be used with %2.")
-                .arg(foreign.join(text(", ")), creating ? text("--create-data") : text("--data"))};
+    return Command::Run;
+}
+
+// Only a copy has a place behind the options, and it must have one.
+void requireArguments(const QStringList& arguments, Command command) {
+    const qsizetype wanted = command == Command::CopyData ? 1 : 0;
+    if (arguments.size() > wanted)
+        throw UsageError{text("Unexpected argument \"%1\".").arg(arguments[wanted])};
+    if (arguments.size() < wanted || arguments.contains(QString()))
+        throw UsageError{text("--copy-data needs what to copy and where to.")};
+}
+
+Options readOptions(const QCommandLineParser& parser) {
     Options options;
-    options.command = creating ? Command::CreateData : Command::Run;
-    if (creating)
+    options.command = commandOf(parser);
+    const QStringList arguments = parser.positionalArguments();
+    requireArguments(arguments, options.command);
+    if (const QStringList foreign = foreignOptions(parser, options.command); !foreign.isEmpty())
+        throw UsageError{text("%1 cannot be used with --%2.")
+                             .arg(foreign.join(text(", ")), commandOption(options.command))};
+    if (options.command == Command::CreateData) {
         options.demo = demoSettings(parser);
-    else
+    } else if (options.command == Command::CopyData) {
+        options.copiedFrom = folder(parser, "copy-data");
+        options.copiedTo = dataPath(arguments.first());
+    } else {
         readRunOptions(parser, options);
+    }
     return options;
 }
 

@@ -9,13 +9,15 @@
 
 namespace tallyroom::host {
 
-enum class Command { ShowHelp, CreateData, Run };
+enum class Command { ShowHelp, CreateData, CopyData, Run };
 
 struct Options {
     Command command = Command::Run;
-    DemoSettings demo;                    // CreateData
-    QString dataFolder;                   // Run; absolute, empty to ask the user
-    QString user;                         // empty when the host has no users
+    DemoSettings demo;  // CreateData
+    QString copiedFrom; // CopyData; as dataFolder
+    QString copiedTo;   // CopyData
+    QString dataFolder; // Run; absolute or a site's address, empty to ask the user
+    QString user;       // empty when the host has no users
     std::optional<QStringList> selection; // employee codes; without them the user's last bucket
     bool selectsAll = false;              // everybody, whatever the last bucket was
     QString openEntry;                    // call this entry of the add-in at once and end with it

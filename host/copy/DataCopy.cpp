@@ -1,0 +1,112 @@
+#include "host/copy/DataCopy.h"
+
+#include "common/RunError.h"
+#include "host/NewData.h"
+#include "host/copy/CopiedTables.h"
+#include "host/copy/TableCopy.h"
+#include "store/Workspace.h"
+
+#include <algorithm>
+#include <deque>
+
+namespace tallyroom::host {
+
+namespace {
+
+bool isScratch(const Schema::File& file, const QString& table) {
+    return std::ranges::any_of(file.tables, [&](const Schema::Table& known) {
+        return known.scratch &&
+               table.compare(QString::fromUtf16(known.name), Qt::CaseInsensitive) == 0;
+    });
+}
+
+std::shared_ptr<Database> openFile(const QString& dataPath, const Schema::File& file) {
+    return Workspace::openDatabase(dataPath + u'\\' + QString::fromUtf16(file.name));
+}
+
+RunError different(const QString& table, qint64 expected, qint64 found) {
+    return {ErrorNumber::damagedFile,
+            QStringLiteral("%1: the copy has %2 rows where there are %3, or others. Nothing was "
+                           "copied.")
+                .arg(table)
+                .arg(found)
+                .arg(expected),
+            QStringLiteral("Brightclock")};
+}
+
+// A file of the source, as it stands while this lives.
+class CopiedFile {
+public:
+    CopiedFile(const QString& from, const Schema::File& file)
+        : m_file(file), m_database(openFile(from, file)),
+          m_reading(m_database, TransactionKind::Read), m_tables(m_database->tables()) {
+        std::erase_if(m_tables,
+                      [&](const TableFormat& table) { return isScratch(file, table.name); });
+    }
+
+    const Schema::File& file() const { return m_file; }
+    const std::vector<TableFormat>& tables() const { return m_tables; }
+
+    void writeTo(const QString& to, const CopyMessages& messages) {
+        const auto target = openFile(to, m_file);
+        Transaction writing(target, TransactionKind::Write);
+        for (const TableFormat& table : m_tables)
+            m_sums.push_back(
+                copyTable(*m_database, *target, table, progressOf(messages, "copied", table)));
+        writing.commit();
+    }
+
+    // From the beginning, on a connection of its own where that is a file.
+    void compareWith(const QString& to, const CopyMessages& messages) const {
+        const auto target = openFile(to, m_file);
+        for (std::size_t at = 0; at < m_tables.size(); ++at) {
+            const TableFormat& table = m_tables[at];
+            const TableSum sum =
+                sumOfTable(*target, table, progressOf(messages, "compared", table));
+            if (sum != m_sums[at])
+                throw different(table.name, m_sums[at].rows, sum.rows);
+            messages.say(QStringLiteral("%1: %2 rows, checksum %3")
+                             .arg(table.name)
+                             .arg(sum.rows)
+                             .arg(QString::fromLatin1(sum.checksum.toHex().left(shownDigits))));
+        }
+    }
+
+private:
+    static constexpr qsizetype shownDigits = 16;
+
+    static RowProgress progressOf(const CopyMessages& messages, const char* what,
+                                  const TableFormat& table) {
+        const QString end = QStringLiteral(" rows ") + QString::fromLatin1(what);
+        return [&messages, name = table.name, end](qint64 rows) {
+            messages.progress(name + QStringLiteral(": ") + QString::number(rows) + end);
+        };
+    }
+
+    const Schema::File& m_file;
+    std::shared_ptr<Database> m_database;
+    Transaction m_reading;
+    std::vector<TableFormat> m_tables;
+    std::vector<TableSum> m_sums; // of each table
+};
+
+} // namespace
+
+void copyData(const QString& from, const QString& to, const CopyMessages& messages) {
+    std::deque<CopiedFile> files;
+    CopiedTables tables;
+    for (const Schema::File& file : Schema::files()) {
+        const CopiedFile& copied = files.emplace_back(from, file);
+        tables.add(file, copied.tables());
+    }
+    for (const QString& remark : tables.remarks())
+        messages.say(remark);
+    makeData(to, tables.files(), [&](const QString& made) {
+        for (CopiedFile& file : files)
+            file.writeTo(made, messages);
+        for (const CopiedFile& file : files)
+            file.compareWith(made, messages);
+    });
+}
+
+} // namespace tallyroom::host
