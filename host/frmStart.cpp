@@ -14,6 +14,18 @@
 
 namespace tallyroom::host {
 
+namespace {
+
+QString askAddress(QWidget* parent) {
+    QInputDialog dialog(parent);
+    dialog.setObjectName(QStringLiteral("SiteAddress"));
+    dialog.setWindowTitle(QStringLiteral("Site on a Server"));
+    dialog.setLabelText(QStringLiteral("&Address (postgresql://user@host/database/SITE)"));
+    return dialog.exec() == QDialog::Accepted ? dialog.textValue().trimmed() : QString();
+}
+
+} // namespace
+
 frmStart::frmStart() : m_ui(std::make_unique<Ui::frmStart>()) {
     m_ui->setupUi(this);
     WindowFit::grow(*this);
@@ -63,10 +75,7 @@ void frmStart::chooseOther() {
 
 // Opened at once: an address with a fault, or with a password, is not listed.
 void frmStart::chooseSite() {
-    const QString given =
-        QInputDialog::getText(this, QStringLiteral("Site on a Server"),
-                              QStringLiteral("&Address (postgresql://host/database/SITE)"))
-            .trimmed();
+    const QString given = askAddress(this);
     if (given.isEmpty())
         return;
     if (!Workspace::isOnServer(given))

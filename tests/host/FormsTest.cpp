@@ -1,11 +1,14 @@
 #include "host/DatePicker.h"
 #include "host/SplashPicture.h"
 #include "host/frmMenu.h"
+#include "host/frmStart.h"
 #include "tests/host/HostDataFolder.h"
 #include "tests/support/DialogScript.h"
 
 #include <QCalendarWidget>
 #include <QDialog>
+#include <QLineEdit>
+#include <QSettings>
 #include <gtest/gtest.h>
 
 namespace tallyroom::host {
@@ -40,6 +43,34 @@ TEST(Menu, AHandlerThatIsCalledAfterItsEndFails) {
     const ObjectRef menu = makeObject<MenuObject>(window.get());
     window.reset();
     EXPECT_ANY_THROW(menu.call(QStringLiteral("ttedit_click")));
+}
+
+TEST(Start, ListsNoSiteThatCannotBeOpenedAndShowsNoPassword) {
+    const QTemporaryDir settings;
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
+    DialogScript script;
+    frmStart start;
+    start.show();
+    const struct {
+        QString address;
+        QString answer;
+    } cases[] = {
+        {QStringLiteral("postgresql://ann:secret@db/shop/north"),
+         QStringLiteral("'postgresql://…' is not a valid path: it must not contain a password. "
+                        "Keep the password in the file .pgpass.")},
+        {QStringLiteral("ann:secret@db"),
+         QStringLiteral("The address of a site begins with postgresql://.")},
+    };
+    for (const auto& entry : cases) {
+        script.expectWindow(u"SiteAddress", [&](QWidget& window) {
+            window.findChild<QLineEdit*>()->setText(entry.address);
+            qobject_cast<QDialog*>(&window)->accept();
+        });
+        script.expectBox(QStringLiteral("Error 3044\n\n") + entry.answer, QMessageBox::Ok,
+                         QMessageBox::Critical, QStringLiteral("Brightclock"));
+        clickButton(start, u"Site");
+        EXPECT_EQ(start.folder(), QString());
+    }
 }
 
 } // namespace
