@@ -1,4 +1,5 @@
-// A temporary data folder, or a site on a server, with the three database files and a few known rows.
+// A temporary data folder, or a site on a server, with the three database files and a few known
+// rows.
 #pragma once
 
 #include "store/Recordset.h"
