@@ -250,6 +250,14 @@ TEST_F(AnswerRecordingTest, AnAuditFileThatIsExchangedOrGoesIsNoticed) {
     EXPECT_EQ(audit().size(), 1) << "the second went to the file that was there then";
 }
 
+// Each file of a folder keeps what was written to it; of a site, all go back.
+TEST_F(AnswerRecordingTest, TheResultOwnsUpToWhatIsWritten) {
+    folder.execute(addInFile, u"Drop Table [TLYR_Audit];");
+    EXPECT_EQ(errorNumberOf([&] { record(); }), 3192);
+    EXPECT_EQ(history().size(), testsOnServer() ? 0 : 1);
+    EXPECT_EQ(result.anyWritten(), !history().isEmpty());
+}
+
 // What one command leaves is what as many commands of one answer each leave, also when an answer
 // fails: those before it count on the board in full.
 TEST_F(AnswerRecordingTest, ManyAnswersLeaveWhatOneByOneLeaves) {
