@@ -66,7 +66,7 @@ TEST_F(AuditEntriesTest, EachChoiceListsItsEntries) {
 
 TEST_F(AuditEntriesTest, NoUserAndNoCodeSelectsOthers) {
     folder.executeNatively(addInFile,
-                           "INSERT INTO TLYR_Audit VALUES ('2020-01-05 12:00:00', 'Eve', "
+                           "INSERT INTO \"TLYR_Audit\" VALUES ('2020-01-05 12:00:00', 'Eve', "
                            "'''or''a''=''a', '2020-02-03 00:00:00', 0, 30, 'tlyrAccepted')");
     selection.users = {QStringLiteral("Eve")};
     EXPECT_EQ(errorNumberOf([&] { shown(); }), 3077) << "of no employee's code";

@@ -4,8 +4,6 @@
 #include "canvass/TotalsBuild.h"
 #include "common/DateParser.h"
 
-#include <SQLiteCpp/SQLiteCpp.h>
-
 namespace tallyroom {
 
 namespace {
@@ -16,10 +14,12 @@ std::string value(const QString& text) {
 
 } // namespace
 
-BuildComparison::BuildComparison(unsigned seed) : m_random(seed) {
+BuildComparison::BuildComparison(unsigned seed, bool onServer)
+    : m_random(seed), m_folder(onServer) {
     addEmployees();
     addQualifications();
     addHistory();
+    m_folder.executeNatively(hostFile, m_made.c_str()); // past the store, which would mend values
     static const char16_t* const filters[] = {u"like '*'", u"<> Null",
                                               u"in ('a1', 'B1', 'b2', 'e1')", u"> 'a'",
                                               u"in ('a1', 'A10', 'B1', 'b2', 'E1', 'z', '12')"};
@@ -46,34 +46,35 @@ QString BuildComparison::anyAmount(bool isWhole) {
     }
 }
 
+void BuildComparison::add(const std::string& statement) {
+    m_made += statement + ";\n";
+}
+
 void BuildComparison::addEmployees() {
-    SQLite::Database host(m_folder.file(hostFile).toStdString(), SQLite::OPEN_READWRITE);
     const bool unique = upTo(3) > 0;
     if (!unique)
-        host.exec("DROP INDEX Employee_Code");
+        add("DROP INDEX \"Employee_Code\"");
     for (int count = upTo(9); count > 0; --count) {
         const QString seniority = upTo(3) == 0 ? QString() : QString::number(upTo(9) * 0.5);
-        host.exec(
-            "INSERT OR IGNORE INTO Employee VALUES (" + value(anyCode()) + ", 'N', " +
+        add("INSERT INTO \"Employee\" VALUES (" + value(anyCode()) + ", 'N', " +
             (upTo(2) == 0 ? "NULL" : "'2020-02-0" + std::to_string(1 + upTo(9)) + " 00:00:00'") +
             ", " + (seniority.isNull() ? "NULL" : seniority.toStdString()) +
-            ", 'D1', NULL, 'S1', " + value(upTo(2) == 0 ? QString() : anyCode()) + ")");
+            ", 'D1', NULL, 'S1', " + value(upTo(2) == 0 ? QString() : anyCode()) +
+            ") ON CONFLICT DO NOTHING");
     }
 }
 
 void BuildComparison::addQualifications() {
-    SQLite::Database host(m_folder.file(hostFile).toStdString(), SQLite::OPEN_READWRITE);
     std::map<QString, bool> known;
     for (int count = upTo(6); count > 0; --count) {
         const QString code = anyCode();
         const bool isFirst = known.emplace(code.toLower().trimmed(), true).second;
-        host.exec("INSERT INTO Emp_Qualifications VALUES (" + value(code) + ", 'Q', " +
-                  (isFirst || upTo(10) == 0 ? "-1" : "0") + ")");
+        add("INSERT INTO \"Emp_Qualifications\" VALUES (" + value(code) + ", 'Q', " +
+            (isFirst || upTo(10) == 0 ? "-1" : "0") + ")");
     }
 }
 
 void BuildComparison::addHistory() {
-    SQLite::Database host(m_folder.file(hostFile).toStdString(), SQLite::OPEN_READWRITE);
     static const char* const types[] = {"TR", "AR", "hr", "XX"};
     for (int count = upTo(25); count > 0; --count) {
         std::string amounts;
@@ -81,10 +82,10 @@ void BuildComparison::addHistory() {
             const QString amount = anyAmount(column >= 2);
             amounts += ", " + (amount.isNull() ? "NULL" : amount.toStdString());
         }
-        host.exec("INSERT INTO TimeHistory (thist_emp, shift_date, thist_record_type, t15, t20, "
-                  "tlyrAccepted, tlyrAccepted2, tlyrDeclined, tlyrDeclined2) VALUES (" +
-                  value(anyCode()) + ", '2020-02-0" + std::to_string(1 + upTo(9)) +
-                  " 00:00:00', '" + types[upTo(4)] + "'" + amounts + ")");
+        add("INSERT INTO \"TimeHistory\" (thist_emp, shift_date, thist_record_type, t15, t20, "
+            "\"tlyrAccepted\", \"tlyrAccepted2\", \"tlyrDeclined\", \"tlyrDeclined2\") VALUES (" +
+            value(anyCode()) + ", '2020-02-0" + std::to_string(1 + upTo(9)) + " 00:00:00', '" +
+            types[upTo(4)] + "'" + amounts + ")");
     }
 }
 
@@ -111,15 +112,17 @@ void BuildComparison::build() {
 
 // With their types, in the order in which the rows lie.
 QStringList BuildComparison::cells() const {
-    SQLite::Database board(m_folder.file(mainFile).toStdString());
-    SQLite::Statement rows(board, "SELECT rowid, * FROM tlyrTemp ORDER BY rowid");
+    const auto rows =
+        m_folder.open(mainFile)->openRecordset(QStringLiteral("tlyrTemp"), RecordsetType::Snapshot);
     QStringList result;
-    while (rows.executeStep()) {
-        for (int column = 0; column < rows.getColumnCount(); ++column)
+    for (; !rows->eof(); rows->moveNext()) {
+        for (int column = 0; column < rows->fieldCount(); ++column) {
+            const Variant value = rows->field(column);
             result << QStringLiteral("%1 = %2 (%3)")
-                          .arg(QString::fromUtf8(rows.getColumnName(column)),
-                               QString::fromStdString(rows.getColumn(column).getString()))
-                          .arg(rows.getColumn(column).getType());
+                          .arg(rows->fieldName(column),
+                               value.isNull() ? QStringLiteral("Null") : value.toText())
+                          .arg(static_cast<int>(value.type()));
+        }
     }
     return result;
 }

@@ -10,15 +10,18 @@ namespace tallyroom {
 
 class BuildComparison {
 public:
-    // Makes the folder of this number and builds its board both ways.
-    explicit BuildComparison(unsigned seed);
+    // Makes the folder, or the site, of this number and builds its board both ways.
+    explicit BuildComparison(unsigned seed, bool onServer = testsOnServer());
 
     // Whether the quick way came to an end.
     bool isQuick() const { return m_quick; }
     // The first cells that differ, in words; empty when there are none.
     QString difference() const;
+    // Of the other way.
+    const QStringList& board() const { return m_cells; }
 
 private:
+    void add(const std::string& statement);
     void addEmployees();
     void addQualifications();
     void addHistory();
@@ -30,6 +33,7 @@ private:
     QString anyAmount(bool isWhole);
 
     std::mt19937 m_random;
+    std::string m_made; // statements
     DataFolder m_folder;
     FakeHost m_host;
     bool m_quick = false;

@@ -1,5 +1,7 @@
 #include "tests/support/DataFolder.h"
 
+#include "store/postgres/ServerAddress.h"
+
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <stdexcept>
 
@@ -28,9 +30,10 @@ bool testsOnServer() {
 namespace {
 
 #ifdef TALLYROOM_SERVER
+const QString database = QStringLiteral("tests");
+
 QString newSite() {
     static int made = 0;
-    static const QString database = QStringLiteral("tests");
     PostgresCluster& cluster = PostgresCluster::shared();
     if (made == 0)
         cluster.createDatabase(database);
@@ -39,20 +42,31 @@ QString newSite() {
         .arg(++made)
         .arg(cluster.folder());
 }
+
+void executeOnServer(const QString& file, const QString& sql) {
+    const QString schema = parseServerAddress(file).schema;
+    PostgresCluster::shared().execute(
+        database, QStringLiteral("SET search_path TO \"%1\"; %2").arg(schema, sql));
+}
 #else
-QString newSite() {
+[[noreturn]] void executeOnServer(const QString&, const QString&) {
     throw std::logic_error("the tests were built without support for servers");
+}
+
+QString newSite() {
+    executeOnServer({}, {});
 }
 #endif
 
 } // namespace
 
-DataFolder::DataFolder() : m_path(testsOnServer() ? newSite() : m_folder.path()) {
+DataFolder::DataFolder(bool onServer)
+    : m_onServer(onServer), m_path(onServer ? newSite() : m_folder.path()) {
     Workspace::createFiles(m_path);
 }
 
 QString DataFolder::file(const char16_t* name) const {
-    if (testsOnServer())
+    if (m_onServer)
         throw std::logic_error("a site has no files");
     return m_folder.filePath(QString::fromUtf16(name));
 }
@@ -66,6 +80,9 @@ void DataFolder::execute(const char16_t* name, QStringView sql) const {
 }
 
 void DataFolder::executeNatively(const char16_t* name, const char* sql) const {
+    if (m_onServer)
+        return executeOnServer(path() + QLatin1Char('\\') + QString::fromUtf16(name),
+                               QString::fromUtf8(sql));
     SQLite::Database(file(name).toStdString(), SQLite::OPEN_READWRITE).exec(sql);
 }
 

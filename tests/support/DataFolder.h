@@ -23,7 +23,7 @@ bool testsOnServer();
 class DataFolder {
 public:
     // Makes the files with all tables and no rows.
-    DataFolder();
+    explicit DataFolder(bool onServer = testsOnServer());
 
     // The folder as a host gives it to the add-in.
     const QString& path() const { return m_path; }
@@ -32,7 +32,8 @@ public:
 
     std::shared_ptr<Database> open(const char16_t* file) const;
     void execute(const char16_t* file, QStringView sql) const;
-    // As another program does that keeps to no types, in the SQL of the engine underneath.
+    // As another program does, in the SQL of the engine underneath. On a server there are neither
+    // values of another type than their column's nor the board's own table.
     void executeNatively(const char16_t* file, const char* sql) const;
 
     // The rows of a query as texts.
@@ -46,6 +47,7 @@ public:
     void setPeriod(QStringView from, QStringView to) const;
 
 private:
+    bool m_onServer;
     QTemporaryDir m_folder;
     QString m_path;
 };
