@@ -91,9 +91,14 @@ void lowerCase(sqlite3_context* context, int, sqlite3_value** values) {
         returnText(context, textOf(*values).toLower());
 }
 
+// By characters, as the engine itself counts them.
 void rightPart(sqlite3_context* context, int, sqlite3_value** values) {
-    if (!isNull(values[0]) && !isNull(values[1]))
-        returnText(context, textOf(values[0]).right(std::max(sqlite3_value_int(values[1]), 0)));
+    if (isNull(values[0]) || isNull(values[1]))
+        return;
+    const std::u32string text = textOf(values[0]).toStdU32String();
+    const auto count = static_cast<std::size_t>(std::max(sqlite3_value_int(values[1]), 0));
+    returnText(context,
+               QString::fromStdU32String(text.substr(text.size() - std::min(count, text.size()))));
 }
 
 // A Null joins as an empty text, but two of them stay Null.
@@ -104,7 +109,7 @@ void concatenate(sqlite3_context* context, int, sqlite3_value** values) {
 
 void like(sqlite3_context* context, int, sqlite3_value** values) {
     if (!isNull(values[0]) && !isNull(values[1]))
-        sqlite3_result_int(context, matchesLike(textOf(values[0]), textOf(values[1])) ? -1 : 0);
+        sqlite3_result_int(context, matchesLike(textOf(values[0]), textOf(values[1])) ? 1 : 0);
 }
 
 // Whatever is the same as a text begins with its part before the first character outside ASCII and

@@ -80,7 +80,7 @@ Rows textPairs() {
     return rows;
 }
 
-// Units above 16 bits count as two for QString::right and Like, and as one character here.
+// Units above 16 bits count as two for Like in files, and as one character here.
 Rows patterns() {
     const QStringList characters = u"a,A,b,-,1,.,^,$,\\,é,É,ſ,K, ,\n"_s.split(u',') << u","_s;
     const QStringList signs = characters + u"*,*,?,#,[,[,],],!,a-c,[!,é-Ü"_s.split(u',');

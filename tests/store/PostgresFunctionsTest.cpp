@@ -43,7 +43,7 @@ constexpr Comparison comparisons[] = {
      " FROM (VALUES (a), (NULL), (b), (c)) AS t(v))",
      "text text text", textPairs},
     {"tr_concat(a, b)", "tallyroom.tr_concat(a, b)", "text text", patterns},
-    {"tr_like(a, b)", "- tallyroom.tr_like(a, b)::int", "text text", patterns},
+    {"tr_like(a, b)", "tallyroom.tr_like(a, b)::int", "text text", patterns},
     {"substr(a, 1, max(b, 0))", "tallyroom.tr_left(a, b)", "text bigint", textParts},
     {"tr_right(a, b)", "tallyroom.tr_right(a, b)", "text bigint", textParts},
     {"substr(a, b, max(c, 0))", "tallyroom.tr_middle(a, b, c)", "text bigint bigint", textParts},
