@@ -58,6 +58,7 @@ constexpr ErrorText errorTexts[] = {
     {3078, u"The Microsoft Jet database engine cannot find the input table or query '|'. Make sure "
            u"it exists and that its name is spelled correctly."},
     {3085, u"Undefined function '|' in expression."},
+    {3093, u"ORDER BY clause (|) conflicts with DISTINCT."},
     {3096, u"Cannot have aggregate function in WHERE clause (|)."},
     {3103, u"Circular reference caused by alias '|' in query definition's SELECT list."},
     {3122, u"You tried to execute a query that does not include the specified expression '|' as "

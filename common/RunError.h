@@ -66,6 +66,7 @@ inline constexpr int syntaxInQuery = 3075;
 inline constexpr int syntaxInCriteria = 3077;
 inline constexpr int unknownTable = 3078;
 inline constexpr int unknownFunction = 3085;
+inline constexpr int orderBesideDistinct = 3093;
 inline constexpr int aggregateInWhere = 3096;
 inline constexpr int circularAlias = 3103;
 inline constexpr int notInGroup = 3122;

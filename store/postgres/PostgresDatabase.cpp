@@ -178,8 +178,8 @@ void PostgresDatabase::updateOneByOne(const sql::BoundUpdate& statement) {
     row.where = nullptr;
     const QString update = postgresGenerator().updateRows(row) + QStringLiteral(" WHERE tr_key = ");
     Transaction whole(shared_from_this(), TransactionKind::Write);
-    const PostgresResult keys =
-        session().read(postgresGenerator().keysWhere(rows, statement.where));
+    const PostgresResult keys = session().read(
+        postgresGenerator().keysWhere(rows, statement.where) + QStringLiteral(" ORDER BY 1"));
     for (int at = 0; at < keys.rows(); ++at)
         writeUnlessRefused(*statement.target.table, update + keys.text(at, 0), {});
     whole.commit();

@@ -23,6 +23,7 @@ struct BoundNode {
     QString source;                  // Column: the alias that the statement gives its table
     QString column;                  // Column
     Operation operation = {};        // Apply
+    bool constant = false;           // the same for all rows, on every engine
     bool aggregate = false;          // here or in an operand, rows are summed up
     std::vector<BoundPtr> operands;  // InList and InSelect: the left side comes first
     QStringList texts;               // InList: its items, if they are no operands

@@ -19,6 +19,10 @@ void matchForComparison(BoundPtr& left, BoundPtr& right) {
         left = convert(std::move(left), ValueType::Boolean);
     if (right->type == ValueType::Boolean)
         right = convert(std::move(right), ValueType::Boolean);
+    if (isNullLiteral(left) || isNullLiteral(right)) {
+        left = convert(std::move(left), right->type);
+        right = convert(std::move(right), left->type);
+    }
     if (left->type == right->type || isNullLiteral(left) || isNullLiteral(right))
         return;
     if (left->type == ValueType::Text || right->type == ValueType::Text)
@@ -33,7 +37,8 @@ void matchForComparison(BoundPtr& left, BoundPtr& right) {
 // them. False when what they are is known to the engine alone.
 bool orderBounds(BoundPtr& low, BoundPtr& high) {
     if (low->kind != BoundKind::Literal || high->kind != BoundKind::Literal ||
-        low->type == ValueType::Null || low->type != high->type || low->type == ValueType::Text)
+        low->value.isNull() || high->value.isNull() || low->type != high->type ||
+        low->type == ValueType::Text)
         return false;
     if (low->value.toDouble() > high->value.toDouble())
         std::swap(low, high);
@@ -183,6 +188,11 @@ BoundPtr inSelect(const BoundPtr& value, std::shared_ptr<const BoundSelect> sele
     BoundPtr right = select->columns.front().value;
     matchForComparison(left, right);
     auto node = makeNode(BoundKind::InSelect, ValueType::Boolean, {std::move(left)});
+    if (right != select->columns.front().value) {
+        auto converted = std::make_shared<BoundSelect>(*select);
+        converted->columns.front().value = std::move(right);
+        select = std::move(converted);
+    }
     node->select = std::move(select);
     return node;
 }

@@ -16,7 +16,8 @@ struct Dialect {
     const char16_t* nullLiteral;
     const char16_t* trueLiteral;
     const char16_t* falseLiteral;
-    const char16_t* dateLiteral;  // $1 is YYYY-MM-DD HH:MM:SS
+    // Where the type of a Null has to be told, $1 is the null literal.
+    const char16_t* dateLiteral;  // $1 is a text: YYYY-MM-DD HH:MM:SS
     const char16_t* wholeLiteral; // $1 are digits ...
     const char16_t* realLiteral;  // ... with a point or an exponent
     const char16_t* keyColumn;    // by which a row is found again

@@ -19,6 +19,8 @@ bool standsInForNull(const std::vector<BoundPtr>& arguments, ValueType type) {
 
 BoundPtr bindChoice(const std::vector<BoundPtr>& arguments) {
     const CatalogColumn format = commonFormat(arguments[1], arguments[2]);
+    if (format.type == ValueType::Null && !arguments[0]->aggregate)
+        return literalNode(Variant::null());
     const bool number = format.type == ValueType::Long || format.type == ValueType::Double;
     if (number && standsInForNull(arguments, format.type))
         return applyNode(Operation::IfNull, format.type,

@@ -212,9 +212,13 @@ QString Generator::select(const BoundSelect& query, const QString& columnTexts) 
 QString Generator::distinct(const BoundSelect& query) {
     if (m_dialect.distinct == Dialect::Distinct::Values)
         return QStringLiteral("DISTINCT ");
-    return QStringLiteral("DISTINCT ON (%1) ")
-        .arg(
-            list(query.columns, [this](const BoundColumn& column) { return text(*column.value); }));
+    QStringList keys;
+    for (const BoundColumn& column : query.columns) {
+        if (!column.value->constant) // an engine may take one for a column's position
+            keys << text(*column.value);
+    }
+    return keys.isEmpty() ? QStringLiteral("DISTINCT ")
+                          : QStringLiteral("DISTINCT ON (%1) ").arg(keys.join(QLatin1String(", ")));
 }
 
 // A text is left out by its key; what is read may have to be the text beside it.
@@ -270,26 +274,40 @@ void Generator::append(const BoundNode& node) {
 }
 
 void Generator::appendLiteral(const BoundNode& literal) {
+    const QString value = literalText(literal.value);
     switch (literal.type) {
-    case ValueType::Null:
-        m_out += QStringView(m_dialect.nullLiteral);
+    case ValueType::Date:
+        m_out += filled(m_dialect.dateLiteral, {value});
         break;
     case ValueType::Boolean:
-        m_out +=
-            QStringView(literal.value.toBoolean() ? m_dialect.trueLiteral : m_dialect.falseLiteral);
-        break;
-    case ValueType::Date:
-        m_out += filled(m_dialect.dateLiteral, {Dates::toIso(literal.value.toDate())});
-        break;
-    case ValueType::Text:
-        m_out += quoted(m_dialect.textQuote, literal.value.toText());
+        m_out += literal.value.isNull() ? filled(m_dialect.wholeLiteral, {value}) : value;
         break;
     case ValueType::Long:
-        m_out += filled(m_dialect.wholeLiteral, {QString::number(literal.value.toLong())});
+        m_out += filled(m_dialect.wholeLiteral, {value});
         break;
     case ValueType::Double:
-        m_out += filled(m_dialect.realLiteral, {realText(literal.value.toDouble())});
+        m_out += filled(m_dialect.realLiteral, {value});
         break;
+    default:
+        m_out += value;
+    }
+}
+
+QString Generator::literalText(const Variant& value) const {
+    switch (value.type()) {
+    case Variant::Type::Boolean:
+        return QString::fromUtf16(value.toBoolean() ? m_dialect.trueLiteral
+                                                    : m_dialect.falseLiteral);
+    case Variant::Type::Date:
+        return quoted(m_dialect.textQuote, Dates::toIso(value.toDate()));
+    case Variant::Type::Text:
+        return quoted(m_dialect.textQuote, value.toText());
+    case Variant::Type::Long:
+        return QString::number(value.toLong());
+    case Variant::Type::Double:
+        return realText(value.toDouble());
+    default:
+        return QString::fromUtf16(m_dialect.nullLiteral);
     }
 }
 

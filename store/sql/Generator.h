@@ -40,6 +40,7 @@ public:
 private:
     void append(const BoundNode& node);
     void appendLiteral(const BoundNode& literal);
+    QString literalText(const Variant& value) const;
     const char16_t* inTemplate(const BoundNode& in) const;
     void appendSet(const BoundNode& in);
     void appendSubquery(const BoundSelect& select);

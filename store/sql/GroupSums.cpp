@@ -7,8 +7,7 @@ namespace tallyroom::sql {
 namespace {
 
 bool isZero(const BoundNode& node) {
-    return node.kind == BoundKind::Literal && node.type == ValueType::Long &&
-           node.value.toLong() == 0;
+    return node.kind == BoundKind::Literal && node.value.sameValue(Variant(0));
 }
 
 } // namespace

@@ -70,7 +70,7 @@ BoundSelect SelectBinder::bind(const SelectStatement& select, const std::vector<
     bindColumns(select);
     bindGroups(select);
     for (const OrderItem& item : sort ? *sort : select.orderBy)
-        m_result.orderBy.push_back(bindOrder(item));
+        addOrder(item);
     checkGroups(select);
     orderByGroups();
     simplifySums();
@@ -129,15 +129,28 @@ void SelectBinder::bindGroups(const SelectStatement& select) {
         m_result.groupBy.push_back(
             asValue(ExpressionBinder(m_context, *m_table, Aggregates::Refused).bind(*group)));
     m_result.totals = m_result.totals || !m_result.groupBy.empty();
-    if (!select.having)
+    if (select.having) {
+        ExpressionBinder binder(m_context, *m_aliases, Aggregates::Allowed);
+        m_result.having = condition(binder.bind(*select.having));
+        m_result.totals = true;
+    }
+    leaveOutConstants();
+}
+
+// To an engine a constant may be a column's position. All rows are one group, but no rows are none.
+void SelectBinder::leaveOutConstants() {
+    if (std::erase_if(m_result.groupBy, [](const BoundPtr& group) { return group->constant; }) ==
+            0 ||
+        !m_result.groupBy.empty())
         return;
-    ExpressionBinder binder(m_context, *m_aliases, Aggregates::Allowed);
-    m_result.having = condition(binder.bind(*select.having));
-    m_result.totals = true;
+    BoundPtr isAny =
+        compare(Operation::Greater, applyNode(Operation::CountAll, ValueType::Long, {}),
+                literalNode(Variant(0)));
+    m_result.having = m_result.having ? logical(Operation::And, {m_result.having, isAny}) : isAny;
 }
 
 // A whole number stands for the column at that position.
-BoundOrder SelectBinder::bindOrder(const OrderItem& item) {
+void SelectBinder::addOrder(const OrderItem& item) {
     BoundPtr value = asValue(
         ExpressionBinder(m_context, *m_aliases, Aggregates::Allowed).bind(*item.expression));
     if (value->kind == BoundKind::Literal && value->type == ValueType::Long) {
@@ -146,7 +159,16 @@ BoundOrder SelectBinder::bindOrder(const OrderItem& item) {
             throw RunError::make(ErrorNumber::syntaxInOrderBy);
         value = m_result.columns[static_cast<std::size_t>(position) - 1].value;
     }
-    return {std::move(value), item.descending};
+    if (value->constant)
+        return; // to an engine it may be a position
+    if (m_result.distinct && !isSelected(value))
+        throw RunError::make(ErrorNumber::orderBesideDistinct, {value->column});
+    m_result.orderBy.push_back({std::move(value), item.descending});
+}
+
+bool SelectBinder::isSelected(const BoundPtr& value) const {
+    return std::ranges::any_of(
+        m_result.columns, [&](const BoundColumn& column) { return sameNode(column.value, value); });
 }
 
 void SelectBinder::checkGroups(const SelectStatement& select) const {

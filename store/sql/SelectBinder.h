@@ -26,7 +26,9 @@ private:
     void bindColumns(const SelectStatement& select);
     void addAllColumns(const QString& table);
     void bindGroups(const SelectStatement& select);
-    BoundOrder bindOrder(const OrderItem& item);
+    void addOrder(const OrderItem& item);
+    bool isSelected(const BoundPtr& value) const;
+    void leaveOutConstants();
     void checkGroups(const SelectStatement& select) const;
     void orderByGroups();
     void simplifySums();

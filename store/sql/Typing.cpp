@@ -38,6 +38,22 @@ bool isCondition(const BoundNode& node) {
            (node.kind == BoundKind::Apply && node.operation <= Operation::NumberAsCondition);
 }
 
+// An engine wants to know the type of a Null that is computed with. Texts are what it takes one
+// for.
+BoundPtr typedNull(BoundPtr value, ValueType type) {
+    const bool isLiteral = value->kind == BoundKind::Literal;
+    if (type == ValueType::Text || (!isLiteral && value->kind != BoundKind::Subquery))
+        return value;
+    auto node = std::make_shared<BoundNode>(*value);
+    node->type = type;
+    if (isLiteral)
+        return node;
+    auto select = std::make_shared<BoundSelect>(*value->select);
+    select->columns.front().value = typedNull(select->columns.front().value, type);
+    node->select = std::move(select);
+    return node;
+}
+
 BoundPtr toNumber(BoundPtr value) {
     switch (value->type) {
     case ValueType::Text:
@@ -46,6 +62,8 @@ BoundPtr toNumber(BoundPtr value) {
         return applyNode(Operation::DateToSerial, ValueType::Double, {std::move(value)});
     case ValueType::Boolean:
         return asValue(std::move(value));
+    case ValueType::Null:
+        return typedNull(std::move(value), ValueType::Double);
     default:
         return value;
     }
@@ -91,6 +109,11 @@ std::shared_ptr<BoundNode> makeNode(BoundKind kind, ValueType type, std::vector<
     node->operands = std::move(operands);
     node->aggregate = std::ranges::any_of(
         node->operands, [](const BoundPtr& operand) { return operand->aggregate; });
+    node->constant = kind == BoundKind::Literal ||
+                     (kind == BoundKind::Apply && !node->operands.empty() &&
+                      std::ranges::all_of(node->operands, [](const BoundPtr& operand) {
+                          return operand->constant;
+                      }));
     return node;
 }
 
@@ -113,6 +136,7 @@ BoundPtr applyNode(Operation operation, ValueType type, std::vector<BoundPtr> op
     auto node = makeNode(BoundKind::Apply, type, std::move(operands), width);
     node->operation = operation;
     node->aggregate = node->aggregate || isAggregate(*node);
+    node->constant = node->constant && !node->aggregate;
     return node;
 }
 
@@ -121,7 +145,9 @@ bool isNullLiteral(const BoundPtr& node) {
 }
 
 BoundPtr convert(BoundPtr value, ValueType type) {
-    if (value->type == type || isNullLiteral(value) || type == ValueType::Null)
+    if (isNullLiteral(value))
+        return typedNull(std::move(value), type);
+    if (value->type == type || type == ValueType::Null)
         return asValue(std::move(value));
     switch (type) {
     case ValueType::Boolean:
@@ -189,6 +215,8 @@ BoundPtr negative(BoundPtr value) {
 }
 
 BoundPtr oneOfValues(Operation operation, BoundPtr value) {
+    if (isNullLiteral(value))
+        value = toNumber(std::move(value));
     const ValueType type = value->type;
     const int width = value->width;
     if (type == ValueType::Text)

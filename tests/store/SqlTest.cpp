@@ -82,10 +82,11 @@ TEST_F(SqlTest, RefusesWhatNestsTooDeeply) {
 }
 
 TEST_F(SqlTest, RefusesListsThatAreTooLong) {
-    for (const char16_t* list : {u"Select 1", u"Select emp_code From Employee Order By 1",
-                                 u"Select Count(*) From Employee Group By 1"})
-        EXPECT_EQ(errorOfSelect(QString::fromUtf16(list) + QStringLiteral(", 1").repeated(3000)),
-                  3360)
+    for (const char16_t* list : {u"Select phone From Employee Order By phone",
+                                 u"Select Count(*) From Employee Group By phone"})
+        EXPECT_EQ(
+            errorOfSelect(QString::fromUtf16(list) + QStringLiteral(", phone").repeated(3000)),
+            3360)
             << QString::fromUtf16(list).toStdString();
 }
 
