@@ -17,8 +17,6 @@ public:
     bool isQuick() const { return m_quick; }
     // The first cells that differ, in words; empty when there are none.
     QString difference() const;
-    // Of the other way.
-    const QStringList& board() const { return m_cells; }
 
 private:
     void add(const std::string& statement);
