@@ -48,6 +48,8 @@ BoundPtr bindFunction(const Function& function, std::vector<BoundPtr> arguments)
         arguments[0] =
             convert(arguments[0],
                     arguments[0]->type == ValueType::Long ? ValueType::Long : ValueType::Double);
+        if (function.operation == Operation::Floor && arguments[0]->type != ValueType::Double)
+            return arguments[0]; // whole already
         break;
     case FunctionShape::Date:
         arguments[0] = convert(arguments[0], ValueType::Date);
