@@ -106,8 +106,7 @@ void PostgresDatabase::readRows(const sql::BoundSelect& query, std::size_t porti
 
 std::unique_ptr<KeyedRows> PostgresDatabase::keyedRows(const sql::BoundSelect& query) {
     requireOpen();
-    session();
-    return std::make_unique<PostgresKeyedRows>(m_session, query);
+    return std::make_unique<PostgresKeyedRows>(m_session, m_whenInUse, query);
 }
 
 // Updates and deletions; of other statements, nothing.

@@ -3,49 +3,22 @@
 // spellings that are the same, capitals come first, for rows are met in any order.
 #include "store/postgres/PostgresDialect.h"
 
-#include <algorithm>
-#include <iterator>
-
 namespace tallyroom {
 
 namespace {
 
 using sql::Operation;
 
-struct Template {
-    Operation operation;
-    const char16_t* text;
-};
-
-constexpr Template templates[] = {
-    {Operation::And, u"($1 AND $2)"},
-    {Operation::Or, u"($1 OR $2)"},
-    {Operation::Not, u"(NOT $1)"},
-    {Operation::Equal, u"($1 = $2)"},
-    {Operation::NotEqual, u"($1 <> $2)"},
-    {Operation::Less, u"($1 < $2)"},
-    {Operation::LessOrEqual, u"($1 <= $2)"},
-    {Operation::Greater, u"($1 > $2)"},
-    {Operation::GreaterOrEqual, u"($1 >= $2)"},
+constexpr sql::OperationTemplate templates[] = {
     {Operation::Between, u"($1 BETWEEN $2 AND $3 OR $1 BETWEEN $3 AND $2)"},
-    {Operation::BetweenOrdered, u"($1 BETWEEN $2 AND $3)"},
     {Operation::SameText,
      u"(tallyroom.tr_nocase($1) COLLATE \"C\" BETWEEN tallyroom.tr_lowest($2) AND "
      u"tallyroom.tr_highest($2) AND "
      u"tallyroom.tr_same($1) = tallyroom.tr_same($2))"},
     {Operation::Like, u"tallyroom.tr_like($1, $2)"},
-    {Operation::IsNull, u"($1 IS NULL)"},
-    {Operation::IsNotNull, u"($1 IS NOT NULL)"},
-    {Operation::NumberAsCondition, u"($1 <> 0)"},
-    {Operation::Negate, u"(- $1)"},
-    {Operation::Add, u"($1 + $2)"},
-    {Operation::Subtract, u"($1 - $2)"},
-    {Operation::Multiply, u"($1 * $2)"},
     {Operation::Divide, u"($1::double precision / nullif($2::double precision, 0))"},
     {Operation::Modulo, u"(tallyroom.tr_long($1) % nullif(tallyroom.tr_long($2), 0))"},
-    {Operation::Join, u"($1 || $2)"},
     {Operation::Concat, u"tallyroom.tr_concat($1, $2)"},
-    {Operation::If, u"(CASE WHEN $1 THEN $2 ELSE $3 END)"},
     {Operation::IfNull, u"coalesce($1, $2)"},
     {Operation::DayOf, u"date_trunc('day', $1)"},
     {Operation::Now, u"date_trunc('second', statement_timestamp()::timestamp)"},
@@ -63,10 +36,6 @@ constexpr Template templates[] = {
     {Operation::Absolute, u"abs($1)"},
     {Operation::Floor, u"floor($1)"},
     {Operation::Sum, u"sum($1)::double precision"},
-    {Operation::Count, u"count($1)"},
-    {Operation::CountAll, u"count(*)"},
-    {Operation::Minimum, u"min($1)"},
-    {Operation::Maximum, u"max($1)"},
     {Operation::FirstText, u"tallyroom.tr_min($1 ORDER BY $1 COLLATE \"C\")"},
     {Operation::LastText, u"tallyroom.tr_max($1 ORDER BY $1 COLLATE \"C\")"},
     {Operation::Average, u"avg($1)::double precision"},
@@ -84,13 +53,6 @@ constexpr Template templates[] = {
     {Operation::Collated, u"(tallyroom.tr_same($1) COLLATE tallyroom.tr_order)"},
     {Operation::AsIndexed, u"$1"},
 };
-
-constexpr std::array<const char16_t*, sql::operationCount> byOperation() {
-    std::array<const char16_t*, sql::operationCount> result{};
-    for (const Template& entry : templates)
-        result[static_cast<std::size_t>(entry.operation)] = entry.text;
-    return result;
-}
 
 constexpr sql::Dialect dialect = {
     .nameQuote = u'"',
@@ -120,12 +82,8 @@ constexpr sql::Dialect dialect = {
     .inTexts = u"(tallyroom.tr_same($1) IN (SELECT tallyroom.tr_same(\"v\") FROM ($2) AS texts))",
     .inCaseBlindTexts = u"($1 = ANY (tallyroom.tr_nocase_all($2)))",
     .inCollatedTexts = u"($1 = ANY (tallyroom.tr_same_all($2)))",
-    .operations = byOperation(),
+    .operations = sql::allTemplates(templates),
 };
-
-static_assert(std::size(templates) == sql::operationCount &&
-                  std::ranges::none_of(dialect.operations, [](auto text) { return !text; }),
-              "each operation has one template");
 
 } // namespace
 

@@ -21,11 +21,17 @@ std::vector<qint64> keysOf(const PostgresResult& result) {
 } // namespace
 
 PostgresKeyedRows::PostgresKeyedRows(std::shared_ptr<PostgresSession> session,
-                                     const sql::BoundSelect& query)
-    : m_session(std::move(session)), m_query(query) {}
+                                     const WhenInUse& whenInUse, const sql::BoundSelect& query)
+    : m_session(std::move(session)), m_whenInUse(whenInUse), m_query(query) {}
+
+// Others of the site may have set it otherwise.
+PostgresSession& PostgresKeyedRows::session() {
+    m_session->setWhenInUse(m_whenInUse);
+    return *m_session;
+}
 
 std::vector<qint64> PostgresKeyedRows::keys() {
-    m_keys = keysOf(m_session->read(postgresGenerator().keys(m_query)));
+    m_keys = keysOf(session().read(postgresGenerator().keys(m_query)));
     m_positions.clear();
     m_positions.reserve(static_cast<qsizetype>(m_keys.size()));
     for (const qint64 key : m_keys)
@@ -36,7 +42,7 @@ std::vector<qint64> PostgresKeyedRows::keys() {
 
 // What is found is read next.
 std::vector<qint64> PostgresKeyedRows::find(const sql::BoundPtr& criteria) {
-    const PostgresResult result = m_session->read(postgresGenerator().rowsWhere(m_query, criteria));
+    const PostgresResult result = session().read(postgresGenerator().rowsWhere(m_query, criteria));
     take(result);
     return keysOf(result);
 }
@@ -64,7 +70,7 @@ void PostgresKeyedRows::readAhead(qint64 key) {
     for (qsizetype at = first; at < (own ? total : std::min(first + portion, total)); ++at)
         keys << QString::number(m_keys[static_cast<std::size_t>(at)]);
     m_ahead.clear();
-    take(m_session->read(postgresGenerator().rowsByKey(m_query), {PostgresParameter(keys)}));
+    take(session().read(postgresGenerator().rowsByKey(m_query), {PostgresParameter(keys)}));
 }
 
 // What is written here changes no other row.
@@ -74,7 +80,7 @@ PostgresResult PostgresKeyedRows::write(const QString& native, const Row& values
     if (key)
         parameters.emplace_back(*key);
     const bool current = m_asOf == changes();
-    PostgresResult result = m_session->write(m_query.source->table->place, native, parameters);
+    PostgresResult result = session().write(m_query.source->table->place, native, parameters);
     if (current)
         m_asOf = changes();
     if (key)

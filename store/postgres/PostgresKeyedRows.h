@@ -11,7 +11,9 @@ namespace tallyroom {
 // session's own tables, which are read whole.
 class PostgresKeyedRows final : public KeyedRows {
 public:
-    PostgresKeyedRows(std::shared_ptr<PostgresSession> session, const sql::BoundSelect& query);
+    // `whenInUse` is the database's, which outlives this.
+    PostgresKeyedRows(std::shared_ptr<PostgresSession> session, const WhenInUse& whenInUse,
+                      const sql::BoundSelect& query);
 
     std::vector<qint64> keys() override;
     std::vector<qint64> find(const sql::BoundPtr& criteria) override;
@@ -26,7 +28,10 @@ private:
     void take(const PostgresResult& rows);
     PostgresResult write(const QString& native, const Row& values, std::optional<qint64> key);
 
+    PostgresSession& session();
+
     std::shared_ptr<PostgresSession> m_session;
+    const WhenInUse& m_whenInUse;
     const sql::BoundSelect& m_query;
     std::vector<qint64> m_keys; // as the query gave them
     QHash<qint64, qsizetype> m_positions;

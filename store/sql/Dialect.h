@@ -4,7 +4,9 @@
 #include "store/sql/Operation.h"
 
 #include <QChar>
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace tallyroom::sql {
 
@@ -50,5 +52,53 @@ struct Dialect {
         return operations[static_cast<std::size_t>(operation)];
     }
 };
+
+struct OperationTemplate {
+    Operation operation;
+    const char16_t* text;
+};
+
+// How every engine writes these.
+inline constexpr OperationTemplate standardTemplates[] = {
+    {Operation::And, u"($1 AND $2)"},
+    {Operation::Or, u"($1 OR $2)"},
+    {Operation::Not, u"(NOT $1)"},
+    {Operation::Equal, u"($1 = $2)"},
+    {Operation::NotEqual, u"($1 <> $2)"},
+    {Operation::Less, u"($1 < $2)"},
+    {Operation::LessOrEqual, u"($1 <= $2)"},
+    {Operation::Greater, u"($1 > $2)"},
+    {Operation::GreaterOrEqual, u"($1 >= $2)"},
+    {Operation::BetweenOrdered, u"($1 BETWEEN $2 AND $3)"},
+    {Operation::IsNull, u"($1 IS NULL)"},
+    {Operation::IsNotNull, u"($1 IS NOT NULL)"},
+    {Operation::NumberAsCondition, u"($1 <> 0)"},
+    {Operation::Negate, u"(- $1)"},
+    {Operation::Add, u"($1 + $2)"},
+    {Operation::Subtract, u"($1 - $2)"},
+    {Operation::Multiply, u"($1 * $2)"},
+    {Operation::Join, u"($1 || $2)"},
+    {Operation::If, u"(CASE WHEN $1 THEN $2 ELSE $3 END)"},
+    {Operation::Count, u"count($1)"},
+    {Operation::CountAll, u"count(*)"},
+    {Operation::Minimum, u"min($1)"},
+    {Operation::Maximum, u"max($1)"},
+};
+
+// The standard templates and an engine's own, by operation. Does not compile unless each operation
+// has one template.
+template<std::size_t count>
+consteval std::array<const char16_t*, operationCount>
+allTemplates(const OperationTemplate (&own)[count]) {
+    static_assert(std::size(standardTemplates) + count == operationCount);
+    std::array<const char16_t*, operationCount> result{};
+    const auto take = [&result](const OperationTemplate& entry) {
+        const char16_t*& text = result[static_cast<std::size_t>(entry.operation)];
+        text = text ? throw "two templates for an operation" : entry.text;
+    };
+    std::ranges::for_each(standardTemplates, take);
+    std::ranges::for_each(own, take);
+    return result;
+}
 
 } // namespace tallyroom::sql

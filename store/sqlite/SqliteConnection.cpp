@@ -1,10 +1,9 @@
 #include "store/sqlite/SqliteConnection.h"
 
+#include "store/engine/TypedValue.h"
 #include "store/sqlite/SqliteErrors.h"
 #include "store/sqlite/SqliteFunctions.h"
 
-#include <cmath>
-#include <limits>
 #include <sqlite3.h>
 
 namespace tallyroom {
@@ -49,33 +48,6 @@ bool isSound(sqlite3* handle) {
     return sqlite3_exec(handle, "PRAGMA target.quick_check(1)", takeAnswer, &sound, nullptr) ==
                SQLITE_OK &&
            sound;
-}
-
-Variant wholeNumber(double number) {
-    const bool fits =
-        number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<int>::max();
-    return fits ? Variant(static_cast<int>(number)) : Variant(number);
-}
-
-Variant typedNumber(double number, sql::ValueType type) {
-    switch (type) {
-    case sql::ValueType::Boolean:
-        return Variant(number != 0);
-    case sql::ValueType::Long:
-        return wholeNumber(std::nearbyint(number));
-    case sql::ValueType::Date:
-        return Dates::isInRange({number}) ? Variant(Date{number}) : Variant(number);
-    default:
-        return {number};
-    }
-}
-
-Variant typedText(const QString& text, sql::ValueType type) {
-    if (type == sql::ValueType::Date) {
-        if (const auto date = Dates::fromIso(text))
-            return {*date};
-    }
-    return {text};
 }
 
 } // namespace

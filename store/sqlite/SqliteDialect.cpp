@@ -1,47 +1,20 @@
 // SQLite. Functions that begin with "tr_" are those of SqliteFunctions.
 #include "store/sqlite/SqliteDialect.h"
 
-#include <algorithm>
-#include <iterator>
-
 namespace tallyroom {
 
 namespace {
 
 using sql::Operation;
 
-struct Template {
-    Operation operation;
-    const char16_t* text;
-};
-
-constexpr Template templates[] = {
-    {Operation::And, u"($1 AND $2)"},
-    {Operation::Or, u"($1 OR $2)"},
-    {Operation::Not, u"(NOT $1)"},
-    {Operation::Equal, u"($1 = $2)"},
-    {Operation::NotEqual, u"($1 <> $2)"},
-    {Operation::Less, u"($1 < $2)"},
-    {Operation::LessOrEqual, u"($1 <= $2)"},
-    {Operation::Greater, u"($1 > $2)"},
-    {Operation::GreaterOrEqual, u"($1 >= $2)"},
+constexpr sql::OperationTemplate templates[] = {
     {Operation::Between, u"($1 BETWEEN min($2, $3) AND max($2, $3))"},
-    {Operation::BetweenOrdered, u"($1 BETWEEN $2 AND $3)"},
     {Operation::SameText, u"($1 COLLATE NOCASE BETWEEN tr_lowest($2) AND tr_highest($2) AND "
                           u"$1 COLLATE TR_TEXT = $2)"},
     {Operation::Like, u"tr_like($1, $2)"},
-    {Operation::IsNull, u"($1 IS NULL)"},
-    {Operation::IsNotNull, u"($1 IS NOT NULL)"},
-    {Operation::NumberAsCondition, u"($1 <> 0)"},
-    {Operation::Negate, u"(- $1)"},
-    {Operation::Add, u"($1 + $2)"},
-    {Operation::Subtract, u"($1 - $2)"},
-    {Operation::Multiply, u"($1 * $2)"},
     {Operation::Divide, u"(CAST($1 AS REAL) / $2)"},
     {Operation::Modulo, u"(tr_long($1) % tr_long($2))"},
-    {Operation::Join, u"($1 || $2)"},
     {Operation::Concat, u"tr_concat($1, $2)"},
-    {Operation::If, u"(CASE WHEN $1 THEN $2 ELSE $3 END)"},
     {Operation::IfNull, u"ifnull($1, $2)"},
     {Operation::DayOf, u"(substr($1, 1, 10) || ' 00:00:00')"},
     {Operation::Now, u"datetime('now', 'localtime')"},
@@ -59,10 +32,6 @@ constexpr Template templates[] = {
     {Operation::Absolute, u"abs($1)"},
     {Operation::Floor, u"tr_floor($1)"},
     {Operation::Sum, u"sum($1)"},
-    {Operation::Count, u"count($1)"},
-    {Operation::CountAll, u"count(*)"},
-    {Operation::Minimum, u"min($1)"},
-    {Operation::Maximum, u"max($1)"},
     {Operation::FirstText, u"min($1 COLLATE NOCASE)"},
     {Operation::LastText, u"max($1 COLLATE NOCASE)"},
     {Operation::Average, u"avg($1)"},
@@ -80,13 +49,6 @@ constexpr Template templates[] = {
     {Operation::Collated, u"$1 COLLATE TR_TEXT"},
     {Operation::AsIndexed, u"$1 COLLATE NOCASE"},
 };
-
-constexpr std::array<const char16_t*, sql::operationCount> byOperation() {
-    std::array<const char16_t*, sql::operationCount> result{};
-    for (const Template& entry : templates)
-        result[static_cast<std::size_t>(entry.operation)] = entry.text;
-    return result;
-}
 
 constexpr sql::Dialect dialect = {
     .nameQuote = u'"',
@@ -117,12 +79,8 @@ constexpr sql::Dialect dialect = {
                u"json_each(tr_spellings(\"v\"))))",
     .inCaseBlindTexts = u"($1 IN (SELECT value FROM json_each($2)))",
     .inCollatedTexts = u"($1 IN (SELECT value FROM json_each($2)))",
-    .operations = byOperation(),
+    .operations = sql::allTemplates(templates),
 };
-
-static_assert(std::size(templates) == sql::operationCount &&
-                  std::ranges::none_of(dialect.operations, [](auto text) { return !text; }),
-              "each operation has one template");
 
 } // namespace
 
