@@ -235,8 +235,9 @@ void CanvassBoard::fillGrid(GridFill& grid, const std::function<void()>& unknown
 void CanvassBoard::record(const AnswerRequest& request) {
     if (isCutOff()) {
         build();
-        showCommand(QStringLiteral("The connection was lost: this is what has been recorded, and "
-                                   "nothing since"));
+        showCommand(isCutOff() ? Said::nothingRecorded
+                               : QStringLiteral("The connection was lost: this is what has been "
+                                                "recorded, and nothing since"));
         return;
     }
     WaitPointer::show();
