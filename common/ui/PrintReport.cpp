@@ -1,5 +1,6 @@
 #include "common/ui/PrintReport.h"
 
+#include "common/pages/ReportLayout.h"
 #include "common/ui/Events.h"
 #include "common/ui/Messages.h"
 #include "common/ui/WaitPointer.h"
@@ -116,21 +117,14 @@ private:
 
     void paintPages(QPainter& painter, QPrinter& printer) const {
         const double point = printer.resolution() / 72.0;
-        const PageFrame frame(m_report.frame(),
-                              printer.pageLayout().paintRectPixels(printer.resolution()).size(),
-                              point);
-        const QRectF room = frame.room();
-        const std::unique_ptr<Pages> pages = m_report.pages(room.size(), point);
-        painter.setLayoutDirection(Qt::LeftToRight); // the columns run so in every language
+        const ReportLayout layout(
+            m_report, printer.pageLayout().paintRectPixels(printer.resolution()).size(), point);
         bool isFirst = true;
-        for (const int page : sheets(printer, pages->count())) {
+        for (const int page : sheets(printer, layout.count())) {
             if (!isFirst)
                 printer.newPage();
             isFirst = false;
-            frame.paint(painter, page, pages->count());
-            painter.translate(room.topLeft());
-            pages->paint(painter, page);
-            painter.translate(-room.topLeft());
+            layout.paint(painter, page);
         }
     }
 

@@ -1,35 +1,11 @@
-// Printing a report, whatever its pages are made of.
+// Printing a report.
 #pragma once
 
-#include "common/ui/PageFrame.h"
+#include "common/pages/PageSource.h"
 
-#include <QPageLayout>
 #include <QWidget>
-#include <memory>
 
 namespace tallyroom {
-
-// The pages of a report for one size of paper. Each fills the room in its frame.
-class Pages {
-public:
-    virtual ~Pages() = default;
-
-    virtual int count() const = 0; // at least 1
-    // Pages are counted from 1; the painter's origin is the upper left corner of the room.
-    virtual void paint(QPainter& painter, int page) const = 0;
-};
-
-// What can be printed: the same frame on every page, and pages that count and paint themselves.
-class PageSource {
-public:
-    virtual ~PageSource() = default;
-
-    virtual const ReportFrame& frame() const = 0;
-    virtual QPageLayout::Orientation orientation(const QPageLayout& paper) const = 0;
-    // `room` is in pixels of a device with `point` pixels to the point. The pages live no longer
-    // than the source.
-    virtual std::unique_ptr<Pages> pages(QSizeF room, double point) const = 0;
-};
 
 // Asks whether the report is to be printed, then shows it in a preview from which it goes to a
 // printer or into a PDF file. Leaving either writes nothing. What cannot be written is reported.

@@ -1,4 +1,5 @@
-#include "common/ui/TableReport.h"
+#include "common/ui/PrintReport.h"
+#include "common/pages/TableReport.h"
 
 #include "common/DateParser.h"
 #include "tests/support/PrintedPages.h"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "common/TextTable.h"
-#include "common/ui/PrintReport.h"
+#include "common/pages/PageSource.h"
 
 #include <QFont>
 #include <vector>
@@ -16,6 +16,7 @@ struct ReportColumn {
     // Above 0 every row has a line here to be written on, as long as this, or a little shorter
     // where room is scarce. In millimetres.
     double lineLength = 0;
+    bool isBox = false; // to be ticked, instead of the line
 };
 
 struct ReportTable {
@@ -54,8 +55,10 @@ public:
 
     int count() const override; // a table without rows is its headings
     void paint(QPainter& painter, int page) const override;
+    double height(int page) const; // that its rows take, with the headings
 
 private:
+    std::pair<std::size_t, std::size_t> rowsOf(int page) const; // the first, and behind the last
     void chooseFont();
     void chooseColumnWidths();
     void narrowColumns(double excess);
@@ -63,11 +66,13 @@ private:
     void spreadColumns(double spare);
     void chooseHeights();
 
+    double writingHeight() const; // points
     bool hasLines() const { return m_natural.lines() > 0; }
     QFont rowFont(bool bold = false) const;
     QRectF cell(std::size_t column, double top, double height) const;
     void paintHeadings(QPainter& painter) const;
     void paintRow(QPainter& painter, std::size_t row, double top) const;
+    void paintBox(QPainter& painter, const QRectF& place) const;
     QString cellText(const QFontMetricsF& metrics, std::size_t row, std::size_t column) const;
 
     const ReportTable& m_table;

@@ -1,4 +1,4 @@
-#include "common/ui/TablePages.h"
+#include "common/pages/TablePages.h"
 
 #include <QFontMetricsF>
 #include <algorithm>
@@ -15,6 +15,7 @@ constexpr double uprightFont = 9;    // the smallest for which a page stays upri
 constexpr double readableFont = 6.5; // below, elastic columns give way first
 constexpr double smallestFont = 3;   // for pages of no sensible size
 constexpr double signingHeight = 24; // of a row in which somebody signs
+constexpr double notingHeight = 17;  // of a row in which something short is written
 constexpr double underLine = 4;      // between such a line and the next row
 constexpr double hairline = 0.4;
 
@@ -23,6 +24,9 @@ constexpr double gap = 0.9; // between columns
 constexpr double widestGap = 3;
 constexpr double narrowestElastic = 8; // that a column gives way to
 constexpr double lineIndent = 1;       // of a line to write on, off the figures before it
+
+constexpr double longestNote = 20; // millimetres of a line, above which it is for a signature
+constexpr double boxSize = 0.55;   // of a row's height
 
 constexpr double leastLine = 0.65; // of a line's length, where room is scarce
 constexpr double pointsPerMillimetre = 72 / 25.4;
@@ -161,9 +165,16 @@ void TablePages::chooseHeights() {
     m_headingHeight += 3 * m_point;
     m_rowHeight = QFontMetricsF(rowFont()).height() * 1.2;
     if (hasLines())
-        m_rowHeight = std::max(m_rowHeight, signingHeight * m_point);
+        m_rowHeight = std::max(m_rowHeight, writingHeight() * m_point);
     const double room = m_room.height() - m_headingHeight;
     m_rowsPerPage = static_cast<std::size_t>(std::max(1.0, std::floor(room / m_rowHeight)));
+}
+
+double TablePages::writingHeight() const {
+    const bool isSigned = std::ranges::any_of(m_table.columns, [](const ReportColumn& column) {
+        return column.lineLength > longestNote;
+    });
+    return isSigned ? signingHeight : notingHeight;
 }
 
 QFont TablePages::rowFont(bool bold) const {
@@ -175,14 +186,22 @@ int TablePages::count() const {
     return static_cast<int>(std::max<std::size_t>(1, (rows + m_rowsPerPage - 1) / m_rowsPerPage));
 }
 
+std::pair<std::size_t, std::size_t> TablePages::rowsOf(int page) const {
+    const std::size_t first = static_cast<std::size_t>(page - 1) * m_rowsPerPage;
+    return {first, std::min(first + m_rowsPerPage, m_table.rows.size())};
+}
+
+double TablePages::height(int page) const {
+    const auto [first, end] = rowsOf(page);
+    return m_headingHeight + static_cast<double>(end - first) * m_rowHeight;
+}
+
 void TablePages::paint(QPainter& painter, int page) const {
     painter.setPen(Qt::black);
     paintHeadings(painter);
-    const std::size_t first = static_cast<std::size_t>(page - 1) * m_rowsPerPage;
-    const std::size_t end = std::min(first + m_rowsPerPage, m_table.rows.size());
     painter.setFont(rowFont());
     double top = m_headingHeight;
-    for (std::size_t row = first; row < end; ++row, top += m_rowHeight)
+    for (auto [row, end] = rowsOf(page); row < end; ++row, top += m_rowHeight)
         paintRow(painter, row, top);
 }
 
@@ -214,6 +233,10 @@ void TablePages::paintRow(QPainter& painter, std::size_t row, double top) const 
     const QFontMetricsF metrics(painter.font());
     const double height = m_rowHeight - (hasLines() ? underLine * m_point : 0);
     for (std::size_t at = 0; at < m_widths.size(); ++at) {
+        if (m_table.columns[at].isBox) {
+            paintBox(painter, cell(at, top, m_rowHeight));
+            continue;
+        }
         const auto place = aligned(m_table.columns[at].alignment) |
                            (hasLines() ? Qt::AlignBottom : Qt::AlignVCenter);
         painter.drawText(cell(at, top, height),
@@ -222,6 +245,13 @@ void TablePages::paintRow(QPainter& painter, std::size_t row, double top) const 
     }
     painter.setPen(QPen(Qt::lightGray, hairline * m_point));
     painter.drawLine(QPointF(0, top + m_rowHeight), QPointF(m_room.width(), top + m_rowHeight));
+}
+
+void TablePages::paintBox(QPainter& painter, const QRectF& place) const {
+    const double size = boxSize * m_rowHeight;
+    painter.setPen(QPen(Qt::black, hairline * m_point * 1.5));
+    painter.drawRect(QRectF(place.left(), place.center().y() - size / 2, size, size));
+    painter.setPen(Qt::black);
 }
 
 QString TablePages::cellText(const QFontMetricsF& metrics, std::size_t row,

@@ -1,4 +1,4 @@
-#include "common/ui/TableReport.h"
+#include "common/pages/TableReport.h"
 
 namespace tallyroom {
 

@@ -1,4 +1,4 @@
-#include "common/ui/PageFrame.h"
+#include "common/pages/PageFrame.h"
 
 #include <QFontMetricsF>
 #include <algorithm>
@@ -88,7 +88,9 @@ void PageFrame::paintFoot(QPainter& painter, int page, int pageCount) const {
     const QRectF foot(0, m_page.height() - metrics.height(), m_page.width(), metrics.height());
     const QString number = QStringLiteral("Page %1 of %2").arg(page).arg(pageCount);
     const QString when = Dates::format(m_frame.printedAt, QStringLiteral("mm/dd/yyyy hh:mm am/pm"));
-    const QString printed = QStringLiteral("Printed %1 by %2").arg(when, m_frame.printedBy);
+    const QString by =
+        m_frame.printedBy.isEmpty() ? QString() : QStringLiteral(" by ") + m_frame.printedBy;
+    const QString printed = QStringLiteral("Printed %1%2").arg(when, by);
     const double room = foot.width() - metrics.horizontalAdvance(number) - 2 * metrics.height();
     painter.drawText(foot, static_cast<int>(Qt::AlignLeft) | Qt::TextSingleLine,
                      metrics.elidedText(printed, Qt::ElideRight, room));

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "common/TextTable.h"
-#include "common/ui/PrintReport.h"
-#include "common/ui/TablePages.h"
+#include "common/pages/PageSource.h"
+#include "common/pages/TablePages.h"
 
 #include <optional>
 
