@@ -11,6 +11,7 @@ constexpr int codeWidth = 9;
 constexpr int nameWidth = 50;
 constexpr int phoneWidth = 20;
 constexpr int widestText = 255;
+constexpr int commandWidth = 36; // a UUID
 
 constexpr Column assocColumns[] = {
     {u"Accepted", Text, codeWidth},
@@ -45,11 +46,47 @@ constexpr Index auditIndexes[] = {
     {u"TLYR_Audit_Employee", auditEmployee},
 };
 
+// Where employees stood when their answers were given. The rows of one command share its number;
+// the first has no employee and holds the list as it stood, the others belong to one row of the
+// audit each and repeat its key.
+constexpr Column standingColumns[] = {
+    {u"Command", Text, commandWidth},
+    {u"Now", Date},
+    {u"User", Text, widestText},
+    {u"Emp_Code", Text, codeWidth},
+    {u"Date", Date},
+    {u"Action", Long}, // as in the audit: 2 once the answer was deleted there
+    {u"OT", Long},
+    {u"tHistField", Text, nameWidth},
+    {u"Place", Long},  // from 1
+    {u"Listed", Long}, // how many were on the board
+    {u"Total", Long},  // minutes, as the board showed them
+    {u"Seniority", Double},
+    {u"Details", Memo},
+};
+constexpr const char16_t* standingEmployee[] = {u"Emp_Code", u"Date"};
+constexpr const char16_t* standingCommand[] = {u"Command"};
+constexpr Index standingIndexes[] = {
+    {u"TLYR_Standing_Employee", standingEmployee},
+    {u"TLYR_Standing_Command", standingCommand},
+};
+
+// What came of a call that ended without an answer.
+constexpr Column contactColumns[] = {
+    {u"Now", Date},     {u"User", Text, widestText},   {u"Emp_Code", Text, codeWidth},
+    {u"Date", Date}, // of the overtime
+    {u"Outcome", Long}, {u"Remark", Text, widestText},
+};
+constexpr const char16_t* contactDay[] = {u"Date", u"Emp_Code"};
+constexpr Index contactIndexes[] = {{u"TLYR_Contact_Day", contactDay}};
+
 constexpr Table addInTables[] = {
     {u"tlyr_assoc", assocColumns, {}},
     {u"tlyr_period", periodColumns, {}},
     {u"tlyr_order", orderColumns, {}},
     {u"TLYR_Audit", auditColumns, auditIndexes},
+    {u"TLYR_Standing", standingColumns, standingIndexes},
+    {u"TLYR_Contact", contactColumns, contactIndexes},
 };
 
 // The minute columns have no default: an employee without history keeps Null in them.
