@@ -1,6 +1,7 @@
 #include "canvass/CanvassBoard.h"
 
 #include "audit/DeskNews.h"
+#include "board/SortExpression.h"
 #include "canvass/AnswerNews.h"
 #include "canvass/BoardControls.h"
 #include "canvass/CanvassFill.h"
@@ -8,7 +9,6 @@
 #include "canvass/DerivedColumns.h"
 #include "canvass/QuickBuild.h"
 #include "canvass/ReportDetails.h"
-#include "canvass/SortExpression.h"
 #include "common/DateParser.h"
 #include "common/ui/Events.h"
 #include "common/ui/Messages.h"

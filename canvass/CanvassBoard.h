@@ -1,8 +1,8 @@
 // The board in the main window: its figures, its grid and the line under it.
 #pragma once
 
+#include "audit/AnswersOfDay.h"
 #include "canvass/AnswerRecording.h"
-#include "canvass/AnswersOfDay.h"
 #include "canvass/BoardStatus.h"
 #include "canvass/BoardStatusBar.h"
 #include "canvass/Offer.h"

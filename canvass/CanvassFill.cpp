@@ -1,6 +1,6 @@
 #include "canvass/CanvassFill.h"
 
-#include "canvass/CellText.h"
+#include "board/CellText.h"
 #include "store/Database.h"
 #include "store/Readable.h"
 

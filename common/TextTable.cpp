@@ -16,6 +16,21 @@ QString quoted(const QString& text) {
     return cell;
 }
 
+std::vector<QStringList> linesOf(const TextTable& table) {
+    std::vector<QStringList> lines(1);
+    for (const TextTable::Column& column : table.columns)
+        lines.front() << column.heading;
+    lines.insert(lines.end(), table.rows.begin(), table.rows.end());
+    return lines;
+}
+
+qsizetype widest(const std::vector<QStringList>& lines, qsizetype column) {
+    qsizetype width = 0;
+    for (const QStringList& cells : lines)
+        width = std::max(width, cells.value(column).size());
+    return width;
+}
+
 } // namespace
 
 bool TextTable::isBlank() const {
@@ -35,6 +50,28 @@ QString tabSeparated(const TextTable& table) {
         lines += cells.join(QLatin1Char('\t')) + QLatin1Char('\n');
     }
     return lines;
+}
+
+QString aligned(const TextTable& table) {
+    std::vector<QStringList> lines = linesOf(table);
+    for (std::size_t at = 0; at < table.columns.size(); ++at) {
+        const auto column = static_cast<qsizetype>(at);
+        const qsizetype width = widest(lines, column);
+        const bool isRight = table.columns[at].alignment == CellAlignment::Right;
+        for (QStringList& cells : lines) {
+            cells.resize(static_cast<qsizetype>(table.columns.size()));
+            cells[column] =
+                isRight ? cells[column].rightJustified(width) : cells[column].leftJustified(width);
+        }
+    }
+    QString text;
+    for (const QStringList& cells : lines) {
+        text += cells.join(QStringLiteral("  "));
+        while (text.endsWith(QLatin1Char(' ')))
+            text.chop(1);
+        text += QLatin1Char('\n');
+    }
+    return text;
 }
 
 } // namespace tallyroom

@@ -24,4 +24,7 @@ struct TextTable {
 // The headings and rows as tab-separated lines, as spreadsheets take them.
 QString tabSeparated(const TextTable& table);
 
+// The same as lines for a screen of one pitch: every column as wide as its widest text.
+QString aligned(const TextTable& table);
+
 } // namespace tallyroom

@@ -1,5 +1,8 @@
 #include "host/BoardPicture.h"
 
+#include "common/TextTable.h"
+#include "host/ExitCodes.h"
+
 #include <QApplication>
 #include <QLabel>
 #include <QMessageBox>
@@ -16,41 +19,22 @@ constexpr int pollInterval = 20; // milliseconds
 constexpr qint64 longestWait =
     60000; // milliseconds in which the event loop runs and no board comes
 
-// The texts of the visible columns, row by row, the heading first.
-std::vector<QStringList> visibleTexts(const QTableView& table) {
-    const QAbstractItemModel& model = *table.model();
-    std::vector<QStringList> lines;
-    for (int row = -1; row < model.rowCount(); ++row) {
-        QStringList cells;
-        for (int column = 0; column < model.columnCount(); ++column) {
-            if (!table.isColumnHidden(column))
-                cells << (row < 0 ? model.headerData(column, Qt::Horizontal)
-                                  : model.index(row, column).data())
-                             .toString();
-        }
-        lines.push_back(cells);
-    }
-    return lines;
-}
-
-std::vector<bool> rightAligned(const QTableView& table) {
-    const QAbstractItemModel& model = *table.model();
-    std::vector<bool> result;
+// The texts of the visible columns.
+TextTable visibleTexts(const QTableView& view) {
+    const QAbstractItemModel& model = *view.model();
+    TextTable table;
+    table.rows.resize(static_cast<std::size_t>(model.rowCount()));
     for (int column = 0; column < model.columnCount(); ++column) {
-        const int alignment = model.index(0, column).data(Qt::TextAlignmentRole).toInt();
-        if (!table.isColumnHidden(column))
-            result.push_back((alignment & Qt::AlignRight) != 0);
+        if (view.isColumnHidden(column))
+            continue;
+        const int place = model.index(0, column).data(Qt::TextAlignmentRole).toInt();
+        table.columns.push_back(
+            {model.headerData(column, Qt::Horizontal).toString(),
+             (place & Qt::AlignRight) != 0 ? CellAlignment::Right : CellAlignment::Left});
+        for (int row = 0; row < model.rowCount(); ++row)
+            table.rows[static_cast<std::size_t>(row)] << model.index(row, column).data().toString();
     }
-    return result;
-}
-
-std::vector<int> widest(const std::vector<QStringList>& lines) {
-    std::vector<int> widths(static_cast<std::size_t>(lines.front().size()), 0);
-    for (const QStringList& cells : lines) {
-        for (std::size_t at = 0; at < widths.size(); ++at)
-            widths[at] = std::max(widths[at], static_cast<int>(cells[static_cast<int>(at)].size()));
-    }
-    return widths;
+    return table;
 }
 
 QString windowText(const QWidget& window) {
@@ -65,23 +49,7 @@ QString windowText(const QWidget& window) {
 } // namespace
 
 QString tableText(const QTableView& table) {
-    const std::vector<QStringList> lines = visibleTexts(table);
-    const std::vector<bool> isRight = rightAligned(table);
-    const std::vector<int> widths = widest(lines);
-    QString text;
-    for (const QStringList& cells : lines) {
-        QString line;
-        for (std::size_t at = 0; at < widths.size(); ++at) {
-            const QString& cell = cells[static_cast<int>(at)];
-            line +=
-                (isRight[at] ? cell.rightJustified(widths[at]) : cell.leftJustified(widths[at])) +
-                QStringLiteral("  ");
-        }
-        while (line.endsWith(QLatin1Char(' ')))
-            line.chop(1);
-        text += line + QLatin1Char('\n');
-    }
-    return text;
+    return aligned(visibleTexts(table));
 }
 
 BoardPicture::BoardPicture(const QString& file) : m_file(file) {

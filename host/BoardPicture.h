@@ -15,13 +15,11 @@ QString tableText(const QTableView& table);
 
 // Watches while the add-in's own event loop runs. When another window stands in the board's way,
 // what it says goes to standard error, its picture is saved, and the process ends with that exit
-// code at once: nobody is there to answer it.
+// exitUnexpectedWindow at once: nobody is there to answer it.
 class BoardPicture : public QObject {
     Q_OBJECT
 
 public:
-    static constexpr int exitUnexpectedWindow = 4;
-
     explicit BoardPicture(const QString& file);
 
     bool isTaken() const { return m_isTaken; }

@@ -2,6 +2,7 @@
 
 #include "host/BoardPicture.h"
 #include "host/BoardWatch.h"
+#include "host/ExitCodes.h"
 #include "host/Host.h"
 #include "host/HostMessages.h"
 #include "host/KeptMemory.h"

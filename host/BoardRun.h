@@ -5,12 +5,6 @@
 
 namespace tallyroom::host {
 
-// How the program ends; a picture may end otherwise, see BoardPicture.
-inline constexpr int exitSuccess = 0;
-inline constexpr int exitFailure = 1;
-inline constexpr int exitUsage = 2;
-inline constexpr int exitNoDisplay = 3;
-
 // Calls the entry, taking a picture of the board if one is wanted, and returns how to end: with
 // failure, and a line on standard error, when the board was to come up and did not. Why it did not
 // the add-in has shown itself. Raises what the host raises.

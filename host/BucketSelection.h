@@ -2,7 +2,7 @@
 #pragma once
 
 #include "common/Objects.h"
-#include "host/HostData.h"
+#include "reports/HostData.h"
 
 #include <vector>
 

@@ -3,10 +3,12 @@
 #include "common/RunError.h"
 #include "common/look/Contrast.h"
 #include "host/BoardRun.h"
+#include "host/ExitCodes.h"
 #include "host/Host.h"
 #include "host/HostMessages.h"
 #include "host/Options.h"
 #include "host/RecentFolders.h"
+#include "host/ReportRun.h"
 #include "host/copy/DataCopy.h"
 #include "host/demo/DemoData.h"
 #include "host/frmStart.h"
@@ -108,6 +110,13 @@ void useLargeScreen(QTemporaryFile& screens) {
     qputenv("QT_QPA_PLATFORM", platform);
 }
 
+// Fonts and pictures take a platform, but nothing is shown.
+int report(const Options& options, int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(argc, argv);
+    return runReport(options.dataFolder, options.user, options.report);
+}
+
 int run(const Options& options, int argc, char** argv) {
     QTemporaryFile screens;
     if (!options.pictureFile.isEmpty())
@@ -149,6 +158,8 @@ int main(int argc, char** argv) {
         return createData(parsed.options->demo);
     case Command::CopyData:
         return copy(parsed.options->copiedFrom, parsed.options->copiedTo);
+    case Command::Report:
+        return report(*parsed.options, argc, argv);
     case Command::Run:
         break;
     }

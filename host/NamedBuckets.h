@@ -1,7 +1,7 @@
 // Choices of employees that a user has given names, kept with what windows remember of the user.
 #pragma once
 
-#include "host/HostData.h"
+#include "reports/HostData.h"
 
 #include <variant>
 

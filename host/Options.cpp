@@ -1,9 +1,5 @@
 #include "host/Options.h"
 
-#include "store/Workspace.h"
-
-#include <QCommandLineParser>
-#include <QDir>
 #include <QHash>
 
 namespace tallyroom::host {
@@ -11,15 +7,6 @@ namespace tallyroom::host {
 namespace {
 
 const QString boardEntry = QStringLiteral("TLYRShow");
-
-// What is wrong with the command line.
-struct UsageError {
-    QString text;
-};
-
-QString text(const char* latin1) {
-    return QString::fromLatin1(latin1);
-}
 
 void addDataOptions(QCommandLineParser& parser) {
     parser.addOptions({
@@ -65,6 +52,7 @@ void prepare(QCommandLineParser& parser) {
     parser.addOption({{text("h"), text("help")}, text("Show this help.")});
     addDataOptions(parser);
     addRunOptions(parser);
+    addReportOptions(parser);
 }
 
 // What the toolkit takes out of the arguments by itself, and whether a value follows.
@@ -90,80 +78,58 @@ QStringList withoutToolkitOptions(const QStringList& arguments) {
     return own;
 }
 
-// The option that names the command.
-QString commandOption(Command command) {
-    switch (command) {
-    case Command::CreateData:
-        return text("create-data");
-    case Command::CopyData:
-        return text("copy-data");
-    default:
-        return text("data");
-    }
-}
+// A command, the option that names it, and those that go with it.
+struct KnownCommand {
+    Command command;
+    QString name;
+    QStringList options;
+};
 
-// Names of the given options that do not belong to the command.
-QStringList foreignOptions(const QCommandLineParser& parser, Command command) {
-    static const QHash<QString, Command> commands{
-        {text("create-data"), Command::CreateData},
-        {text("employees"), Command::CreateData},
-        {text("days"), Command::CreateData},
-        {text("seed"), Command::CreateData},
-        {text("end"), Command::CreateData},
-        {text("first-run"), Command::CreateData},
-        {text("bare"), Command::CreateData},
-        {text("copy-data"), Command::CopyData},
-        {text("data"), Command::Run},
-        {text("user"), Command::Run},
-        {text("select"), Command::Run},
-        {text("open"), Command::Run},
-        {text("picture"), Command::Run},
-        {text("module"), Command::Run},
+// Where several are named, the first counts.
+const std::vector<KnownCommand>& knownCommands() {
+    static const std::vector<KnownCommand> known{
+        {Command::CreateData,
+         text("create-data"),
+         {text("employees"), text("days"), text("seed"), text("end"), text("first-run"),
+          text("bare")}},
+        {Command::CopyData, text("copy-data"), {}},
+        {Command::Report, text("report"),
+         reportOptionNames() + QStringList{text("data"), text("user")}},
+        {Command::Run,
+         text("data"),
+         {text("user"), text("select"), text("open"), text("picture"), text("module")}},
     };
-    QStringList found;
-    for (const QString& name : parser.optionNames()) {
-        if (commands.value(name, command) != command)
-            found << text("--") + name;
+    return known;
+}
+
+const KnownCommand& commandOf(const QCommandLineParser& parser) {
+    for (const KnownCommand& known : knownCommands()) {
+        if (parser.isSet(known.name))
+            return known;
     }
-    return found;
+    if (!parser.optionNames().isEmpty())
+        throw UsageError{text("Give a data folder with --data, or make one with --create-data.")};
+    return knownCommands().back();
 }
 
-int number(const QCommandLineParser& parser, const char* name, int minimum, int maximum) {
-    bool isNumber = false;
-    const int value = parser.value(text(name)).toInt(&isNumber);
-    if (!isNumber || value < minimum || value > maximum)
+void refuseForeign(const QCommandLineParser& parser, const KnownCommand& command) {
+    QStringList foreign;
+    for (const QString& name : parser.optionNames()) {
+        if (name != command.name && !command.options.contains(name))
+            foreign << text("--") + name;
+    }
+    if (!foreign.isEmpty())
         throw UsageError{
-            text("--%1 must be a number from %2 to %3.").arg(text(name)).arg(minimum).arg(maximum)};
-    return value;
-}
-
-QDate endOfHistory(const QCommandLineParser& parser) {
-    if (!parser.isSet(text("end")))
-        return QDate::currentDate().addDays(-1);
-    const QDate end = QDate::fromString(parser.value(text("end")), Qt::ISODate);
-    if (!end.isValid())
-        throw UsageError{text("--end must be a date like 2024-03-31.")};
-    return end;
-}
-
-QString dataPath(const QString& given) {
-    return Workspace::isOnServer(given) ? given : QDir(given).absolutePath();
-}
-
-QString folder(const QCommandLineParser& parser, const char* name) {
-    const QString given = parser.value(text(name));
-    if (given.isEmpty())
-        throw UsageError{text("--%1 needs a folder or the address of a site.").arg(text(name))};
-    return dataPath(given);
+            text("%1 cannot be used with --%2.").arg(foreign.join(text(", ")), command.name)};
 }
 
 DemoSettings demoSettings(const QCommandLineParser& parser) {
     DemoSettings settings;
-    settings.folder = folder(parser, "create-data");
-    settings.employees = number(parser, "employees", 1, maximumEmployees);
-    settings.days = number(parser, "days", 1, maximumDays);
-    settings.seed = static_cast<quint32>(number(parser, "seed", 0, INT_MAX));
-    settings.end = endOfHistory(parser);
+    settings.folder = dataOption(parser, "create-data");
+    settings.employees = numberOption(parser, "employees", 1, maximumEmployees);
+    settings.days = numberOption(parser, "days", 1, maximumDays);
+    settings.seed = static_cast<quint32>(numberOption(parser, "seed", 0, INT_MAX));
+    settings.end = dateOption(parser, "end").value_or(QDate::currentDate().addDays(-1));
     settings.firstRun = parser.isSet(text("first-run"));
     settings.bare = parser.isSet(text("bare"));
     return settings;
@@ -182,7 +148,7 @@ std::optional<QStringList> selection(const QCommandLineParser& parser) {
 void readRunOptions(const QCommandLineParser& parser, Options& options) {
     if (!parser.isSet(text("data")))
         return; // the user is asked
-    options.dataFolder = folder(parser, "data");
+    options.dataFolder = dataOption(parser, "data");
     options.user = parser.value(text("user"));
     options.selection = selection(parser);
     options.selectsAll = parser.isSet(text("select")) && !options.selection;
@@ -197,16 +163,6 @@ void readRunOptions(const QCommandLineParser& parser, Options& options) {
         throw UsageError{text("--picture needs the name of a file.")};
 }
 
-Command commandOf(const QCommandLineParser& parser) {
-    for (const Command command : {Command::CreateData, Command::CopyData}) {
-        if (parser.isSet(commandOption(command)))
-            return command;
-    }
-    if (!parser.isSet(text("data")) && !parser.optionNames().isEmpty())
-        throw UsageError{text("Give a data folder with --data, or make one with --create-data.")};
-    return Command::Run;
-}
-
 // Only a copy has a place behind the options, and it must have one.
 void requireArguments(const QStringList& arguments, Command command) {
     const qsizetype wanted = command == Command::CopyData ? 1 : 0;
@@ -217,19 +173,26 @@ void requireArguments(const QStringList& arguments, Command command) {
 }
 
 Options readOptions(const QCommandLineParser& parser) {
-    Options options;
-    options.command = commandOf(parser);
+    const KnownCommand& command = commandOf(parser);
     const QStringList arguments = parser.positionalArguments();
-    requireArguments(arguments, options.command);
-    if (const QStringList foreign = foreignOptions(parser, options.command); !foreign.isEmpty())
-        throw UsageError{text("%1 cannot be used with --%2.")
-                             .arg(foreign.join(text(", ")), commandOption(options.command))};
-    if (options.command == Command::CreateData) {
+    requireArguments(arguments, command.command);
+    refuseForeign(parser, command);
+    Options options;
+    options.command = command.command;
+    switch (command.command) {
+    case Command::CreateData:
         options.demo = demoSettings(parser);
-    } else if (options.command == Command::CopyData) {
-        options.copiedFrom = folder(parser, "copy-data");
+        break;
+    case Command::CopyData:
+        options.copiedFrom = dataOption(parser, "copy-data");
         options.copiedTo = dataPath(arguments.first());
-    } else {
+        break;
+    case Command::Report:
+        options.dataFolder = dataOption(parser, "data");
+        options.user = parser.value(text("user"));
+        options.report = readReportOptions(parser);
+        break;
+    default:
         readRunOptions(parser, options);
     }
     return options;
@@ -264,7 +227,9 @@ QString helpText() {
     return parser.helpText() +
            text("\nOptions of the toolkit, -style and -platform among them, are taken as well.\n"
                 "\nExit codes: 0 done; 1 an error, which is printed or was shown; 2 wrong use;\n"
-                "3 no display; 4 another window stood in the way of --picture.\n");
+                "3 no display; 4 another window stood in the way of --picture. Of a report: 1 "
+                "checks found\n"
+                "something; 3 the data cannot be read.\n");
 }
 
 } // namespace tallyroom::host

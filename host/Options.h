@@ -1,6 +1,7 @@
 // The host's command line.
 #pragma once
 
+#include "host/ReportOptions.h"
 #include "host/demo/DemoSettings.h"
 
 #include <QString>
@@ -9,14 +10,15 @@
 
 namespace tallyroom::host {
 
-enum class Command { ShowHelp, CreateData, CopyData, Run };
+enum class Command { ShowHelp, CreateData, CopyData, Report, Run };
 
 struct Options {
     Command command = Command::Run;
     DemoSettings demo;  // CreateData
     QString copiedFrom; // CopyData; as dataFolder
     QString copiedTo;   // CopyData
-    QString dataFolder; // Run; absolute or a site's address, empty to ask the user
+    ReportOptions report;
+    QString dataFolder; // Run, Report; absolute or a site's address, empty to ask the user
     QString user;       // empty when the host has no users
     std::optional<QStringList> selection; // employee codes; without them the user's last bucket
     bool selectsAll = false;              // everybody, whatever the last bucket was

@@ -3,8 +3,8 @@
 
 #include "common/Objects.h"
 #include "host/AddInEntries.h"
-#include "host/HostData.h"
 #include "host/screens/ScheduleTable.h"
+#include "reports/HostData.h"
 
 #include <QImage>
 #include <QMainWindow>

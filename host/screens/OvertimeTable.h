@@ -1,8 +1,8 @@
 // Overtime worked and answered, added up over a period.
 #pragma once
 
-#include "host/screens/Period.h"
 #include "host/screens/ScreenTable.h"
+#include "reports/Period.h"
 
 namespace tallyroom::host {
 

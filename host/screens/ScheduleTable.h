@@ -1,8 +1,8 @@
 // Who works which shift on which day.
 #pragma once
 
-#include "host/screens/Period.h"
 #include "host/screens/ScreenTable.h"
+#include "reports/Period.h"
 
 namespace tallyroom::host {
 

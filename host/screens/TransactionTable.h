@@ -1,8 +1,8 @@
 // The rows of the time history.
 #pragma once
 
-#include "host/screens/Period.h"
 #include "host/screens/ScreenTable.h"
+#include "reports/Period.h"
 
 namespace tallyroom::host {
 

@@ -1,8 +1,8 @@
 // The screen with the time and attendance transactions.
 #pragma once
 
-#include "host/screens/Period.h"
 #include "host/screens/ScreenTable.h"
+#include "reports/Period.h"
 
 #include <QDialog>
 #include <memory>

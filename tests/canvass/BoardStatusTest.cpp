@@ -1,7 +1,7 @@
 // What the status bar says, and by what.
 #include "canvass/BoardStatus.h"
+#include "audit/AnswersOfDay.h"
 #include "canvass/AnswerNews.h"
-#include "canvass/AnswersOfDay.h"
 #include "canvass/Offer.h"
 #include "common/DateParser.h"
 #include "tests/support/DataFolder.h"

@@ -1,4 +1,4 @@
-#include "canvass/CellText.h"
+#include "board/CellText.h"
 #include "tests/support/Printing.h"
 
 using namespace tallyroom;

@@ -1,4 +1,4 @@
-#include "canvass/SortExpression.h"
+#include "board/SortExpression.h"
 #include "tests/support/Printing.h"
 
 using namespace tallyroom;

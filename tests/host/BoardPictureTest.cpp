@@ -1,4 +1,5 @@
 #include "host/BoardPicture.h"
+#include "host/ExitCodes.h"
 
 #include "common/TextTableModel.h"
 #include "host/KeptMemory.h"
@@ -89,8 +90,7 @@ TEST(BoardPictureDeathTest, AnotherWindowEndsTheProgramWithItsWords) {
         QMessageBox(QMessageBox::NoIcon, QStringLiteral("Title"), QStringLiteral("Set me up"))
             .exec();
     };
-    EXPECT_EXIT(meetBox(), testing::ExitedWithCode(BoardPicture::exitUnexpectedWindow),
-                "Title\nSet me up");
+    EXPECT_EXIT(meetBox(), testing::ExitedWithCode(exitUnexpectedWindow), "Title\nSet me up");
 }
 
 } // namespace

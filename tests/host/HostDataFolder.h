@@ -1,8 +1,8 @@
 // A folder of demonstration data for a test.
 #pragma once
 
-#include "host/HostData.h"
 #include "host/demo/DemoData.h"
+#include "reports/HostData.h"
 #include "store/Workspace.h"
 
 #include <QTemporaryDir>

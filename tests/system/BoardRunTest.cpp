@@ -1,5 +1,6 @@
 // The host with an order on its command line: what it tells whoever has started it.
 #include "host/BoardRun.h"
+#include "host/ExitCodes.h"
 #include "tests/system/SystemFixture.h"
 
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "canvass/AnswersOfDay.h"
+#include "audit/AnswersOfDay.h"
 
 #include "common/AnswerKind.h"
 #include "common/RunError.h"

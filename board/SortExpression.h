@@ -1,9 +1,9 @@
-// From a user-defined ordering to the sort of the board.
+// The order of the board as a stored ordering asks for it.
 #pragma once
 
+#include "board/BoardRows.h"
 #include "common/BoardColumns.h"
 
-#include <QString>
 #include <functional>
 
 namespace tallyroom {
@@ -14,5 +14,10 @@ namespace tallyroom {
 // for a state that is no truth value or a direction that is no number.
 QString sortExpression(const QString& stored, const BoardOptions& options,
                        const std::function<void()>& unknownElement);
+
+// Sorts rows likewise; those that are alike stay as they are. False, and nothing is sorted, for an
+// ordering with an element that the board does not know. Raises the same.
+[[nodiscard]] bool sortRows(std::vector<BoardRow>& rows, const QString& stored,
+                            const BoardOptions& options);
 
 } // namespace tallyroom

@@ -1,4 +1,4 @@
-#include "host/screens/Period.h"
+#include "reports/Period.h"
 
 #include "common/Format.h"
 #include "common/RunError.h"
@@ -8,7 +8,7 @@
 
 #include <algorithm>
 
-namespace tallyroom::host {
+namespace tallyroom {
 
 namespace {
 
@@ -45,6 +45,15 @@ std::optional<Period> canvassPeriod(const QString& dataFolder) {
     }
 }
 
+Period periodOf(const std::optional<Period>& asked, Database& database, const QString& dataFolder) {
+    if (asked)
+        return *asked;
+    if (const auto canvass = canvassPeriod(dataFolder))
+        return *canvass;
+    const QDate last = lastRecordedDay(database);
+    return {last.addDays(-13), last};
+}
+
 QDate nearestDay(const Period& period, QDate day) {
     const auto [first, last] = std::minmax(period.from, period.to);
     return std::clamp(day, first, last);
@@ -56,6 +65,13 @@ QString periodCondition(const QString& column, const Period& period) {
              Dates::toText(Dates::fromQDate(period.to)));
 }
 
+QString dayCondition(const QString& column, QDate day) {
+    constexpr double second = 1.0 / 86400;
+    const double first = Dates::fromQDate(day).serial;
+    return QStringLiteral("([%1] between ").arg(column) + SqlText::literal(Date{first}) +
+           QStringLiteral(" and ") + SqlText::literal(Date{first + 1 - second}) + QLatin1Char(')');
+}
+
 QString shownDay(const Variant& date) {
     return formatValue(date, QStringLiteral("mm/dd/yyyy"));
 }
@@ -64,4 +80,4 @@ QString shownDay(QDate day) {
     return shownDay(Variant(Dates::fromQDate(day)));
 }
 
-} // namespace tallyroom::host
+} // namespace tallyroom

@@ -8,7 +8,7 @@
 #include <QStringList>
 #include <vector>
 
-namespace tallyroom::host {
+namespace tallyroom {
 
 struct Employee {
     QString code;
@@ -43,4 +43,4 @@ QString shownTime(const Variant& time);
 // Text of a field; Null is "".
 QString fieldText(const Recordset& rows, const QString& name);
 
-} // namespace tallyroom::host
+} // namespace tallyroom

@@ -1,4 +1,4 @@
-#include "host/HostData.h"
+#include "reports/HostData.h"
 
 #include "common/Format.h"
 #include "common/TextOrder.h"
@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace tallyroom::host {
+namespace tallyroom {
 
 namespace {
 
@@ -100,4 +100,4 @@ QString fieldText(const Recordset& rows, const QString& name) {
     return Readable::text(rows.field(name));
 }
 
-} // namespace tallyroom::host
+} // namespace tallyroom

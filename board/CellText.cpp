@@ -1,4 +1,4 @@
-#include "canvass/CellText.h"
+#include "board/CellText.h"
 
 #include "common/Format.h"
 #include "common/Units.h"

@@ -1,0 +1,123 @@
+#include "host/ReportOptions.h"
+
+#include "reports/Reports.h"
+
+namespace tallyroom::host {
+
+namespace {
+
+struct ReportOption {
+    const char* name;
+    const char* value;
+    const char* description;
+    std::vector<ReportKind> kinds; // that have a use for it
+};
+
+const std::vector<ReportOption>& options() {
+    using enum ReportKind;
+    static const std::vector<ReportOption> all{
+        {"from",
+         "YYYY-MM-DD",
+         "First day (that of the board's period).",
+         {Calls, Checks, Fairness}},
+        {"to", "YYYY-MM-DD", "Last day.", {Calls, Checks, Fairness}},
+        {"date", "YYYY-MM-DD", "The day of the overtime.", {Standing, Calls}},
+        {"start", "HH:MM", "When the overtime begins.", {Calls}},
+        {"hours", "H", "How long it lasts: 8, 7:30 or 7.5.", {Calls}},
+        {"employee", "CODE", "Whose standing.", {Standing}},
+        {"department", "CODE", "Only employees of this department.", {Calls, Fairness}},
+        {"shift", "CODE", "Only employees of this shift.", {Calls, Fairness}},
+        {"qualification", "CODE", "Only employees with this qualification.", {Calls, Fairness}},
+        {"order", "DESCRIPTION", "In the order of this stored ordering.", {Standing, Calls}},
+    };
+    return all;
+}
+
+std::optional<Period> periodOption(const QCommandLineParser& parser) {
+    const auto from = dateOption(parser, "from");
+    const auto to = dateOption(parser, "to");
+    if (from.has_value() != to.has_value())
+        throw UsageError{text("--from and --to go together.")};
+    return from ? std::optional(Period{std::min(*from, *to), std::max(*from, *to)}) : std::nullopt;
+}
+
+ReportKind kindOption(const QCommandLineParser& parser) {
+    const auto kind = Reports::named(parser.value(text("report")));
+    if (!kind)
+        throw UsageError{
+            text("--report must be one of: %1.").arg(Reports::names().join(text(", ")))};
+    return *kind;
+}
+
+void refuseUnused(const QCommandLineParser& parser, ReportKind kind) {
+    for (const ReportOption& option : options()) {
+        if (parser.isSet(text(option.name)) && std::ranges::count(option.kinds, kind) == 0)
+            throw UsageError{text("--%1 cannot be used with --report %2.")
+                                 .arg(text(option.name), Reports::nameOf(kind))};
+    }
+}
+
+// What a kind of report cannot do without.
+void requireNeeded(const ReportRequest& request) {
+    const bool needsDay = request.kind == ReportKind::Standing || request.kind == ReportKind::Calls;
+    if (needsDay && !request.date.isValid())
+        throw UsageError{text("--report %1 needs --date.").arg(Reports::nameOf(request.kind))};
+    if (request.kind == ReportKind::Standing && request.employee.isEmpty())
+        throw UsageError{text("--report standing needs --employee.")};
+}
+
+ReportFormat formatOption(const QCommandLineParser& parser, const QString& file) {
+    if (!parser.isSet(text("format")))
+        return ReportFile::formatOf(file).value_or(ReportFormat::Text);
+    const auto format = ReportFile::formatNamed(parser.value(text("format")));
+    if (!format)
+        throw UsageError{
+            text("--format must be one of: %1.").arg(ReportFile::formatNames().join(text(", ")))};
+    return *format;
+}
+
+} // namespace
+
+void addReportOptions(QCommandLineParser& parser) {
+    parser.addOption({text("report"),
+                      text("Make a report of --data without a display: %1.")
+                          .arg(Reports::names().join(text(", "))),
+                      text("KIND")});
+    for (const ReportOption& option : options())
+        parser.addOption({text(option.name), text(option.description), text(option.value)});
+    parser.addOption({text("format"),
+                      text("Of the report: %1 (as --out ends, else text).")
+                          .arg(ReportFile::formatNames().join(text(", "))),
+                      text("FORMAT")});
+    parser.addOption({text("out"), text("Write the report to this file."), text("FILE")});
+}
+
+QStringList reportOptionNames() {
+    QStringList names{text("report"), text("format"), text("out")};
+    for (const ReportOption& option : options())
+        names << text(option.name);
+    return names;
+}
+
+ReportOptions readReportOptions(const QCommandLineParser& parser) {
+    ReportOptions result;
+    ReportRequest& request = result.request;
+    request.kind = kindOption(parser);
+    refuseUnused(parser, request.kind);
+    request.period = periodOption(parser);
+    request.date = dateOption(parser, "date").value_or(QDate());
+    request.start = parser.value(text("start"));
+    request.hours = parser.value(text("hours"));
+    request.employee = parser.value(text("employee"));
+    request.group = {parser.value(text("department")), parser.value(text("shift")),
+                     parser.value(text("qualification"))};
+    request.order = parser.value(text("order"));
+    requireNeeded(request);
+    result.file = parser.value(text("out"));
+    result.format = formatOption(parser, result.file);
+    if (result.file.isEmpty() && !ReportFile::isText(result.format))
+        throw UsageError{text("--format %1 needs --out.").arg(parser.value(text("format")))};
+    return result;
+}
+
+} // namespace tallyroom::host

@@ -1,0 +1,146 @@
+#include "reports/ReportFile.h"
+
+#include "common/RunError.h"
+#include "common/pages/ReportLayout.h"
+#include "reports/ReportPages.h"
+#include "reports/ReportText.h"
+
+#include <QFileInfo>
+#include <QImage>
+#include <QPdfWriter>
+#include <QSaveFile>
+#include <algorithm>
+
+namespace tallyroom::ReportFile {
+
+namespace {
+
+struct Format {
+    ReportFormat format;
+    const char16_t* name;
+    const char16_t* suffix;
+};
+
+constexpr Format formats[] = {
+    {ReportFormat::Text, u"text", u"txt"},
+    {ReportFormat::Pdf, u"pdf", u"pdf"},
+    {ReportFormat::Picture, u"png", u"png"},
+};
+
+constexpr double margin = 12.7;       // millimetres
+constexpr int paperResolution = 1200; // dots to the inch
+constexpr int screenResolution = 110;
+
+std::optional<ReportFormat> find(const char16_t* Format::*field, const QString& text) {
+    const auto found = std::ranges::find_if(formats, [&](const Format& each) {
+        return text.compare(QStringView(each.*field), Qt::CaseInsensitive) == 0;
+    });
+    return found == std::end(formats) ? std::nullopt : std::optional(found->format);
+}
+
+RunError notWritten(const QString& fileName) {
+    return {ErrorNumber::cannotOpenFile,
+            QStringLiteral("The report could not be written to '%1'. Choose another file or "
+                           "folder.")
+                .arg(fileName),
+            QStringLiteral("Brightclock")};
+}
+
+void save(const QString& fileName, const std::function<bool(QIODevice&)>& fill) {
+    QSaveFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly) || !fill(file) || !file.commit())
+        throw notWritten(fileName);
+}
+
+QPageLayout paperFor(const PageSource& pages) {
+    QPageLayout paper(QPageSize(QPageSize::A4), QPageLayout::Portrait,
+                      QMarginsF(margin, margin, margin, margin), QPageLayout::Millimeter);
+    paper.setOrientation(pages.orientation(paper));
+    return paper;
+}
+
+bool writePdf(const PageSource& pages, QIODevice& device) {
+    QPdfWriter writer(&device);
+    writer.setTitle(pages.frame().documentName());
+    writer.setResolution(paperResolution);
+    const QPageLayout paper = paperFor(pages);
+    writer.setPageLayout(paper);
+    QPainter painter;
+    if (!painter.begin(&writer))
+        return false;
+    const ReportLayout layout(pages, paper.paintRectPixels(paperResolution).size(),
+                              paperResolution / 72.0);
+    for (int page = 1; page <= layout.count(); ++page) {
+        if (page > 1 && !writer.newPage())
+            return false;
+        layout.paint(painter, page);
+    }
+    return painter.end();
+}
+
+// "sheet.png" is followed by "sheet-2.png".
+QString pictureName(const QString& fileName, int page) {
+    if (page == 1)
+        return fileName;
+    const QFileInfo file(fileName);
+    const QString suffix = file.suffix().isEmpty() ? QString() : QLatin1Char('.') + file.suffix();
+    return fileName.chopped(suffix.size()) + QStringLiteral("-%1").arg(page) + suffix;
+}
+
+void writePictures(const PageSource& pages, const QString& fileName) {
+    const QPageLayout paper = paperFor(pages);
+    const QRect sheet = paper.fullRectPixels(screenResolution);
+    const QRect room = paper.paintRectPixels(screenResolution);
+    const ReportLayout layout(pages, room.size(), screenResolution / 72.0);
+    for (int page = 1; page <= layout.count(); ++page) {
+        QImage image(sheet.size(), QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        painter.translate(room.topLeft());
+        layout.paint(painter, page);
+        painter.end();
+        save(pictureName(fileName, page),
+             [&](QIODevice& device) { return image.save(&device, "PNG"); });
+    }
+}
+
+} // namespace
+
+std::optional<ReportFormat> formatNamed(const QString& name) {
+    return find(&Format::name, name);
+}
+
+std::optional<ReportFormat> formatOf(const QString& fileName) {
+    return find(&Format::suffix, QFileInfo(fileName).suffix());
+}
+
+QStringList formatNames() {
+    QStringList names;
+    for (const Format& each : formats)
+        names << QString::fromUtf16(each.name);
+    return names;
+}
+
+bool isText(ReportFormat format) {
+    return format == ReportFormat::Text;
+}
+
+QByteArray text(const Report& report, ReportFormat format) {
+    Q_ASSERT(isText(format));
+    return reportText(report).toUtf8();
+}
+
+void write(const Report& report, ReportFormat format, const QString& fileName,
+           const QString& user) {
+    if (isText(format))
+        return save(fileName, [&](QIODevice& device) {
+            const QByteArray bytes = text(report, format);
+            return device.write(bytes) == bytes.size();
+        });
+    const ReportPages pages(report, user);
+    if (format == ReportFormat::Picture)
+        return writePictures(pages, fileName);
+    save(fileName, [&](QIODevice& device) { return writePdf(pages, device); });
+}
+
+} // namespace tallyroom::ReportFile
