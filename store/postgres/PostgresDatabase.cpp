@@ -109,7 +109,7 @@ std::unique_ptr<KeyedRows> PostgresDatabase::keyedRows(const sql::BoundSelect& q
     return std::make_unique<PostgresKeyedRows>(m_session, m_whenInUse, query);
 }
 
-// Updates and deletions; of other statements, nothing.
+// Updates, deletions and single rows; of other statements, nothing.
 std::optional<PostgresStatement> PostgresDatabase::native(const sql::Statement& statement) {
     if (const auto* update = std::get_if<sql::UpdateStatement>(&statement))
         return PostgresStatement{
@@ -117,6 +117,10 @@ std::optional<PostgresStatement> PostgresDatabase::native(const sql::Statement& 
     if (const auto* removal = std::get_if<sql::DeleteStatement>(&statement))
         return PostgresStatement{
             postgresGenerator().deleteRows(sql::bindDelete(m_catalog, *removal)), {}};
+    if (const auto* row = std::get_if<sql::InsertStatement>(&statement);
+        row && row->file.isEmpty() && row->rows.index() == 0)
+        return PostgresStatement{postgresGenerator().insertRows(sql::bindInsert(m_catalog, *row)),
+                                 {}};
     return std::nullopt;
 }
 
