@@ -1,12 +1,13 @@
 #include "audit/AnswersOfDay.h"
 
+#include "audit/Contacts.h"
+#include "audit/Moments.h"
 #include "common/AnswerKind.h"
 #include "common/RunError.h"
 #include "common/TextOrder.h"
 #include "common/Units.h"
 #include "store/Readable.h"
 #include "store/Recordset.h"
-#include "store/SqlText.h"
 #include "store/Workspace.h"
 
 #include <map>
@@ -21,30 +22,16 @@ QString keyOf(const QString& code) {
     return TextOrder::folded(code.trimmed());
 }
 
-// The day with its times: a date that was typed with a time of day is stored with it. Without an
-// order, which would have the engine walk an index.
+// Without an order, which would have the engine walk an index.
 QString statement(Date day) {
-    const double first = Dates::fromQDate(Dates::dayOf(day)).serial;
-    constexpr double second = 1.0 / 86400;
+    const QDate only = Dates::dayOf(day);
     return QStringLiteral("Select [Emp_Code], [Now], [User], [Action], [OT], [tHistField] from "
-                          "[TLYR_Audit] where ([Date] between ") +
-           SqlText::literal(Date{first}) + QStringLiteral(" and ") +
-           SqlText::literal(Date{first + 1 - second}) +
-           QStringLiteral(") and ([Action] = 0 or [Action] = 1);");
+                          "[TLYR_Audit] where ") +
+           Moments::within(QStringLiteral("Date"), only, only) +
+           QStringLiteral(" and ([Action] = 0 or [Action] = 1);");
 }
 
 enum Column { EmpCode, Now, User, Action, OT, HistField }; // of the statement
-
-// ", 11/21/2026 9:12", without the pictures that take many times as long.
-QString momentText(Date date) {
-    const QDateTime moment = Dates::toQDateTime(date);
-    const QDate day = moment.date();
-    const QString minute = QString::number(moment.time().minute());
-    return QStringLiteral(", ") + QString::number(day.month()) + QLatin1Char('/') +
-           QString::number(day.day()) + QLatin1Char('/') + QString::number(day.year()) +
-           QLatin1Char(' ') + QString::number(moment.time().hour()) +
-           (minute.size() == 1 ? QStringLiteral(":0") : QStringLiteral(":")) + minute;
-}
 
 // The texts of one entry after the other.
 class EntryTexts {
@@ -58,8 +45,8 @@ public:
         if (action.isNull() || minutes.isNull() || moment.isNull() || !user || !column)
             return std::nullopt;
         return actionName(static_cast<AuditAction>(action.toLong())) + QLatin1Char(' ') +
-               amount(minutes.toLong(), rateOf(*column)) + momentText(moment.toDate()) +
-               QStringLiteral(" by ") + *user;
+               amount(minutes.toLong(), rateOf(*column)) + QStringLiteral(", ") +
+               Moments::text(moment.toDate()) + QStringLiteral(" by ") + *user;
     }
 
 private:
@@ -76,6 +63,33 @@ private:
     std::map<std::pair<std::int32_t, Rate>, QString> m_amounts;
 };
 
+struct Note {
+    QString key; // of the employee
+    QString text;
+    bool isAnswer;
+};
+
+// By time: who is asked again after a call without an answer has both.
+using NotesByTime = std::multimap<Date, Note>;
+
+void addAnswers(NotesByTime& notes, Database& addIn, Date day) {
+    const auto entries = addIn.openRecordset(statement(day), RecordsetType::Snapshot);
+    EntryTexts texts;
+    for (; !entries->eof(); entries->moveNext()) {
+        const auto code = Readable::key(entries->field(EmpCode));
+        const Variant moment = Readable::date(entries->field(Now));
+        const auto text = texts.of(*entries, moment);
+        if (code && text)
+            notes.emplace(moment.toDate(), Note{keyOf(*code), *text, true});
+    }
+}
+
+void addContacts(NotesByTime& notes, Database& addIn, Date day) {
+    const QDate only = Dates::dayOf(day);
+    for (const Contacts::Contact& contact : Contacts::read(addIn, only, only))
+        notes.emplace(contact.now, Note{keyOf(contact.code), Contacts::text(contact), false});
+}
+
 } // namespace
 
 bool AnswersOfDay::read(const QString& dataPath, Date day) {
@@ -83,21 +97,15 @@ bool AnswersOfDay::read(const QString& dataPath, Date day) {
         clear();
     m_day = day;
     try {
-        const auto entries = Workspace::openAddIn(dataPath, WhenInUse::Fail)
-                                 ->openRecordset(statement(day), RecordsetType::Snapshot);
-        EntryTexts texts;
-        std::multimap<Date, std::pair<QString, QString>> byTime;
-        for (; !entries->eof(); entries->moveNext()) {
-            const auto code = Readable::key(entries->field(EmpCode));
-            const Variant moment = Readable::date(entries->field(Now));
-            const auto text = texts.of(*entries, moment);
-            if (code && text)
-                byTime.emplace(moment.toDate(), std::pair(keyOf(*code), *text));
-        }
-        m_notes.clear();
-        for (const auto& [moment, answer] : byTime) {
-            QString& note = m_notes[answer.first];
-            note += (note.isEmpty() ? QString() : QStringLiteral("\n")) + answer.second;
+        const auto addIn = Workspace::openAddIn(dataPath, WhenInUse::Fail);
+        NotesByTime byTime;
+        addAnswers(byTime, *addIn, day);
+        addContacts(byTime, *addIn, day);
+        m_known.clear();
+        for (const auto& [moment, note] : byTime) {
+            Known& known = m_known[note.key];
+            known.note += (known.note.isEmpty() ? QString() : QStringLiteral("\n")) + note.text;
+            known.hasAnswered = known.hasAnswered || note.isAnswer;
         }
         return true;
     } catch (const RunError&) { // silent by design
@@ -106,7 +114,11 @@ bool AnswersOfDay::read(const QString& dataPath, Date day) {
 }
 
 QString AnswersOfDay::noteOf(const QString& employee) const {
-    return m_notes.value(keyOf(employee));
+    return m_known.value(keyOf(employee)).note;
+}
+
+bool AnswersOfDay::hasAnswered(const QString& employee) const {
+    return m_known.value(keyOf(employee)).hasAnswered;
 }
 
 } // namespace tallyroom

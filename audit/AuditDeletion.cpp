@@ -1,6 +1,7 @@
 #include "audit/AuditDeletion.h"
 
 #include "audit/DeskNews.h"
+#include "audit/Standing.h"
 #include "common/AnswerKind.h"
 #include "common/RunError.h"
 #include "common/Units.h"
@@ -36,13 +37,15 @@ void deleteAuditLine(const QString& dataPath, const AuditEntries::Line& line) {
                             code + QStringLiteral(") and ([shift_date] = ") + day +
                             QStringLiteral(") and (") + SqlText::name(historyColumn(action)) +
                             QStringLiteral(" = ") + minutes + QStringLiteral(");");
-    const QString mark =
-        QStringLiteral("Update [TLYR_Audit] Set [Action] = 2 Where ([Emp_Code] = ") + code +
-        QStringLiteral(") and ([date] = ") + day + QStringLiteral(") and ([action] = ") +
+    const QString entries =
+        QStringLiteral("([Emp_Code] = ") + code + QStringLiteral(") and ([date] = ") + day +
+        QStringLiteral(") and ([action] = ") +
         QString::number(
             static_cast<int>(accepted ? AuditAction::Accepted : AuditAction::Declined)) +
         QStringLiteral(") and ([OT] = ") + minutes + QStringLiteral(") and ([User] = ") + user +
-        QStringLiteral(");");
+        QLatin1Char(')');
+    const QString mark =
+        QStringLiteral("Update [TLYR_Audit] Set [Action] = 2 Where ") + entries + QLatin1Char(';');
     const auto host = Workspace::openHostOptions(dataPath);
     const auto addIn = Workspace::openAddIn(dataPath);
     Transaction history(host, TransactionKind::Reserve);
@@ -50,8 +53,10 @@ void deleteAuditLine(const QString& dataPath, const AuditEntries::Line& line) {
     host->execute(removal);
     host->announce(DeskNews::answerTakenBack);
     history.commit();
+    Standing::write(*addIn, {Standing::markDeleted(entries)});
     addIn->execute(mark);
-    audit.commit();
+    if (addIn->inTransaction()) // which a disk that fails has undone meanwhile
+        audit.commit();
 }
 
 } // namespace tallyroom

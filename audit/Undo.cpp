@@ -1,6 +1,7 @@
 #include "audit/Undo.h"
 
 #include "audit/DeskNews.h"
+#include "audit/Standing.h"
 #include "audit/UndoLine.h"
 #include "common/HostContext.h"
 #include "store/Readable.h"
@@ -112,8 +113,10 @@ void take(const HostContext& context, const QString& line, bool breakOut) {
     removeTransaction(*host, query);
     host->announce(DeskNews::answerTakenBack);
     history.commit();
+    Standing::write(*rows->database(), Standing::takeBack(*rows));
     rows->remove();
-    audit.commit();
+    if (rows->database()->inTransaction()) // which a disk that fails has undone meanwhile
+        audit.commit();
 }
 
 } // namespace tallyroom::Undo

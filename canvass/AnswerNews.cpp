@@ -34,6 +34,14 @@ QStringList notSetUp(const AnswerRequest& request, const AnswerRecording::Result
     return texts;
 }
 
+QString notKept(const std::optional<RunError>& failure) {
+    if (!failure)
+        return {};
+    return Standing::isMissing(failure->number())
+               ? QStringLiteral("no standing is kept: this data needs brightclock --upgrade")
+               : QStringLiteral("where they stood was not kept");
+}
+
 } // namespace
 
 QString text(const AnswerRequest& request, const AnswerRecording::Result& result,
@@ -44,6 +52,7 @@ QString text(const AnswerRequest& request, const AnswerRecording::Result& result
     news += notSetUp(request, result);
     news.append(passedOver(result.withoutRule, QStringLiteral("shift without a rule")));
     news.append(passedOver(result.unlisted, QStringLiteral("no longer on the list: Refresh")));
+    news.append(notKept(result.standing));
     news.removeAll(QString());
     return news.join(QStringLiteral("; "));
 }

@@ -3,6 +3,7 @@
 #include "audit/DeskNews.h"
 #include "canvass/AnswerStatements.h"
 #include "canvass/DerivedColumns.h"
+#include "canvass/StandingNotes.h"
 #include "common/Units.h"
 #include "store/SqlText.h"
 #include "store/Workspace.h"
@@ -17,7 +18,7 @@ namespace {
 class Recorder {
 public:
     Recorder(CanvassState& state, const AnswerRequest& request, const Progress& progress)
-        : m_state(state), m_request(request), m_progress(progress) {}
+        : m_state(state), m_request(request), m_progress(progress), m_standing(request.board) {}
 
     Result run() {
         m_result.employees = static_cast<int>(m_request.employees.size());
@@ -26,6 +27,7 @@ public:
         } catch (const RunError& error) {
             m_result.failure = error;
         }
+        m_result.standing = m_standing.failure();
         return m_result;
     }
 
@@ -51,6 +53,7 @@ private:
             ++m_result.unlisted;
             return;
         }
+        m_standing.beginEmployee(code, m_state.rows());
         for (const auto& [kind, amount] : m_lines)
             WriteAnswer(*kind, amount);
         if (std::exchange(m_result.partly, std::nullopt))
@@ -141,11 +144,48 @@ private:
         host->announce(DeskNews::answerRecorded);
         if (history.commit())
             m_result.partly = answer.emp;
-        m_addIn->execute(statements.audit);
-        audit.commit();
+        writeEntry(audit, statements);
         if (board)
             addToBoard(*board, statements);
         m_result.partly = answer.emp; // should there be a second line
+    }
+
+    // An entry is written alone where what is kept along with it cannot be. A disk that fails has
+    // undone by then what was reserved.
+    void writeEntry(Transaction& audit, const AnswerStatements& statements) {
+        if (writeWithStanding(audit, statements))
+            return;
+        const bool isReserved = m_addIn->inTransaction();
+        m_addIn->execute(statements.audit);
+        if (isReserved)
+            audit.commit();
+    }
+
+    bool writeWithStanding(Transaction& audit, const AnswerStatements& statements) {
+        const QStringList all = m_standing.with(statements.audit, statements.entry);
+        if (all.size() == 1)
+            return false;
+        try {
+            m_addIn->executeAll(all);
+        } catch (const RunError& error) {
+            m_standing.noteFailure(error);
+            return false;
+        }
+        return keepEntry(audit);
+    }
+
+    // Of the failures of a commit, that of a full disk has certainly written nothing.
+    bool keepEntry(Transaction& audit) {
+        try {
+            audit.commit();
+        } catch (const RunError& error) {
+            if (error.number() != ErrorNumber::diskFull)
+                throw;
+            m_standing.noteFailure(error);
+            return false;
+        }
+        m_standing.noteWritten();
+        return true;
     }
 
     // The connection that the command began with serves all its answers, unless somebody has put
@@ -174,6 +214,7 @@ private:
     CanvassState& m_state;
     const AnswerRequest& m_request;
     const Progress& m_progress;
+    StandingNotes m_standing;
     std::shared_ptr<Database> m_addIn; // aidb01.mdb
     std::shared_ptr<Recordset> m_associations;
     std::map<QString, std::optional<Variant>> m_rules;          // by shift

@@ -1,6 +1,7 @@
 // Recording employees' answers to an offer of overtime.
 #pragma once
 
+#include "audit/Standing.h"
 #include "canvass/CanvassState.h"
 #include "common/AnswerKind.h"
 
@@ -23,6 +24,8 @@ struct AnswerRequest {
     QString department;    // what goes into the transaction's department
     QString user;          // who records
     QStringList employees; // codes of the selected rows, from the upper to the lower one
+    // The board as it is shown; without it, where the employees stood is not kept.
+    std::shared_ptr<const Standing::Snapshot> board;
 };
 
 namespace AnswerRecording {
@@ -39,6 +42,7 @@ struct Result {
     std::vector<const AnswerKind*> notSetUp; // kinds asked for that have no absent code
     std::optional<QString> partly;           // the code of who has not all writes of the answer
     std::optional<RunError> failure;         // what ended the command before its end
+    std::optional<RunError> standing;        // why it is not kept where they stood, or not of all
 
     bool anyWritten() const { return recorded > 0 || partly.has_value(); }
 };
@@ -49,7 +53,8 @@ struct Result {
 // them is told then, and nothing is written of that answer: a text that no statement can hold, and
 // a file that is in use, read-only, gone or exchanged. Employees who are not on the board, whose
 // shift the host does not know, or whose kind of answer has no absent code are passed over and
-// counted. Fails with what the database raises, and 13 for a canvass date that is none. `progress`
+// counted. Where they stood is kept with the audit's row; what hinders that hinders nothing else.
+// Fails with what the database raises, and 13 for a canvass date that is none. `progress`
 // is told how many are done; it neither uses a database nor throws.
 using Progress = std::function<void(int done, int of)>;
 [[nodiscard]] Result record(CanvassState& state, const AnswerRequest& request,

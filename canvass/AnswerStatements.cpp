@@ -34,19 +34,20 @@ QString historyInsert(const Answer& answer, const AnswerRequest& request) {
            QStringLiteral(");");
 }
 
-QString auditInsert(const Answer& answer, const AnswerRequest& request) {
-    using SqlText::literal;
-    return QStringLiteral("Insert Into [TLYR_Audit] ([Now], [User], [Emp_Code], [Date], "
-                          "[Action], [OT], [tHistField]) Values (") +
-           QStringList{literal(Dates::now()),
-                       literal(request.user),
-                       literal(answer.emp.trimmed()),
-                       literal(answer.date),
-                       QString::number(static_cast<int>(answer.kind.action)),
-                       QString::number(answer.minutes),
-                       literal(QString::fromUtf16(answer.kind.history))}
-               .join(QStringLiteral(", ")) +
-           QStringLiteral(");");
+Standing::EntryKey entryOf(const Answer& answer, const AnswerRequest& request) {
+    return {Dates::now(),
+            request.user,
+            answer.emp.trimmed(),
+            answer.date,
+            answer.kind.action,
+            answer.minutes,
+            QString::fromUtf16(answer.kind.history)};
+}
+
+QString auditInsert(const Standing::EntryKey& entry) {
+    return QStringLiteral("Insert Into [TLYR_Audit] ([") +
+           Standing::keyColumns().join(QStringLiteral("], [")) + QStringLiteral("]) Values (") +
+           Standing::keyValues(entry) + QStringLiteral(");");
 }
 
 // Where rates are told apart the column is spelled with a small "t", which is the same to the
@@ -63,7 +64,8 @@ QString boardUpdate(const Answer& answer, const AnswerRequest& request) {
 } // namespace
 
 AnswerStatements::AnswerStatements(const Answer& answer, const AnswerRequest& request)
-    : history(historyInsert(answer, request)), audit(auditInsert(answer, request)),
-      board(boardUpdate(answer, request)), employee(SqlText::literal(answer.emp)) {}
+    : entry(entryOf(answer, request)), history(historyInsert(answer, request)),
+      audit(auditInsert(entry)), board(boardUpdate(answer, request)),
+      employee(SqlText::literal(answer.emp)) {}
 
 } // namespace tallyroom

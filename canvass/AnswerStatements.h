@@ -1,6 +1,7 @@
 // What an answer writes, and where.
 #pragma once
 
+#include "audit/Standing.h"
 #include "common/AnswerKind.h"
 #include "common/Dates.h"
 
@@ -24,10 +25,11 @@ struct Answer {
 struct AnswerStatements {
     AnswerStatements(const Answer& answer, const AnswerRequest& request);
 
-    QString history;  // bcx.mdb: an absence transaction
-    QString audit;    // aidb01.mdb
-    QString board;    // vrlxdb01.mdb: the minutes of tlyrTemp
-    QString employee; // the code, as a literal
+    Standing::EntryKey entry; // of the audit
+    QString history;          // bcx.mdb: an absence transaction
+    QString audit;            // aidb01.mdb
+    QString board;            // vrlxdb01.mdb: the minutes of tlyrTemp
+    QString employee;         // the code, as a literal
 };
 
 } // namespace tallyroom

@@ -28,9 +28,6 @@ QStringList selectedNames(const Ui::Tallyroom& ui) {
 Offer offer(const Ui::Tallyroom& ui, const std::optional<TotallingPeriod>& period) {
     Offer offer;
     offer.names = selectedNames(ui);
-    const Grid::RowRange rows = ui.Grid->selectedRows();
-    for (int row = rows.first; row <= rows.last; ++row)
-        offer.asked += ui.Grid->note(row).isEmpty() ? 0 : 1;
     offer.breakOut = ui.mnuBreakOut->isChecked();
     offer.amount = ui.Text1->text();
     offer.doubleAmount = ui.Text2->text();

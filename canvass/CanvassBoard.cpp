@@ -138,7 +138,10 @@ void CanvassBoard::showCommand(const QString& command) {
 }
 
 Offer CanvassBoard::offer() const {
-    return BoardControls::offer(m_ui, m_state.period);
+    Offer offer = BoardControls::offer(m_ui, m_state.period);
+    for (const QString& code : BoardControls::selectedEmployees(m_ui))
+        offer.answered += m_asked.hasAnswered(code) ? 1 : 0;
+    return offer;
 }
 
 BoardFigures CanvassBoard::figures() const {
@@ -251,8 +254,9 @@ void CanvassBoard::refuse() {
 }
 
 // Returns what ended the command before its end.
-std::optional<RunError> CanvassBoard::recordAndShow(const AnswerRequest& request) {
+std::optional<RunError> CanvassBoard::recordAndShow(AnswerRequest request) {
     m_status.command.clear();
+    request.board = snapshot();
     const QStringList names = BoardControls::selectedNames(m_ui);
     const QString next = m_ui.Grid->text(m_ui.Grid->selectedRows().last + 1, 0);
     BoardProgress progress(m_window, m_bar);
@@ -270,6 +274,22 @@ std::optional<RunError> CanvassBoard::recordAndShow(const AnswerRequest& request
     else if (result.anyWritten())
         goOnTo(next);
     return result.failure;
+}
+
+// Down to the last of those who answer.
+std::shared_ptr<const Standing::Snapshot> CanvassBoard::snapshot() const {
+    const Ordering ordering = m_order.inForce().value_or(Ordering{});
+    const BoardOptions shown = m_view.options();
+    Standing::Snapshot board{ordering.descr, ordering.details,      {},
+                             shown.multiply, shown.breakOut,        shown.totalWithAccepted,
+                             m_bucket,       m_ui.Grid->rows() - 1, {}};
+    if (m_state.period)
+        board.period = {m_state.period->from, m_state.period->to};
+    const int total = m_ui.Grid->columns() - 1;
+    for (int row = 1; row <= m_ui.Grid->selectedRows().last; ++row)
+        board.rows.push_back({m_ui.Grid->text(row, 0), m_ui.Grid->text(row, total),
+                              !m_ui.Grid->note(row).isEmpty()});
+    return std::make_shared<const Standing::Snapshot>(std::move(board));
 }
 
 // The row that came after those answered, wherever the order has put it. Below the last one there

@@ -52,7 +52,8 @@ public:
 private:
     void fillGrid(GridFill& grid, const std::function<void()>& unknownElement);
     void connectControls();
-    std::optional<RunError> recordAndShow(const AnswerRequest& request);
+    std::optional<RunError> recordAndShow(AnswerRequest request);
+    std::shared_ptr<const Standing::Snapshot> snapshot() const;
     void goOnTo(const QString& code);
     std::optional<RunError> showRecorded(bool anyWritten);
     void showAfterFailure(const AnswerRecording::Result& result);

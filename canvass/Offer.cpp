@@ -75,9 +75,9 @@ QStringList aboutDay(const Offer& offer) {
 QString who(const Offer& offer) {
     QString text = QStringLiteral("%1 selected").arg(offer.names.size());
     const auto date = Dates::parse(offer.canvassDate);
-    if (offer.asked > 0 && date)
+    if (offer.answered > 0 && date)
         text += QStringLiteral(", %1 already answered for %2")
-                    .arg(offer.asked)
+                    .arg(offer.answered)
                     .arg(Said::dayWithoutYear(*date, offer.today));
     return offer.names.size() == 1 ? text + QStringLiteral(": ") + offer.names.front() : text;
 }

@@ -9,7 +9,7 @@ namespace tallyroom {
 
 struct Offer {
     QStringList names; // of the selected employees, from the upper row to the lower one
-    int asked = 0;     // of these, who have an answer for the day already
+    int answered = 0;  // of these, who have an answer for the day already
     bool breakOut = false;
     QString amount;                        // Text1, as typed
     QString doubleAmount;                  // Text2; used only when broken out

@@ -1,9 +1,9 @@
 #include "reports/Period.h"
 
+#include "audit/Moments.h"
 #include "common/Format.h"
 #include "common/RunError.h"
 #include "store/Readable.h"
-#include "store/SqlText.h"
 #include "store/Workspace.h"
 
 #include <algorithm>
@@ -66,10 +66,7 @@ QString periodCondition(const QString& column, const Period& period) {
 }
 
 QString dayCondition(const QString& column, QDate day) {
-    constexpr double second = 1.0 / 86400;
-    const double first = Dates::fromQDate(day).serial;
-    return QStringLiteral("([%1] between ").arg(column) + SqlText::literal(Date{first}) +
-           QStringLiteral(" and ") + SqlText::literal(Date{first + 1 - second}) + QLatin1Char(')');
+    return Moments::within(column, day, day);
 }
 
 QString shownDay(const Variant& date) {

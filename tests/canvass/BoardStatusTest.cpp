@@ -79,7 +79,7 @@ TEST(BoardStatus, AnOfferSaysWhomItGoesToAndWhetherItCounts) {
     Offer offer = offerTo({QStringLiteral("A, B"), QStringLiteral("C"), QStringLiteral("D")});
     EXPECT_EQ(offer.text(), QStringLiteral("3 selected") + offered);
     offer.names.append(QStringLiteral("E"));
-    offer.asked = 1;
+    offer.answered = 1;
     EXPECT_EQ(offer.text(), QStringLiteral("4 selected, 1 already answered for Sat 11/28") +
                                 offered + QStringLiteral("; \u2026"));
     offer.today = day(u"12/31/2025");

@@ -13,6 +13,7 @@ struct Desk {
     Desk(const QString& dataPath, const QString& filter) {
         host.filter = filter;
         context = host.context(dataPath);
+        context.CurrentUser = QStringLiteral("jo");
         state.DataPath = dataPath;
         state.listener = [this](const QStringList& told) { news += told; };
         state.openHostOptions();
@@ -30,13 +31,26 @@ struct Desk {
         request.amount = QStringLiteral("2:00");
         request.canvassDate = date;
         request.user = QStringLiteral("jo");
+        request.board = shown();
         return AnswerRecording::record(state, request);
+    }
+    // The board as a window would show it, when it was first asked for.
+    std::shared_ptr<const Standing::Snapshot> shown() {
+        if (board)
+            return board;
+        Standing::Snapshot seen;
+        for (const QString& code : counted())
+            seen.rows.push_back({code.section(u'|', 0, 0), {}, false});
+        seen.listed = static_cast<int>(seen.rows.size());
+        board = std::make_shared<const Standing::Snapshot>(std::move(seen));
+        return board;
     }
     QStringList counted() const { return textsOf(*state.rows().openRecordset()); }
 
     FakeHost host;
     HostContext context;
     CanvassState state;
+    std::shared_ptr<const Standing::Snapshot> board;
     QStringList news;
 };
 

@@ -88,6 +88,7 @@ TEST_F(DesksTest, AskTheServerSeldom) {
         action();
         return roundTrips(u"one"_s) - before;
     };
+    constexpr qint64 shown = 2; // the desk reads its board, which a window has in its grid
     QStringList all;
     for (int employee = 2; employee <= 51; ++employee)
         all << u"E%1"_s.arg(employee);
@@ -99,7 +100,7 @@ TEST_F(DesksTest, AskTheServerSeldom) {
         {"opening", [&] { EXPECT_TRUE(desk.count()); }, 25},
         {"Refresh", [&] { EXPECT_TRUE(desk.count()); }, 8},
         {"reading the board", [&] { EXPECT_EQ(desk.counted().size(), 60); }, 2},
-        {"one answer", [&] { EXPECT_EQ(desk.accept({u"E1"_s}).recorded, 1); }, 10},
+        {"one answer", [&] { EXPECT_EQ(desk.accept({u"E1"_s}).recorded, 1); }, 10 + shown},
         {"50 answers", [&] { EXPECT_EQ(desk.accept(all).recorded, 50); }, 50 * 5 + 5},
     };
     for (const auto& job : jobs)

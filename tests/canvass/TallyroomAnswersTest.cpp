@@ -1,3 +1,4 @@
+#include "audit/Standing.h"
 #include "tests/canvass/Board.h"
 
 #include <QContextMenuEvent>
@@ -60,6 +61,30 @@ TEST_F(TallyroomAnswersTest, SelectedRowsAreRecordedWhicheverWayTheyWereSelected
     EXPECT_EQ(folder.rows(hostFile, u"Select [thist_dept] from [TimeHistory];").value(0),
               QStringLiteral("Dept"))
         << "the heading's text";
+}
+
+TEST_F(TallyroomAnswersTest, WhereSomebodyStoodIsWhatTheBoardShowed) {
+    show([&](QWidget& board) {
+        type(board, u"Text1", u"2:00");
+        for (const int row : {3, 1}) {
+            QStringList shown;
+            for (const QString& line : lines(board).mid(1, row))
+                shown << line.section(u'|', 0, 0) + u'|' + line.section(u'|', -1);
+            grid(board).setCurrentRow(row);
+            answer(board, u"mnuAccept");
+            const QString kept =
+                folder
+                    .rows(addInFile,
+                          u"Select [Details] from [TLYR_Standing] where IsNull([Emp_Code]);")
+                    .last();
+            const auto snapshot = Standing::fromText(kept);
+            ASSERT_TRUE(snapshot);
+            QStringList stood;
+            for (const Standing::Listed& each : snapshot->rows)
+                stood << each.code + u'|' + each.total;
+            EXPECT_EQ(stood, shown);
+        }
+    });
 }
 
 TEST_F(TallyroomAnswersTest, ThePopupIsEnabledByAmountsAndDate) {

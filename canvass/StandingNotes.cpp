@@ -1,0 +1,39 @@
+#include "canvass/StandingNotes.h"
+
+#include "store/Recordset.h"
+
+#include <QUuid>
+
+namespace tallyroom {
+
+StandingNotes::StandingNotes(std::shared_ptr<const Standing::Snapshot> board)
+    : m_board(std::move(board)) {
+    if (!m_board)
+        return;
+    m_place.command = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    m_place.listed = m_board->listed;
+    int place = 0;
+    m_places.reserve(static_cast<qsizetype>(m_board->rows.size()));
+    for (const Standing::Listed& listed : m_board->rows)
+        m_places.insert(listed.code, ++place);
+}
+
+void StandingNotes::beginEmployee(const QString& code, const Recordset& row) {
+    if (!m_board)
+        return;
+    m_place.place = m_places.value(code);
+    m_place.total = row.field(m_board->totalWithAccepted ? QStringLiteral("totalot1")
+                                                         : QStringLiteral("totalot2"));
+    m_place.seniority = row.field(QStringLiteral("seniority"));
+}
+
+QStringList StandingNotes::with(const QString& auditInsert, const Standing::EntryKey& entry) {
+    if (!m_board || m_failure || m_place.place == 0)
+        return {auditInsert};
+    QStringList statements{auditInsert, Standing::keepPlace(entry, m_place)};
+    if (!m_hasSnapshot)
+        statements << Standing::keepSnapshot(m_place.command, *m_board);
+    return statements;
+}
+
+} // namespace tallyroom
