@@ -1,8 +1,8 @@
 #include "bench/BenchData.h"
 
-#include "bench/Plain.h"
 #include "host/demo/DemoData.h"
-#include "setup/TotallingPeriod.h"
+#include "store/Recordset.h"
+#include "store/Workspace.h"
 
 #include <QDir>
 #include <QFile>
@@ -36,6 +36,15 @@ QDate lastDate() {
 
 } // namespace
 
+void makeData(const QString& place, int employees, int days) {
+    host::DemoSettings settings;
+    settings.folder = place;
+    settings.employees = employees;
+    settings.days = days;
+    settings.end = lastDate();
+    host::createDemoData(settings, [](int, int) {});
+}
+
 QString keptFolder(int employees, int days) {
     const QString folder =
         QStringLiteral(TALLYROOM_BENCH_DATA "/employees-%1-days-%2").arg(employees).arg(days);
@@ -44,12 +53,7 @@ QString keptFolder(int employees, int days) {
     std::fprintf(stderr, "Making data for %d employees...\n", employees);
     const QString unfinished = folder + QStringLiteral(".unfinished"); // by a run that was stopped
     QDir(unfinished).removeRecursively();
-    host::DemoSettings settings;
-    settings.folder = unfinished;
-    settings.employees = employees;
-    settings.days = days;
-    settings.end = lastDate();
-    host::createDemoData(settings, [](int, int) {});
+    makeData(unfinished, employees, days);
     if (!QDir().rename(unfinished, folder))
         throw std::runtime_error("the data could not be put in their place");
     return folder;
@@ -64,8 +68,11 @@ QString fileIn(const QString& folder, const char* name) {
 }
 
 QString everybody(const QString& folder) {
-    const QStringList codes =
-        rowsOf(fileIn(folder, "bcx.mdb"), "SELECT emp_code FROM Employee ORDER BY emp_code");
+    const auto employees = Workspace::openHostOptions(folder)->openRecordset(
+        QStringLiteral("Select emp_code From Employee Order By emp_code"), RecordsetType::Snapshot);
+    QStringList codes;
+    for (; !employees->eof(); employees->moveNext())
+        codes << employees->field(0).toText();
     return QStringLiteral("in ('") + codes.join(QStringLiteral("','")) + QStringLiteral("')");
 }
 

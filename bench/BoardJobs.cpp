@@ -4,34 +4,11 @@
 #include "bench/Jobs.h"
 #include "bench/Measure.h"
 #include "bench/PlainBoard.h"
-#include "common/ui/Grid.h"
 
-#include <QAction>
 #include <QApplication>
 #include <cstdio>
 
 namespace tallyroom::bench {
-
-namespace {
-
-// All optional columns, and the ordering of the demonstration data that sorts by total overtime.
-void showEverything(Tallyroom& window) {
-    for (const char* option : {"mnuPos", "mnuSenNum", "mnuBreakOut", "mnuAltPhone", "mnuCellPhone",
-                               "mnuPager", "MnuOrder_3"}) {
-        auto& action = child<QAction>(window, option);
-        if (!action.isChecked()) // remembered from the run before
-            action.trigger();
-    }
-}
-
-QStringList codesOf(const Grid& grid) {
-    QStringList result;
-    for (int row = 1; row < grid.rows(); ++row)
-        result << grid.text(row, 0);
-    return result;
-}
-
-} // namespace
 
 void gridFill() {
     const QString folder = keptFolder(5000, 30);

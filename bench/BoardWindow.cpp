@@ -3,6 +3,7 @@
 #include "bench/BenchData.h"
 #include "common/ui/TextWidths.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QPushButton>
 #include <QTimer>
@@ -25,6 +26,22 @@ void withBoard(const QString& folder, const std::function<void(Tallyroom&)>& use
     window.showModally();
     if (failure)
         std::rethrow_exception(failure);
+}
+
+void showEverything(Tallyroom& window) {
+    for (const char* option : {"mnuPos", "mnuSenNum", "mnuBreakOut", "mnuAltPhone", "mnuCellPhone",
+                               "mnuPager", "MnuOrder_3"}) {
+        auto& action = child<QAction>(window, option);
+        if (!action.isChecked()) // remembered from the run before
+            action.trigger();
+    }
+}
+
+QStringList codesOf(const Grid& grid) {
+    QStringList result;
+    for (int row = 1; row < grid.rows(); ++row)
+        result << grid.text(row, 0);
+    return result;
 }
 
 void forgetWidths() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "canvass/Tallyroom.h"
+#include "common/ui/Grid.h"
 
 #include <functional>
 #include <stdexcept>
@@ -19,6 +20,11 @@ T& child(QWidget& window, const char* name) {
 
 // Shows the board on the folder and works it; what `use` throws is thrown on.
 void withBoard(const QString& folder, const std::function<void(Tallyroom&)>& use);
+
+// All optional columns, and the ordering of the demonstration data that sorts by total overtime.
+void showEverything(Tallyroom& window);
+
+QStringList codesOf(const Grid& grid);
 
 // As in a process that has not measured a text yet.
 void forgetWidths();

@@ -2,7 +2,6 @@
 // jobs of these numbers: 1 to 6, g for growth, m for memory.
 #include "bench/Jobs.h"
 #include "bench/Measure.h"
-#include "common/RunError.h"
 
 #include <QApplication>
 #include <QLoggingCategory>
@@ -34,18 +33,11 @@ int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false")); // of the toolkit
     QApplication::setQuitOnLastWindowClosed(false);
-    try {
+    return bench::exitCodeOf([] {
         bench::printHeading();
         for (const Job& job : jobs) {
             if (isWanted(job.name, QApplication::arguments()))
                 job.run();
         }
-    } catch (const RunError& error) {
-        std::fprintf(stderr, "%s\n", qUtf8Printable(error.description()));
-        return 1;
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
-    }
-    return 0;
+    });
 }

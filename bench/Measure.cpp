@@ -1,5 +1,7 @@
 #include "bench/Measure.h"
 
+#include "common/RunError.h"
+
 #include <QElapsedTimer>
 #include <algorithm>
 #include <cstdio>
@@ -8,6 +10,18 @@
 #include <string>
 
 namespace tallyroom::bench {
+
+int exitCodeOf(const std::function<void()>& program) {
+    try {
+        program();
+        return 0;
+    } catch (const RunError& error) {
+        std::fprintf(stderr, "%s\n", qUtf8Printable(error.description()));
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+    }
+    return 1;
+}
 
 double seconds(const std::function<void()>& job) {
     QElapsedTimer timer;
@@ -39,9 +53,12 @@ void printHeading() {
     std::printf("%-52s %11s %11s %7s %7s\n", "job", "product", "floor", "ratio", "target");
 }
 
-void printRow(const char* job, const Comparison& times, double target) {
-    std::printf("%-52s %8.1f ms %8.1f ms %7.2f %7.1f%s\n", job, times.product * 1e3,
-                times.floor * 1e3, times.ratio, target, times.ratio > target ? "  missed" : "");
+void printRow(const char* job, const Comparison& times, double target, long roundTrips) {
+    std::printf("%-52s %8.1f ms %8.1f ms %7.2f %7.1f", job, times.product * 1e3, times.floor * 1e3,
+                times.ratio, target);
+    if (roundTrips > 0)
+        std::printf(" %6ld round trips", roundTrips);
+    std::puts(times.ratio > target ? "  missed" : "");
     std::fflush(stdout);
 }
 

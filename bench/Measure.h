@@ -6,6 +6,9 @@
 
 namespace tallyroom::bench {
 
+// Runs a program: 0, or 1 when it throws, which is printed.
+int exitCodeOf(const std::function<void()>& program);
+
 double seconds(const std::function<void()>& job);
 double median(std::vector<double> values);
 
@@ -21,7 +24,8 @@ Comparison inTurns(int rounds, const std::function<double()>& product,
                    const std::function<double()>& floor, const std::function<void()>& agree);
 
 void printHeading();
-void printRow(const char* job, const Comparison& times, double target);
+// Beside the times of a job on a server, how often it waits for the server to answer.
+void printRow(const char* job, const Comparison& times, double target, long roundTrips = 0);
 
 // Peak resident size of the process since this was made, in megabytes.
 class PeakMemory {

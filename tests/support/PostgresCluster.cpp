@@ -84,7 +84,8 @@ PostgresCluster& PostgresCluster::shared() {
     return cluster;
 }
 
-PostgresCluster::PostgresCluster() : m_folder(folderTemplate()) {
+PostgresCluster::PostgresCluster(const QStringList& options)
+    : m_options(options), m_folder(folderTemplate()) {
     removeStaleFolders();
     if (const passwd* user = serverUser())
         require(chown(QFile::encodeName(folder()).constData(), user->pw_uid, user->pw_gid) == 0,
@@ -153,8 +154,9 @@ void PostgresCluster::start() {
         require(!deadline.hasExpired(), QStringLiteral("the server does not start"));
         if (m_server.state() == QProcess::NotRunning)
             launch(m_server, QStringLiteral("postgres"),
-                   {QStringLiteral("-D"), data(), QStringLiteral("-k"), folder(),
-                    QStringLiteral("-h"), QString(), QStringLiteral("-F")});
+                   QStringList{QStringLiteral("-D"), data(), QStringLiteral("-k"), folder(),
+                               QStringLiteral("-h"), QString()} +
+                       m_options);
         m_server.waitForFinished(pollInterval);
     }
 }

@@ -1,4 +1,4 @@
-// A PostgreSQL server of the test program's own, in a temporary folder.
+// A PostgreSQL server of the program's own, in a temporary folder.
 #pragma once
 
 #include <QProcess>
@@ -17,6 +17,8 @@ public:
     // The program's server. It is made at the first call, which takes about two seconds.
     static PostgresCluster& shared();
 
+    // With these options of the server; by itself it does not wait for the disk.
+    explicit PostgresCluster(const QStringList& options = {QStringLiteral("-F")});
     ~PostgresCluster();
     PostgresCluster(const PostgresCluster&) = delete;
     PostgresCluster& operator=(const PostgresCluster&) = delete;
@@ -35,10 +37,10 @@ public:
     void start();
 
 private:
-    PostgresCluster();
     QString data() const { return m_folder.filePath(QStringLiteral("data")); }
     void launch(QProcess& process, const QString& program, const QStringList& arguments);
 
+    QStringList m_options;
     QTemporaryDir m_folder;
     QProcess m_server;
 };
