@@ -156,6 +156,7 @@ void PostgresSession::begin(TransactionKind kind) {
         return;
     m_kind = kind;
     m_isGivenUp = false;
+    m_writesBefore = m_writes;
 }
 
 bool PostgresSession::commit() {
@@ -194,7 +195,8 @@ void PostgresSession::keep() {
 
 void PostgresSession::rollback() noexcept {
     m_isGivenUp = true;
-    ++m_undone;
+    if (m_writes != m_writesBefore)
+        ++m_undone;
     m_told.reset();
     m_toAnnounce.clear();
     m_depth = std::max(m_depth - 1, 0);

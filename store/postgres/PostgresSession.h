@@ -70,8 +70,9 @@ private:
 
     PostgresConnection m_connection;
     PostgresTables m_tables;
-    QHash<QString, qint64> m_writes; // statements, by schema
-    qint64 m_undone = 0;             // transactions
+    QHash<QString, qint64> m_writes;       // statements, by schema
+    QHash<QString, qint64> m_writesBefore; // the open transaction
+    qint64 m_undone = 0;                   // transactions that have written
     int m_depth = 0;          // of transactions; the server learns of them with the next statement
     bool m_isGivenUp = false; // by a part of it
     TransactionKind m_kind = TransactionKind::Write;

@@ -1,6 +1,7 @@
 // Several desks at one site on a server. A desk is a session; two in one program differ in a
 // parameter of the address.
 #include "audit/DeskNews.h"
+#include "canvass/DerivedColumns.h"
 #include "store/postgres/PostgresSession.h"
 #include "tests/canvass/Desk.h"
 #include "tests/support/PostgresCluster.h"
@@ -28,10 +29,11 @@ protected:
     QString address(const QString& desk) const {
         return m_site->path() + QStringLiteral("&application_name=") + desk;
     }
+    std::shared_ptr<PostgresSession> session(const QString& desk) const {
+        return PostgresSession::of(parseServerAddress(address(desk) + u"\\bcx.mdb"_s));
+    }
     qint64 roundTrips(const QString& desk) const {
-        return PostgresSession::of(parseServerAddress(address(desk) + QStringLiteral("\\bcx.mdb")))
-            ->connection()
-            .roundTrips();
+        return session(desk)->connection().roundTrips();
     }
     qsizetype entries() const {
         return m_site->rows(addInFile, u"Select * From TLYR_Audit").size();
@@ -105,6 +107,24 @@ TEST_F(DesksTest, AskTheServerSeldom) {
     };
     for (const auto& job : jobs)
         EXPECT_LE(asked(job.action), job.most) << job.what;
+}
+
+// Or each fill of the grid would compute all derived columns again.
+TEST_F(DesksTest, KnowThatReadingChangesNothing) {
+    Desk desk(address(u"one"_s), u"<> NULL"_s);
+    ASSERT_TRUE(desk.count());
+    const auto board = desk.state.rows().database();
+    {
+        const Transaction oneState(board, TransactionKind::Read);
+        EXPECT_EQ(desk.counted().size(), 60);
+    }
+    EXPECT_TRUE(DerivedColumns::areCurrent(desk.state, true));
+    {
+        const Transaction undone(board, TransactionKind::Write);
+        board->execute(u"Update [tlyrTemp] Set [T15Hours] = 1"_s);
+        DerivedColumns::noteCurrent(desk.state, board, true);
+    }
+    EXPECT_FALSE(DerivedColumns::areCurrent(desk.state, true));
 }
 
 } // namespace
