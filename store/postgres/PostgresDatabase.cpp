@@ -5,6 +5,7 @@
 #include "store/postgres/PostgresDialect.h"
 #include "store/postgres/PostgresKeyedRows.h"
 #include "store/postgres/PostgresSchema.h"
+#include "store/sql/LiteralTexts.h"
 #include "store/sql/Parser.h"
 #include "store/sql/StatementBinder.h"
 
@@ -149,8 +150,15 @@ void PostgresDatabase::executeAll(const QStringList& statements) {
     whole.commit();
 }
 
+// The server does not tidy up what belongs to a session: in a table of its own, rows that are only
+// deleted would be read over as long as the session lasts.
 void PostgresDatabase::run(const sql::BoundDelete& statement) {
-    session().write(statement.target.table->place, postgresGenerator().deleteRows(statement));
+    const sql::CatalogTable& table = *statement.target.table;
+    const bool isEmptied = table.place == ownSchema && !statement.where;
+    session().write(
+        table.place,
+        isEmptied ? QStringLiteral("TRUNCATE %1.%2").arg(table.place, sql::quoted(u'"', table.name))
+                  : postgresGenerator().deleteRows(statement));
 }
 
 void PostgresDatabase::run(const sql::BoundUpdate& statement) {

@@ -127,6 +127,22 @@ TEST_F(DesksTest, KnowThatReadingChangesNothing) {
     EXPECT_FALSE(DerivedColumns::areCurrent(desk.state, true));
 }
 
+// The server does not tidy up a session's own tables.
+TEST_F(DesksTest, CountTheirBoardsInTheSameRoom) {
+    Desk desk(address(u"one"_s), u"<> NULL"_s);
+    const auto room = [&] {
+        EXPECT_TRUE(desk.count());
+        return session(u"one"_s)
+            ->read(u"SELECT pg_total_relation_size('pg_temp.\"tlyrTemp\"')"_s)
+            .text(0, 0)
+            .toInt();
+    };
+    const int first = room();
+    for (int count = 0; count < 20; ++count)
+        room();
+    EXPECT_EQ(room(), first);
+}
+
 } // namespace
 
 } // namespace tallyroom
