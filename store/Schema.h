@@ -27,6 +27,7 @@ struct Index {
     const char16_t* name;
     std::span<const char16_t* const> columns;
     bool unique = false;
+    bool ofSites = false; // files do without it
 };
 
 struct Table {

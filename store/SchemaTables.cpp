@@ -171,7 +171,11 @@ constexpr const char16_t* historyTotals[] = {
     u"thist_emp",    u"shift_date",    u"thist_record_type", u"t15",           u"t20",
     u"tlyrAccepted", u"tlyrAccepted2", u"tlyrDeclined",      u"tlyrDeclined2",
 };
-constexpr Index historyIndexes[] = {{u"TimeHistory_Totals", historyTotals}};
+// A server's index holds keys of texts, so that the rows are read all the same: those of a period
+// are found at once.
+constexpr const char16_t* historyDates[] = {u"shift_date"};
+constexpr Index historyIndexes[] = {{u"TimeHistory_Totals", historyTotals},
+                                    {u"TimeHistory_Dates", historyDates, false, true}};
 
 constexpr Column shiftColumns[] = {
     {u"Shift_Code", Text, codeWidth},

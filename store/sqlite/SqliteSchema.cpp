@@ -55,8 +55,10 @@ QStringList createStatements(const File& file) {
     QStringList statements;
     for (const Table& table : file.tables) {
         statements << createTable(table);
-        for (const Index& index : table.indexes)
-            statements << createIndex(table, index);
+        for (const Index& index : table.indexes) {
+            if (!index.ofSites)
+                statements << createIndex(table, index);
+        }
     }
     return statements;
 }
