@@ -46,6 +46,7 @@ public:
     std::shared_ptr<const sql::CatalogTable> findTable(const QString& name) const override;
     std::shared_ptr<const sql::CatalogTable> findTargetTable(const QString& name) const override;
     QStringList tableNames() const override;
+    bool keepsTextsCaseBlind() const override { return false; }
 
     const QString& schema() const { return m_schema; }
     // The schema of the file to which an Insert goes.

@@ -37,6 +37,9 @@ public:
     virtual std::shared_ptr<const CatalogTable> findTargetTable(const QString& name) const = 0;
     // Of all tables of the file, but not of its views.
     virtual QStringList tableNames() const = 0;
+    // Whether texts are kept under a collation for which only A to Z have a case, so that grouping
+    // by it takes no key computed for each row.
+    virtual bool keepsTextsCaseBlind() const = 0;
 };
 
 } // namespace tallyroom::sql

@@ -208,11 +208,22 @@ void SelectBinder::simplifySums() {
 
 // Where an index has the order that people want, it may serve.
 BoundPtr SelectBinder::sorted(const BoundPtr& value) const {
-    return limitsToPlainCodes(m_result.where, value) ? caseBlind(value) : collated(value);
+    return isPlainCode(value) ? caseBlind(value) : collated(value);
+}
+
+// Of groups that are joined, the condition stands where they are made.
+bool SelectBinder::isPlainCode(const BoundPtr& value) const {
+    if (!m_result.source || !m_result.source->rows)
+        return limitsToPlainCodes(m_result.where, value);
+    const BoundSelect& groups = *m_result.source->rows;
+    return std::ranges::any_of(groups.columns, [&](const BoundColumn& column) {
+        return value->kind == BoundKind::Column && value->column == column.name &&
+               limitsToPlainCodes(groups.where, column.value);
+    });
 }
 
 void SelectBinder::groupTexts() {
-    if (TextGroups::suit(m_result))
+    if (TextGroups::suit(m_result, m_context.catalog))
         m_result = TextGroups(m_context.newAlias()).joined(std::move(m_result));
     else
         spellGroups(m_result);

@@ -33,6 +33,7 @@ private:
     void orderByGroups();
     void simplifySums();
     BoundPtr sorted(const BoundPtr& value) const;
+    bool isPlainCode(const BoundPtr& value) const;
     void groupTexts();
     void sortTexts();
     bool isGrouped(const BoundPtr& node, std::unordered_set<const BoundNode*>& known) const;

@@ -58,12 +58,13 @@ private:
 
 } // namespace
 
-bool TextGroups::suit(const BoundSelect& query) {
+bool TextGroups::suit(const BoundSelect& query, const Catalog& catalog) {
     std::unordered_set<const BoundNode*> known;
-    const auto isSpeltVariously = [&](const BoundPtr& group) {
-        return isText(group) && !limitsToPlainCodes(query.where, group);
+    const auto isJoined = [&](const BoundPtr& group) {
+        return isText(group) &&
+               !(catalog.keepsTextsCaseBlind() && limitsToPlainCodes(query.where, group));
     };
-    return std::any_of(query.groupBy.begin(), query.groupBy.end(), isSpeltVariously) &&
+    return std::any_of(query.groupBy.begin(), query.groupBy.end(), isJoined) &&
            !hasSubquery(query.having, known) &&
            std::none_of(query.columns.begin(), query.columns.end(),
                         [&](const auto& column) { return hasSubquery(column.value, known); }) &&
@@ -72,7 +73,6 @@ bool TextGroups::suit(const BoundSelect& query) {
 }
 
 BoundSelect TextGroups::joined(BoundSelect query) {
-    Q_ASSERT(suit(query));
     m_inner->totals = true;
     m_inner->source = std::move(query.source);
     m_inner->where = std::move(query.where);

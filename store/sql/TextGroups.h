@@ -7,19 +7,20 @@
 
 namespace tallyroom::sql {
 
-// A grouped query as one over the groups that the files' indexes make, which costs no more than
-// those: it joins groups whose texts are the same. Of their spellings, it gives the first one in
-// the order of the indexes; spellings of ASCII have been one group before, which gives its first.
+// A grouped query as one over the groups that the engine makes of texts as they are kept, which
+// cost the least: it joins groups whose texts are the same. Of their spellings, it gives the first
+// one in the order of the indexes; in files, spellings of ASCII have been one group before, which
+// gives its first.
 class TextGroups {
 public:
     // `alias` is what the statement may call the groups of the indexes.
     explicit TextGroups(QString alias) : m_alias(std::move(alias)) {}
 
-    // For queries that suit: with a group of texts that may be spelt variously, and without
+    // For queries that suit: with a group of texts that the engine may not take as one, and without
     // subqueries over the groups.
     BoundSelect joined(BoundSelect query);
 
-    static bool suit(const BoundSelect& query);
+    static bool suit(const BoundSelect& query, const Catalog& catalog);
 
 private:
     void addGroups(BoundSelect& query);

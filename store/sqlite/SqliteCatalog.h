@@ -17,6 +17,7 @@ public:
     std::shared_ptr<const sql::CatalogTable> findTable(const QString& name) const override;
     std::shared_ptr<const sql::CatalogTable> findTargetTable(const QString& name) const override;
     QStringList tableNames() const override;
+    bool keepsTextsCaseBlind() const override { return true; }
 
     void setInsertPlace(const QString& place) { m_insertPlace = place; }
 

@@ -21,6 +21,7 @@ public:
         return nullptr;
     }
     QStringList tableNames() const override { return {}; }
+    bool keepsTextsCaseBlind() const override { return true; }
 };
 
 QString definition(const sql::CatalogColumn& column) {
