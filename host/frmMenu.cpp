@@ -7,6 +7,7 @@
 #include "host/screens/frmOvertime.h"
 #include "host/screens/frmSchedule.h"
 #include "host/screens/frmTransactions.h"
+#include "store/Workspace.h"
 #include "ui_frmMenu.h"
 
 #include <QApplication>
@@ -32,7 +33,9 @@ frmMenu::~frmMenu() = default;
 
 void frmMenu::describe(const QString& dataFolder, const QString& user) {
     m_dataFolder = dataFolder;
-    m_ui->DataFolder->setText(dataFolder);
+    // Of a site, what it is called, but not all that it takes to reach it.
+    m_ui->DataFolder->setText(Workspace::isOnServer(dataFolder) ? dataFolder.section(u'?', 0, 0)
+                                                                : dataFolder);
     auto* summary = new QLabel(QStringLiteral("%1 employees     User: %2")
                                    .arg(m_data.employees.size())
                                    .arg(user.isEmpty() ? QStringLiteral("(none)") : user));
