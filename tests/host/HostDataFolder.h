@@ -1,9 +1,10 @@
-// A folder of demonstration data for a test.
+// A folder or a site of demonstration data for a test.
 #pragma once
 
 #include "host/demo/DemoData.h"
 #include "reports/HostData.h"
 #include "store/Workspace.h"
+#include "tests/support/DataFolder.h"
 
 #include <QTemporaryDir>
 
@@ -28,7 +29,7 @@ public:
         createDemoData(settings, [](int, int) {});
     }
 
-    QString path() const { return m_folder.filePath(QStringLiteral("data")); }
+    const QString& path() const { return m_path; }
 
     std::shared_ptr<Database> open(const QString& file) const {
         return Workspace::openDatabase(path() + QLatin1Char('\\') + file);
@@ -56,6 +57,7 @@ public:
 
 private:
     QTemporaryDir m_folder;
+    QString m_path = testsOnServer() ? newSite() : m_folder.filePath(QStringLiteral("data"));
 };
 
 } // namespace tallyroom::host

@@ -32,6 +32,20 @@ namespace {
 #ifdef TALLYROOM_SERVER
 const QString database = QStringLiteral("tests");
 
+void executeOnServer(const QString& file, const QString& sql) {
+    const QString schema = parseServerAddress(file).schema;
+    PostgresCluster::shared().execute(
+        database, QStringLiteral("SET search_path TO \"%1\"; %2").arg(schema, sql));
+}
+#else
+[[noreturn]] void executeOnServer(const QString&, const QString&) {
+    throw std::logic_error("the tests were built without support for servers");
+}
+#endif
+
+} // namespace
+
+#ifdef TALLYROOM_SERVER
 QString newSite() {
     static int made = 0;
     PostgresCluster& cluster = PostgresCluster::shared();
@@ -42,23 +56,11 @@ QString newSite() {
         .arg(++made)
         .arg(cluster.folder());
 }
-
-void executeOnServer(const QString& file, const QString& sql) {
-    const QString schema = parseServerAddress(file).schema;
-    PostgresCluster::shared().execute(
-        database, QStringLiteral("SET search_path TO \"%1\"; %2").arg(schema, sql));
-}
 #else
-[[noreturn]] void executeOnServer(const QString&, const QString&) {
-    throw std::logic_error("the tests were built without support for servers");
-}
-
 QString newSite() {
     executeOnServer({}, {});
 }
 #endif
-
-} // namespace
 
 DataFolder::DataFolder(bool onServer)
     : m_onServer(onServer), m_path(onServer ? newSite() : m_folder.path()) {

@@ -20,6 +20,9 @@ QStringList textsOf(Recordset& rows);
 // TALLYROOM_TESTS_ON_SERVER.
 bool testsOnServer();
 
+// The address of a site on the program's server that is not there yet.
+QString newSite();
+
 class DataFolder {
 public:
     // Makes the files with all tables and no rows.

@@ -124,6 +124,8 @@ TEST_F(FirstDayTest, GoesFromTheWelcomeToTheRecordedAnswers) {
                      QStringLiteral("master|%1|3/15/2024|1|75|tlyrDeclined").arg(codes[1]),
                      QStringLiteral("master|%1|3/15/2024|0|75|tlyrAccepted").arg(codes[2]),
                      QStringLiteral("master|%1|3/15/2024|0|1440|tlyrAccepted2").arg(codes[2])}));
+    if (testsOnServer())
+        return; // there the board's table is the module's own
     EXPECT_EQ(rows(u"vrlxdb01.mdb",
                    QStringLiteral("Select [xT15Accepted], [xT20Accepted], [T20Accepted] from "
                                   "[tlyrTemp] where [emp_code] = '%1';")
