@@ -36,6 +36,7 @@ public:
     PostgresConnection& operator=(const PostgresConnection&) = delete;
 
     const QString& name() const { return m_name; }
+    void setName(const QString& name) { m_name = name; }
 
     PostgresResult run(const QString& native, const PostgresParameters& parameters = {});
     // All in one round trip, up to the first that fails, which is raised. Outside a transaction

@@ -43,7 +43,7 @@ ServerAddress targetOf(const QString& path) {
 PostgresDatabase::PostgresDatabase(const ServerAddress& address, WhenInUse answer,
                                    CopySearchMaker maker)
     : EngineDatabase(maker), m_address(address), m_session(PostgresSession::of(address)),
-      m_catalog(m_session->tables(), address.schema), m_whenInUse(answer) {
+      m_catalog(m_session->tables(), address.schema), m_caller{address.shown, answer} {
     if (!hasFile(address.schema))
         throw RunError::make(ErrorNumber::fileNotFound, {address.shown}, ErrorSource::workspace);
 }
@@ -73,10 +73,10 @@ void PostgresDatabase::makeOwnTables() {
     m_session->writeAll(ownSchema, std::move(statements));
 }
 
-// The files of a site share the session, but each is waited for in its own way.
+// The files of a site share the session, but each has its name and is waited for in its own way.
 PostgresSession& PostgresDatabase::session() {
     requireOpen();
-    m_session->setWhenInUse(m_whenInUse);
+    m_session->workFor(m_caller);
     return *m_session;
 }
 
@@ -107,7 +107,7 @@ void PostgresDatabase::readRows(const sql::BoundSelect& query, std::size_t porti
 
 std::unique_ptr<KeyedRows> PostgresDatabase::keyedRows(const sql::BoundSelect& query) {
     requireOpen();
-    return std::make_unique<PostgresKeyedRows>(m_session, m_whenInUse, query);
+    return std::make_unique<PostgresKeyedRows>(m_session, m_caller, query);
 }
 
 // Updates, deletions and single rows; of other statements, nothing.
@@ -297,7 +297,7 @@ ChangeMark PostgresDatabase::changeMark() {
 
 void PostgresDatabase::setWhenInUse(WhenInUse answer) {
     requireOpen();
-    m_whenInUse = answer;
+    m_caller.whenInUse = answer;
 }
 
 void PostgresDatabase::announce(const QString& news) {

@@ -58,7 +58,7 @@ private:
     ServerAddress m_address;
     std::shared_ptr<PostgresSession> m_session; // null once closed
     PostgresCatalog m_catalog;
-    WhenInUse m_whenInUse;
+    PostgresCaller m_caller;
     bool m_inTransaction = false;
 };
 

@@ -21,12 +21,11 @@ std::vector<qint64> keysOf(const PostgresResult& result) {
 } // namespace
 
 PostgresKeyedRows::PostgresKeyedRows(std::shared_ptr<PostgresSession> session,
-                                     const WhenInUse& whenInUse, const sql::BoundSelect& query)
-    : m_session(std::move(session)), m_whenInUse(whenInUse), m_query(query) {}
+                                     const PostgresCaller& caller, const sql::BoundSelect& query)
+    : m_session(std::move(session)), m_caller(caller), m_query(query) {}
 
-// Others of the site may have set it otherwise.
 PostgresSession& PostgresKeyedRows::session() {
-    m_session->setWhenInUse(m_whenInUse);
+    m_session->workFor(m_caller);
     return *m_session;
 }
 

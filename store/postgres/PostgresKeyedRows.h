@@ -11,8 +11,8 @@ namespace tallyroom {
 // session's own tables, which are read whole.
 class PostgresKeyedRows final : public KeyedRows {
 public:
-    // `whenInUse` is the database's, which outlives this.
-    PostgresKeyedRows(std::shared_ptr<PostgresSession> session, const WhenInUse& whenInUse,
+    // `caller` is the database's, which outlives this.
+    PostgresKeyedRows(std::shared_ptr<PostgresSession> session, const PostgresCaller& caller,
                       const sql::BoundSelect& query);
 
     std::vector<qint64> keys() override;
@@ -31,7 +31,7 @@ private:
     PostgresSession& session();
 
     std::shared_ptr<PostgresSession> m_session;
-    const WhenInUse& m_whenInUse;
+    const PostgresCaller& m_caller;
     const sql::BoundSelect& m_query;
     std::vector<qint64> m_keys; // as the query gave them
     QHash<qint64, qsizetype> m_positions;

@@ -10,6 +10,12 @@
 
 namespace tallyroom {
 
+// For whom a session works: it serves the files of a site in turn.
+struct PostgresCaller {
+    QString name; // the file's, for messages
+    WhenInUse whenInUse = WhenInUse::Wait;
+};
+
 // What a statement needs besides itself, the waiting time for locks, a transaction's beginning and
 // a mark to come back to, goes to the server in the same round trip. Not for several threads.
 class PostgresSession {
@@ -56,7 +62,10 @@ public:
     void announce(const QString& news);
     void setListener(std::function<void(const QStringList&)> callback);
 
-    void setWhenInUse(WhenInUse answer) { m_whenInUse = answer; }
+    void workFor(const PostgresCaller& caller) {
+        m_connection.setName(caller.name);
+        m_whenInUse = caller.whenInUse;
+    }
 
 private:
     std::vector<PostgresStatement> beginning() const;
