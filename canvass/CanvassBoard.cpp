@@ -101,7 +101,6 @@ void CanvassBoard::open() {
 
 void CanvassBoard::close() {
     m_news.stop();
-    stopListening();
     CloseObject(m_state.CanvassRs);
     CloseObject(m_state.HostOptionsDb);
 }
@@ -342,15 +341,6 @@ void CanvassBoard::ownUpToOldFigures() {
 // What was counted is gone with the connection.
 bool CanvassBoard::isCutOff() const {
     return m_state.CanvassRs && m_state.CanvassRs->database()->isLost();
-}
-
-void CanvassBoard::stopListening() {
-    try {
-        if (m_state.HostOptionsDb)
-            m_state.HostOptionsDb->setListener({});
-    } catch (const RunError&) {
-        // Closed already, or cut off: nothing is heard any more.
-    }
 }
 
 // Others may record many answers one after the other.

@@ -61,7 +61,6 @@ private:
     bool isCutOff() const;
     bool countAnew();
     void hear(const QStringList& news);
-    void stopListening();
     void ownUpToOldFigures();
     void readAsked();
     void markAsked();

@@ -102,7 +102,7 @@ public:
 
     // Calls back again and again during a statement that takes long, about every tenth of a second:
     // by the work that is done, not by the clock. The callback neither uses a database nor throws;
-    // an empty one ends it.
+    // an empty one, or the end of this connection, ends it.
     virtual void setProgress(std::function<void()> callback) = 0;
 
     // Whether the connection to the server has been lost, which shows in what is asked of it. Only

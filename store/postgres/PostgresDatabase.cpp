@@ -49,8 +49,13 @@ PostgresDatabase::PostgresDatabase(const ServerAddress& address, WhenInUse answe
 }
 
 PostgresDatabase::~PostgresDatabase() {
-    if (m_inTransaction)
-        rollback();
+    if (m_session)
+        leaveSession();
+}
+
+void PostgresDatabase::leaveSession() noexcept {
+    rollback();
+    m_session->endCallbacksOf(this);
 }
 
 // One that is not there may be made yet. The first to look for a file that has tables of a board's
@@ -305,11 +310,11 @@ void PostgresDatabase::announce(const QString& news) {
 }
 
 void PostgresDatabase::setListener(std::function<void(const QStringList&)> callback) {
-    session().setListener(std::move(callback));
+    session().setListener(this, std::move(callback));
 }
 
 void PostgresDatabase::setProgress(std::function<void()> callback) {
-    session().connection().setProgress(std::move(callback));
+    session().setProgress(this, std::move(callback));
 }
 
 // A new connection is another place: what belonged to the old one is gone.
@@ -323,8 +328,8 @@ void PostgresDatabase::checkStructure() {
 }
 
 void PostgresDatabase::close() {
-    session();
-    rollback();
+    requireOpen();
+    leaveSession();
     m_session.reset();
 }
 

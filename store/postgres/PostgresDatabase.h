@@ -45,6 +45,7 @@ protected:
 
 private:
     PostgresSession& session();
+    void leaveSession() noexcept;
     std::optional<PostgresStatement> native(const sql::Statement& statement);
     bool hasFile(const QString& schema);
     void makeOwnTables();

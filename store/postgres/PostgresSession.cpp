@@ -242,17 +242,45 @@ void PostgresSession::announce(const QString& news) {
         send(takeAnnouncements());
 }
 
-void PostgresSession::setListener(std::function<void(const QStringList&)> callback) {
+// What was heard for somebody else is not for this one.
+void PostgresSession::setListener(const Database* owner,
+                                  std::function<void(const QStringList&)> callback) {
+    const bool wasListening = m_notifier != nullptr;
     m_notifier.reset();
+    m_heard.clear();
+    m_listens = callback ? owner : nullptr;
     m_listener = std::move(callback);
-    if (!m_listener)
-        return;
+    if (m_listener)
+        listen();
+    else if (wasListening && !m_connection.lost())
+        send({{QStringLiteral("UNLISTEN *"), {}}}); // else it would pile up unread
+}
+
+void PostgresSession::listen() {
     send({{QStringLiteral("LISTEN \"%1\"").arg(m_channel), {}}});
     m_notifier = std::make_unique<QSocketNotifier>(m_connection.socket(), QSocketNotifier::Read);
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, [this] {
         hear();
         tell();
     });
+}
+
+void PostgresSession::setProgress(const Database* owner, std::function<void()> callback) {
+    m_progresses = callback ? owner : nullptr;
+    m_connection.setProgress(std::move(callback));
+}
+
+// The session outlives its files, and what they call back.
+void PostgresSession::endCallbacksOf(const Database* owner) noexcept {
+    if (m_progresses == owner)
+        setProgress(nullptr, {});
+    if (m_listens != owner)
+        return;
+    try {
+        setListener(nullptr, {});
+    } catch (const RunError&) {
+        // The connection is gone, and nothing is heard any more.
+    }
 }
 
 // What comes between the answers to a command is told once the command is over.

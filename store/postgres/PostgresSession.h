@@ -58,9 +58,11 @@ public:
     void keepPart();
     void undoPart() noexcept;
 
-    // See Database.
+    // See Database. A callback belongs to the file that gave it.
     void announce(const QString& news);
-    void setListener(std::function<void(const QStringList&)> callback);
+    void setListener(const Database* owner, std::function<void(const QStringList&)> callback);
+    void setProgress(const Database* owner, std::function<void()> callback);
+    void endCallbacksOf(const Database* owner) noexcept;
 
     void workFor(const PostgresCaller& caller) {
         m_connection.setName(caller.name);
@@ -74,6 +76,7 @@ private:
     std::vector<PostgresStatement> takeAnnouncements();
     void backToSavepoint();
     void keep();
+    void listen();
     void hear();
     void tell();
 
@@ -91,6 +94,8 @@ private:
     QStringList m_toAnnounce;                          // with the open transaction
     QStringList m_heard;                               // which the listener has not been told
     std::function<void(const QStringList&)> m_listener;
+    const Database* m_listens = nullptr;         // whose listener it is
+    const Database* m_progresses = nullptr;      // likewise
     std::unique_ptr<QSocketNotifier> m_notifier; // of what comes while nothing is asked
 };
 

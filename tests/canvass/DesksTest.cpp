@@ -5,6 +5,7 @@
 #include "store/postgres/PostgresSession.h"
 #include "tests/canvass/Desk.h"
 #include "tests/support/PostgresCluster.h"
+#include "tests/support/Printing.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -39,6 +40,12 @@ protected:
         return m_site->rows(addInFile, u"Select * From TLYR_Audit").size();
     }
 
+    static bool isSoon(const std::function<bool()>& condition) {
+        for (const QDeadlineTimer patience(5000); !condition() && !patience.hasExpired();)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
+        return condition();
+    }
+
     std::unique_ptr<DataFolder> m_site;
 };
 
@@ -58,10 +65,36 @@ TEST_F(DesksTest, HearWhatIsRecordedElsewhere) {
     Desk two(address(u"two"_s), u"<> NULL"_s);
     ASSERT_TRUE(one.count() && two.count());
     EXPECT_EQ(one.accept({u"E1"_s, u"E2"_s}).recorded, 2);
-    for (const QDeadlineTimer patience(5000); two.news.size() < 2 && !patience.hasExpired();)
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
+    EXPECT_TRUE(isSoon([&] { return two.news.size() >= 2; }));
     EXPECT_EQ(two.news, QStringList(2, DeskNews::answerRecorded));
     EXPECT_EQ(one.news, QStringList()) << "who recorded it knows";
+}
+
+// The session outlives the board that it told.
+TEST_F(DesksTest, HearNothingOfTheTimeBeforeTheyOpened) {
+    Desk two(address(u"two"_s), u"<> NULL"_s);
+    ASSERT_TRUE(two.count());
+    const auto session = Workspace::openAddIn(address(u"one"_s));
+    { const Desk closed(address(u"one"_s), u"<> NULL"_s); }
+    EXPECT_EQ(two.accept({u"E1"_s, u"E2"_s}).recorded, 2);
+    Desk one(address(u"one"_s), u"<> NULL"_s);
+    ASSERT_TRUE(one.count());
+    EXPECT_EQ(two.accept({u"E3"_s}).recorded, 1);
+    EXPECT_TRUE(isSoon([&] { return !one.news.isEmpty(); }));
+    EXPECT_EQ(one.news, QStringList(DeskNews::answerRecorded));
+}
+
+TEST_F(DesksTest, AreToldWhichFileIsInUse) {
+    const auto lock = u"Update [TLYR_Audit] Set [OT] = 1;"_s;
+    m_site->execute(addInFile, u"Insert Into [TLYR_Audit] ([Emp_Code]) Values ('E1');");
+    Desk desk(address(u"one"_s), u"<> NULL"_s);
+    const auto ours = Workspace::openAddIn(address(u"one"_s), WhenInUse::Fail);
+    const auto theirs = Workspace::openAddIn(address(u"two"_s));
+    const Transaction locked(theirs, TransactionKind::Write);
+    theirs->execute(lock);
+    std::optional<RunError> error;
+    EXPECT_EQ(errorNumberOf([&] { ours->execute(lock); }, &error), 3196);
+    EXPECT_TRUE(error->description().contains(u"aidb01.mdb"_s)) << error->what();
 }
 
 // An answer is there whole or not at all, whatever dies in its middle.
