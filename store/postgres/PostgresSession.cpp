@@ -173,10 +173,13 @@ bool PostgresSession::commit() {
     return true;
 }
 
-// The server learns of the end even when there was nothing to do but to announce.
+// The server learns of the end even when there was nothing to do but to announce. What it has not
+// been told to keep is gone with the connection.
 void PostgresSession::keep() {
     std::vector<PostgresStatement> statements = takeAnnouncements();
     m_depth = 0;
+    if (m_connection.lost())
+        throw RunError::make(ErrorNumber::connectionLost);
     if (m_connection.inTransaction())
         statements.push_back({QStringLiteral("COMMIT"), {}});
     if (statements.empty())
@@ -185,6 +188,7 @@ void PostgresSession::keep() {
         const PostgresResult end = m_connection.runAll(statements).back();
         if (end.command() == "ROLLBACK")
             throw RunError::make(ErrorNumber::invalidOperation, {}, ErrorSource::database);
+        hear(); // others' news come with the end of a transaction
     } catch (const RunError& error) {
         if (m_connection.lost())
             throw fateUnknown(error);
@@ -205,6 +209,7 @@ void PostgresSession::rollback() noexcept {
     try {
         if (m_connection.inTransaction())
             m_connection.run(QStringLiteral("ROLLBACK"));
+        hear();
     } catch (const RunError&) {
         // The connection is gone, and the transaction with it; who uses it next is told.
     }
