@@ -144,24 +144,24 @@ private:
         host->announce(DeskNews::answerRecorded);
         if (history.commit())
             m_result.partly = answer.emp;
-        writeEntry(audit, statements);
+        writeEntry(audit, answer.emp, statements);
         if (board)
-            addToBoard(*board, statements);
-        m_result.partly = answer.emp; // should there be a second line
+            addToBoard(*board, answer.emp, statements);
     }
 
     // An entry is written alone where what is kept along with it cannot be. A disk that fails has
     // undone by then what was reserved.
-    void writeEntry(Transaction& audit, const AnswerStatements& statements) {
-        if (writeWithStanding(audit, statements))
+    void writeEntry(Transaction& audit, const QString& emp, const AnswerStatements& statements) {
+        if (writeWithStanding(audit, emp, statements))
             return;
         const bool isReserved = m_addIn->inTransaction();
         m_addIn->execute(statements.audit);
-        if (isReserved)
-            audit.commit();
+        if (!isReserved || audit.commit())
+            m_result.partly = emp;
     }
 
-    bool writeWithStanding(Transaction& audit, const AnswerStatements& statements) {
+    bool writeWithStanding(Transaction& audit, const QString& emp,
+                           const AnswerStatements& statements) {
         const QStringList all = m_standing.with(statements.audit, statements.entry);
         if (all.size() == 1)
             return false;
@@ -171,13 +171,14 @@ private:
             m_standing.noteFailure(error);
             return false;
         }
-        return keepEntry(audit);
+        return keepEntry(audit, emp);
     }
 
     // Of the failures of a commit, that of a full disk has certainly written nothing.
-    bool keepEntry(Transaction& audit) {
+    bool keepEntry(Transaction& audit, const QString& emp) {
         try {
-            audit.commit();
+            if (audit.commit())
+                m_result.partly = emp;
         } catch (const RunError& error) {
             if (error.number() != ErrorNumber::diskFull)
                 throw;
@@ -197,7 +198,8 @@ private:
     }
 
     // The derived columns of other employees hold what they held.
-    void addToBoard(Transaction& transaction, const AnswerStatements& statements) {
+    void addToBoard(Transaction& transaction, const QString& emp,
+                    const AnswerStatements& statements) {
         const auto board = m_state.rows().database();
         const bool current = DerivedColumns::areCurrent(m_state, m_request.multiply);
         const bool derived = DerivedColumns::computeFor(*board, m_request.multiply,
@@ -206,7 +208,8 @@ private:
             board->execute(statements.board);
         if (current && derived)
             DerivedColumns::noteCurrent(m_state, board, m_request.multiply);
-        transaction.commit();
+        if (transaction.commit())
+            m_result.partly = emp;
         if (!derived)
             DerivedColumns::computeOneByOne(*board, m_request.multiply);
     }
