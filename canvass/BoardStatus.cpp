@@ -17,12 +17,12 @@ QString answers(int count) {
     return count == 1 ? QStringLiteral("1 answer") : QStringLiteral("%1 answers").arg(count);
 }
 
-QString elsewhere(int recorded, int takenBack) {
+QString textOf(const AnswersElsewhere& elsewhere) {
     QStringList parts;
-    if (recorded > 0)
-        parts << answers(recorded) + QStringLiteral(" recorded");
-    if (takenBack > 0)
-        parts << answers(takenBack) + QStringLiteral(" taken back");
+    if (elsewhere.recorded > 0)
+        parts << answers(elsewhere.recorded) + QStringLiteral(" recorded");
+    if (elsewhere.takenBack > 0)
+        parts << answers(elsewhere.takenBack) + QStringLiteral(" taken back");
     return parts.isEmpty()
                ? QString()
                : parts.join(QStringLiteral(", ")) + QStringLiteral(" at other desks: Refresh");
@@ -41,8 +41,7 @@ QString BoardStatus::text(const QString& offer) const {
     if (stale)
         news += news.isEmpty() ? QStringLiteral("The figures are not current: Refresh")
                                : QStringLiteral("; the figures are not current: Refresh");
-    return joined({news, elsewhere(recordedElsewhere, takenBackElsewhere), user, asked, period,
-                   employees, orderings});
+    return joined({news, textOf(elsewhere), connection, user, asked, period, employees, orderings});
 }
 
 QString BoardFigures::text() const {

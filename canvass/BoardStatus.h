@@ -7,17 +7,29 @@
 
 namespace tallyroom {
 
+// What other desks have done since the figures were counted.
+struct AnswersElsewhere {
+    int recorded = 0;
+    int takenBack = 0;
+
+    AnswersElsewhere& operator+=(const AnswersElsewhere& more) {
+        recorded += more.recorded;
+        takenBack += more.takenBack;
+        return *this;
+    }
+};
+
 // Each is a note to read, or empty.
 struct BoardStatus {
-    QString command;            // what became of the last one
-    bool stale = false;         // answers are written that the figures do not count
-    int recordedElsewhere = 0;  // answers of other desks, since the figures were counted
-    int takenBackElsewhere = 0; // likewise
-    QString user;               // why this user's answers cannot be recorded
-    QString asked;              // why rows may lack the mark of who has been asked
-    QString period;             // why the totals are not those of the stored period
-    QString employees;          // who is left out
-    QString orderings;          // which are left out
+    QString command;    // what became of the last one
+    bool stale = false; // answers are written that the figures do not count
+    AnswersElsewhere elsewhere;
+    QString connection; // that it was lost
+    QString user;       // why this user's answers cannot be recorded
+    QString asked;      // why rows may lack the mark of who has been asked
+    QString period;     // why the totals are not those of the stored period
+    QString employees;  // who is left out
+    QString orderings;  // which are left out
 
     // All that there is to say, what is newest first. What an answer would do takes the place of
     // what the last command did.

@@ -16,6 +16,8 @@
 #include "store/Workspace.h"
 #include "ui_Tallyroom.h"
 
+#include <utility>
+
 namespace tallyroom {
 
 namespace {
@@ -180,18 +182,18 @@ void CanvassBoard::build() {
     m_window.repaint(); // what a menu or a window has covered
     m_areFilesSound = m_areFilesSound || areFilesSound(m_state.DataPath);
     m_status.command.clear();
-    m_status.recordedElsewhere = 0;
-    m_status.takenBackElsewhere = 0;
     m_bucket = nameOf(m_context.BucketForm);
     readAsked();
+    const AnswersElsewhere before = std::exchange(m_status.elsewhere, {});
     const bool built = CanvassTotals::build(
         m_state, m_context.BucketForm, m_view.options().multiply,
         [this](const RunError& error) { return askAboutError(&m_window, error); });
-    m_status.stale = m_status.stale && !built;
     if (built) {
+        noteCurrent();
         fill();
         return;
     }
+    m_status.elsewhere += before;
     markAsked();
     showStatus();
     WaitPointer::hide();
@@ -343,24 +345,34 @@ bool CanvassBoard::isCutOff() const {
     return m_state.CanvassRs && m_state.CanvassRs->database()->isLost();
 }
 
-// Others may record many answers one after the other.
+// Others may record many answers one after the other. Who hears nothing any more has to know.
 void CanvassBoard::hear(const QStringList& news) {
-    m_status.recordedElsewhere += static_cast<int>(news.count(DeskNews::answerRecorded));
-    m_status.takenBackElsewhere += static_cast<int>(news.count(DeskNews::answerTakenBack));
+    if (news.isEmpty()) {
+        m_status.connection = QStringLiteral("The connection to the server was lost: Refresh");
+        return showStatus();
+    }
+    m_status.elsewhere += {static_cast<int>(news.count(DeskNews::answerRecorded)),
+                           static_cast<int>(news.count(DeskNews::answerTakenBack))};
     if (!m_news.isActive())
         m_news.start();
 }
 
 bool CanvassBoard::countAnew() {
-    return QuickBuild::run(m_state, m_context.BucketForm, m_view.options().multiply);
+    if (!QuickBuild::run(m_state, m_context.BucketForm, m_view.options().multiply))
+        return false;
+    m_status.elsewhere = {};
+    noteCurrent();
+    return true;
+}
+
+void CanvassBoard::noteCurrent() {
+    m_status.stale = false;
+    m_status.connection.clear();
 }
 
 // The failure that led here is reported; no other question is asked.
 bool CanvassBoard::rebuildQuietly() {
-    if (!countAnew())
-        return false;
-    m_status.stale = false;
-    return fill();
+    return countAnew() && fill();
 }
 
 // The column may be hidden, and another user may have filled the table with other employees since.

@@ -60,6 +60,7 @@ private:
     bool rebuildQuietly();
     bool isCutOff() const;
     bool countAnew();
+    void noteCurrent();
     void hear(const QStringList& news);
     void ownUpToOldFigures();
     void readAsked();

@@ -114,7 +114,9 @@ public:
     // of a folder.
     virtual void announce(const QString& news) = 0;
     // Calls back from the event loop with what others have announced since the last call; an empty
-    // callback ends it. Only the last one given on a site is called. Nothing may be thrown.
+    // callback, or the end of this connection, ends it. Nothing announced: the connection to the
+    // server is lost, and this is the last call. Only the last callback given on a site is called.
+    // Nothing may be thrown.
     virtual void setListener(std::function<void(const QStringList& news)> callback) = 0;
 
     // Whether the file that was opened is still the one at its path.

@@ -298,8 +298,11 @@ void PostgresSession::hear() {
     if (m_notifier && before == 0 && !m_heard.isEmpty())
         QMetaObject::invokeMethod(
             m_notifier.get(), [this] { tell(); }, Qt::QueuedConnection);
-    if (m_notifier && m_connection.lost()) // readable for ever
-        m_notifier->setEnabled(false);
+    if (m_notifier && m_connection.lost() && m_notifier->isEnabled()) {
+        m_notifier->setEnabled(false); // readable for ever
+        QMetaObject::invokeMethod(
+            m_notifier.get(), [this] { m_listener({}); }, Qt::QueuedConnection);
+    }
 }
 
 void PostgresSession::tell() {

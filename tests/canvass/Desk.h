@@ -15,7 +15,10 @@ struct Desk {
         context = host.context(dataPath);
         context.CurrentUser = QStringLiteral("jo");
         state.DataPath = dataPath;
-        state.listener = [this](const QStringList& told) { news += told; };
+        state.listener = [this](const QStringList& told) {
+            news += told;
+            isDeaf = told.isEmpty();
+        };
         state.openHostOptions();
     }
     bool count() {
@@ -52,6 +55,7 @@ struct Desk {
     CanvassState state;
     std::shared_ptr<const Standing::Snapshot> board;
     QStringList news;
+    bool isDeaf = false;
 };
 
 } // namespace tallyroom

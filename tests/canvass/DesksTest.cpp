@@ -102,8 +102,12 @@ TEST_F(DesksTest, AnAnswerThatTheServerDidNotLiveToKeepIsNotThere) {
     Desk desk(address(u"one"_s), u"<> NULL"_s);
     ASSERT_TRUE(desk.count());
     EXPECT_EQ(desk.accept({u"E1"_s}).recorded, 1);
+    Transaction begun(desk.state.HostOptionsDb, TransactionKind::Write);
+    desk.state.HostOptionsDb->execute(u"Delete From [TimeHistory];"_s);
     PostgresCluster::shared().kill();
     PostgresCluster::shared().start();
+    EXPECT_TRUE(isSoon([&] { return desk.isDeaf; }));
+    EXPECT_EQ(errorNumberOf([&] { begun.commit(); }), 3043);
     const AnswerRecording::Result cut = desk.accept({u"E2"_s});
     ASSERT_TRUE(cut.failure);
     EXPECT_EQ(cut.failure->number(), ErrorNumber::connectionLost);
