@@ -1,6 +1,7 @@
 #include "store/sql/Generator.h"
 
 #include "common/RunError.h"
+#include "store/sql/Filling.h"
 #include "store/sql/LiteralTexts.h"
 
 namespace tallyroom::sql {
@@ -8,41 +9,6 @@ namespace tallyroom::sql {
 namespace {
 
 constexpr qsizetype maximumLength = 8'000'000;
-
-// Appends the template to `out`; $$ gives a dollar sign, and what its marks $1 to $9 stand for is
-// appended by `part`, which is given their position from 0.
-template<class Part>
-void appendFilled(QString& out, QStringView text, const Part& part) {
-    for (; !text.isEmpty(); text = text.sliced(1)) {
-        if (text.front() != u'$') {
-            out += text.front();
-            continue;
-        }
-        text = text.sliced(1);
-        if (text.front() == u'$')
-            out += u'$';
-        else
-            part(text.front().digitValue() - 1);
-    }
-}
-
-QString filled(const char16_t* text, const QStringList& parts) {
-    QString result;
-    appendFilled(result, text, [&](int at) { result += parts.at(at); });
-    return result;
-}
-
-template<class Items, class TextOf>
-QString list(const Items& items, const TextOf& textOf) {
-    QStringList texts;
-    for (const auto& item : items)
-        texts << textOf(item);
-    return texts.join(QLatin1String(", "));
-}
-
-QString rowOf(const QString& values) {
-    return QStringLiteral("VALUES (%1)").arg(values);
-}
 
 // What a kind of node speaks of, and nothing that another kind does.
 bool hasItsFields(const BoundNode& node) {
@@ -68,7 +34,7 @@ QString Generator::rowsByKey(const BoundSelect& query) {
     const QString keyText = key(*query.source);
     return QStringLiteral("SELECT %1, %2 FROM %3 WHERE %4")
         .arg(keyText, columns(query), source(*query.source),
-             filled(m_dialect.hasKey, {keyText, parameter(1)}));
+             filled(dialect().hasKey, {keyText, parameter(1)}));
 }
 
 QString Generator::rowsWhere(const BoundSelect& query, const BoundPtr& criteria) {
@@ -83,20 +49,20 @@ QString Generator::keysWhere(const BoundSelect& query, const BoundPtr& criteria)
 }
 
 QString Generator::deleteRows(const BoundDelete& statement) {
-    return filled(m_dialect.deleteRows,
+    return filled(dialect().deleteRows,
                   {tableName(*statement.target.table), quotedName(statement.target.alias),
                    clause(u" WHERE ", statement.where)});
 }
 
 QString Generator::insertRows(const BoundInsert& statement) {
     const auto* values = std::get_if<std::vector<BoundPtr>>(&statement.rows);
-    return filled(m_dialect.insertRows,
+    return filled(dialect().insertRows,
                   {tableName(*statement.target.table), quotedNames(statement.columns),
                    values ? rowOf(texts(*values)) : rows(std::get<BoundSelect>(statement.rows))});
 }
 
 QString Generator::updateRows(const BoundUpdate& statement) {
-    return filled(m_dialect.updateRows,
+    return filled(dialect().updateRows,
                   {tableName(*statement.target.table), quotedName(statement.target.alias),
                    assignmentTexts(statement.assignments), clause(u" WHERE ", statement.where)});
 }
@@ -108,66 +74,17 @@ QString Generator::assignmentTexts(const std::vector<BoundAssignment>& assignmen
 }
 
 QString Generator::dropTable(const BoundDrop& statement) {
-    return filled(m_dialect.dropTable, {tableName(*statement.target.table)});
-}
-
-QString Generator::insertRow(const CatalogTable& table, const QStringList& names) const {
-    return filled(m_dialect.insertRow, {tableName(table), quotedNames(names), parameters(names)});
-}
-
-QString Generator::insertRowOrSkip(const CatalogTable& table, const QStringList& names) const {
-    return filled(m_dialect.insertRows,
-                  {tableName(table), quotedNames(names), rowOf(parameters(names))});
-}
-
-QString Generator::updateRow(const CatalogTable& table, const QStringList& names) const {
-    qsizetype number = 0;
-    const QString assignments = list(names, [&](const QString& name) {
-        return quotedName(name) + QStringLiteral(" = ") + parameter(++number);
-    });
-    return filled(m_dialect.updateRow,
-                  {tableName(table), assignments, QString::fromUtf16(m_dialect.keyColumn),
-                   parameter(names.size() + 1)});
-}
-
-QString Generator::deleteRow(const CatalogTable& table) const {
-    return filled(m_dialect.deleteRow,
-                  {tableName(table), QString::fromUtf16(m_dialect.keyColumn), parameter(1)});
-}
-
-QString Generator::tableName(const CatalogTable& table) const {
-    return quotedName(table.place) + u'.' + quotedName(table.name);
-}
-
-QString Generator::tableWithColumns(const CatalogTable& table, const QStringList& columns) const {
-    return tableName(table) + QStringLiteral(" (") + quotedNames(columns) + u')';
-}
-
-QString Generator::quotedName(const QString& name) const {
-    return quoted(m_dialect.nameQuote, name);
-}
-
-QString Generator::quotedNames(const QStringList& names) const {
-    return list(names, [this](const QString& name) { return quotedName(name); });
-}
-
-QString Generator::parameters(const QStringList& names) const {
-    qsizetype number = 0;
-    return list(names, [&](const QString&) { return parameter(++number); });
+    return filled(dialect().dropTable, {tableName(*statement.target.table)});
 }
 
 QString Generator::key(const BoundSource& source) const {
-    return quotedName(source.alias) + u'.' + QString::fromUtf16(m_dialect.keyColumn);
-}
-
-QString Generator::parameter(qsizetype number) const {
-    return filled(m_dialect.parameter, {QString::number(number)});
+    return quotedName(source.alias) + u'.' + QString::fromUtf16(dialect().keyColumn);
 }
 
 QString Generator::source(const BoundSource& source) {
     const QString rowsText =
         source.rows ? u'(' + namedRows(*source.rows) + u')' : tableName(*source.table);
-    return filled(m_dialect.tableWithAlias, {rowsText, quotedName(source.alias)});
+    return filled(dialect().tableWithAlias, {rowsText, quotedName(source.alias)});
 }
 
 // The order of rows that another query reads is of no consequence.
@@ -210,7 +127,7 @@ QString Generator::select(const BoundSelect& query, const QString& columnTexts) 
 }
 
 QString Generator::distinct(const BoundSelect& query) {
-    if (m_dialect.distinct == Dialect::Distinct::Values)
+    if (dialect().distinct == Dialect::Distinct::Values)
         return QStringLiteral("DISTINCT ");
     QStringList keys;
     for (const BoundColumn& column : query.columns) {
@@ -223,7 +140,7 @@ QString Generator::distinct(const BoundSelect& query) {
 
 // A text is left out by its key; what is read may have to be the text beside it.
 QString Generator::columnText(const BoundSelect& query, const BoundColumn& column) {
-    const bool keyed = query.distinct && m_dialect.distinct == Dialect::Distinct::OnKeys &&
+    const bool keyed = query.distinct && dialect().distinct == Dialect::Distinct::OnKeys &&
                        column.value->applies(Operation::Collated);
     return text(keyed ? *column.value->operands.front() : *column.value);
 }
@@ -232,7 +149,7 @@ QString Generator::columnText(const BoundSelect& query, const BoundColumn& colum
 QString Generator::order(const BoundSelect& query) {
     QStringList items;
     for (const BoundOrder& item : query.orderBy)
-        items << filled(item.descending ? m_dialect.descending : m_dialect.ascending,
+        items << filled(item.descending ? dialect().descending : dialect().ascending,
                         {text(*item.value)});
     if (query.updatable())
         items << key(*query.source);
@@ -261,7 +178,7 @@ void Generator::append(const BoundNode& node) {
         m_out += quotedName(node.source) + u'.' + quotedName(node.column);
         return;
     case BoundKind::Apply:
-        return appendFilled(m_out, m_dialect.operation(node.operation),
+        return appendFilled(m_out, dialect().operation(node.operation),
                             [&](int at) { append(*node.operands[static_cast<std::size_t>(at)]); });
     case BoundKind::InList:
     case BoundKind::InSelect:
@@ -277,16 +194,16 @@ void Generator::appendLiteral(const BoundNode& literal) {
     const QString value = literalText(literal.value);
     switch (literal.type) {
     case ValueType::Date:
-        m_out += filled(m_dialect.dateLiteral, {value});
+        m_out += filled(dialect().dateLiteral, {value});
         break;
     case ValueType::Boolean:
-        m_out += literal.value.isNull() ? filled(m_dialect.wholeLiteral, {value}) : value;
+        m_out += literal.value.isNull() ? filled(dialect().wholeLiteral, {value}) : value;
         break;
     case ValueType::Long:
-        m_out += filled(m_dialect.wholeLiteral, {value});
+        m_out += filled(dialect().wholeLiteral, {value});
         break;
     case ValueType::Double:
-        m_out += filled(m_dialect.realLiteral, {value});
+        m_out += filled(dialect().realLiteral, {value});
         break;
     default:
         m_out += value;
@@ -296,29 +213,29 @@ void Generator::appendLiteral(const BoundNode& literal) {
 QString Generator::literalText(const Variant& value) const {
     switch (value.type()) {
     case Variant::Type::Boolean:
-        return QString::fromUtf16(value.toBoolean() ? m_dialect.trueLiteral
-                                                    : m_dialect.falseLiteral);
+        return QString::fromUtf16(value.toBoolean() ? dialect().trueLiteral
+                                                    : dialect().falseLiteral);
     case Variant::Type::Date:
-        return quoted(m_dialect.textQuote, Dates::toIso(value.toDate()));
+        return quoted(dialect().textQuote, Dates::toIso(value.toDate()));
     case Variant::Type::Text:
-        return quoted(m_dialect.textQuote, value.toText());
+        return quoted(dialect().textQuote, value.toText());
     case Variant::Type::Long:
         return QString::number(value.toLong());
     case Variant::Type::Double:
         return realText(value.toDouble());
     default:
-        return QString::fromUtf16(m_dialect.nullLiteral);
+        return QString::fromUtf16(dialect().nullLiteral);
     }
 }
 
 const char16_t* Generator::inTemplate(const BoundNode& in) const {
     const BoundNode& left = *in.operands.front();
     if (in.kind == BoundKind::InSelect)
-        return left.type == ValueType::Text ? m_dialect.inTexts : m_dialect.inSet;
+        return left.type == ValueType::Text ? dialect().inTexts : dialect().inSet;
     if (in.texts.isEmpty())
-        return m_dialect.inSet;
-    return left.applies(Operation::CaseBlind) ? m_dialect.inCaseBlindTexts
-                                              : m_dialect.inCollatedTexts;
+        return dialect().inSet;
+    return left.applies(Operation::CaseBlind) ? dialect().inCaseBlindTexts
+                                              : dialect().inCollatedTexts;
 }
 
 void Generator::appendSet(const BoundNode& in) {
@@ -327,7 +244,7 @@ void Generator::appendSet(const BoundNode& in) {
         return;
     }
     if (!in.texts.isEmpty()) { // one literal to the engine, whose parser is slow with thousands
-        m_out += quoted(m_dialect.textQuote, jsonArray(in.texts));
+        m_out += quoted(dialect().textQuote, jsonArray(in.texts));
         return;
     }
     for (std::size_t at = 1; at < in.operands.size(); ++at) {
@@ -342,7 +259,7 @@ void Generator::appendSubquery(const BoundSelect& query) {
     if (query.totals && query.groupBy.empty())
         m_out += u'(' + rowsText + u')';
     else
-        m_out += filled(m_dialect.singleValue, {rowsText});
+        m_out += filled(dialect().singleValue, {rowsText});
 }
 
 } // namespace tallyroom::sql

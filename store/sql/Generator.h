@@ -2,14 +2,14 @@
 #pragma once
 
 #include "store/sql/Bound.h"
-#include "store/sql/Dialect.h"
+#include "store/sql/RowGenerator.h"
 
 namespace tallyroom::sql {
 
 // Each raises 3360 when the text would grow out of all proportion.
-class Generator {
+class Generator : public RowGenerator {
 public:
-    explicit Generator(const Dialect& dialect) : m_dialect(dialect) {}
+    using RowGenerator::RowGenerator;
 
     // All columns of all rows.
     QString rows(const BoundSelect& select);
@@ -25,17 +25,6 @@ public:
     QString insertRows(const BoundInsert& statement);
     QString updateRows(const BoundUpdate& statement);
     QString dropTable(const BoundDrop& statement);
-
-    // One row of a table: with a parameter for each of the columns, then one for its key.
-    QString insertRow(const CatalogTable& table, const QStringList& columns) const;
-    QString insertRowOrSkip(const CatalogTable& table, const QStringList& columns) const;
-    QString updateRow(const CatalogTable& table, const QStringList& columns) const;
-    QString deleteRow(const CatalogTable& table) const;
-
-    // A table as statements name it, alone and with some of its columns, and any name in quotes.
-    QString tableName(const CatalogTable& table) const;
-    QString tableWithColumns(const CatalogTable& table, const QStringList& columns) const;
-    QString quotedName(const QString& name) const;
 
 private:
     void append(const BoundNode& node);
@@ -56,13 +45,9 @@ private:
     QString order(const BoundSelect& select);
     QString columns(const BoundSelect& select);
     QString key(const BoundSource& source) const;
-    QString parameter(qsizetype number) const;
     QString source(const BoundSource& source);
     QString namedRows(const BoundSelect& query);
-    QString quotedNames(const QStringList& names) const;
-    QString parameters(const QStringList& names) const;
 
-    const Dialect& m_dialect;
     QString m_out;
 };
 
