@@ -4,6 +4,7 @@
 #include "store/engine/FieldValue.h"
 #include "store/postgres/PostgresDialect.h"
 #include "store/postgres/PostgresKeyedRows.h"
+#include "store/postgres/PostgresOneByOne.h"
 #include "store/postgres/PostgresSchema.h"
 #include "store/sql/LiteralTexts.h"
 #include "store/sql/Parser.h"
@@ -15,13 +16,6 @@
 namespace tallyroom {
 
 namespace {
-
-// A row that a table's rules refuse, as against a statement or a server that fails.
-bool isRefusal(const RunError& error) {
-    return error.number() == ErrorNumber::duplicateKey ||
-           error.number() == ErrorNumber::valueRequired ||
-           error.number() == ErrorNumber::valueProhibited;
-}
 
 std::vector<Row> rowsOf(const PostgresResult& result, const sql::BoundSelect& query) {
     std::vector<Row> rows;
@@ -172,55 +166,26 @@ void PostgresDatabase::run(const sql::BoundUpdate& statement) {
     } catch (const RunError& error) {
         if (!isRefusal(error))
             throw;
-        updateOneByOne(statement);
+        Transaction whole(shared_from_this(), TransactionKind::Write);
+        updateOneByOne(session(), statement);
+        whole.commit();
     }
 }
 
+// Of one row that is refused, nothing is left to do.
 void PostgresDatabase::run(const sql::BoundInsert& statement) {
+    const sql::CatalogTable& table = *statement.target.table;
     try {
-        session().write(statement.target.table->place, postgresGenerator().insertRows(statement));
+        session().write(table.place, postgresGenerator().insertRows(statement));
     } catch (const RunError& error) {
         if (!isRefusal(error))
             throw;
-        insertOneByOne(statement);
-    }
-}
-
-// The engine refuses all rows for one that the table cannot keep.
-void PostgresDatabase::updateOneByOne(const sql::BoundUpdate& statement) {
-    sql::BoundSelect rows;
-    rows.source = statement.target;
-    sql::BoundUpdate row = statement;
-    row.where = nullptr;
-    const QString update = postgresGenerator().updateRows(row) + QStringLiteral(" WHERE tr_key = ");
-    Transaction whole(shared_from_this(), TransactionKind::Write);
-    const PostgresResult keys = session().read(
-        postgresGenerator().keysWhere(rows, statement.where) + QStringLiteral(" ORDER BY 1"));
-    for (int at = 0; at < keys.rows(); ++at)
-        writeUnlessRefused(*statement.target.table, update + keys.text(at, 0), {});
-    whole.commit();
-}
-
-// Of one row, nothing is left to do.
-void PostgresDatabase::insertOneByOne(const sql::BoundInsert& statement) {
-    const auto* rows = std::get_if<sql::BoundSelect>(&statement.rows);
-    if (!rows)
-        return;
-    const QString insert =
-        postgresGenerator().insertRowOrSkip(*statement.target.table, statement.columns);
-    Transaction whole(shared_from_this(), TransactionKind::Write);
-    for (const Row& row : readRows(*rows))
-        writeUnlessRefused(*statement.target.table, insert, {row.begin(), row.end()});
-    whole.commit();
-}
-
-void PostgresDatabase::writeUnlessRefused(const sql::CatalogTable& table, const QString& native,
-                                          const PostgresParameters& parameters) {
-    try {
-        session().write(table.place, native, parameters);
-    } catch (const RunError& error) {
-        if (!isRefusal(error))
-            throw;
+        const auto* query = std::get_if<sql::BoundSelect>(&statement.rows);
+        if (!query)
+            return;
+        Transaction whole(shared_from_this(), TransactionKind::Write);
+        insertOneByOne(session(), table, statement.columns, readRows(*query));
+        whole.commit();
     }
 }
 
@@ -240,8 +205,7 @@ void PostgresDatabase::insertInto(const sql::InsertStatement& statement) {
     run(sql::bindInsert(m_catalog, statement));
 }
 
-// Many rows are copied; where the table could refuse one, they are inserted one by one, all in one
-// round trip.
+// Many rows are copied, unless the table could refuse one.
 void PostgresDatabase::writeRows(const sql::CatalogTable& table,
                                  const std::vector<sql::CatalogColumn>& columns,
                                  const std::vector<Row>& rows) {
@@ -256,22 +220,7 @@ void PostgresDatabase::writeRows(const sql::CatalogTable& table,
     if (table.keepsWhatIsWritten)
         return session().copyRows(table.place, postgresGenerator().tableWithColumns(table, names),
                                   converted);
-    insertAtOnce(table, postgresGenerator().insertRowOrSkip(table, names), converted);
-}
-
-void PostgresDatabase::insertAtOnce(const sql::CatalogTable& table, const QString& insert,
-                                    const std::vector<Row>& rows) {
-    std::vector<PostgresStatement> statements;
-    for (const Row& row : rows)
-        statements.push_back({insert, PostgresParameters(row.begin(), row.end())});
-    try {
-        session().writeAll(table.place, std::move(statements));
-    } catch (const RunError& error) {
-        if (!isRefusal(error))
-            throw;
-        for (const Row& row : rows)
-            writeUnlessRefused(table, insert, {row.begin(), row.end()});
-    }
+    insertAtOnce(session(), table, names, converted);
 }
 
 void PostgresDatabase::begin(TransactionKind kind) {

@@ -49,12 +49,6 @@ private:
     std::optional<PostgresStatement> native(const sql::Statement& statement);
     bool hasFile(const QString& schema);
     void makeOwnTables();
-    void updateOneByOne(const sql::BoundUpdate& statement);
-    void insertOneByOne(const sql::BoundInsert& statement);
-    void insertAtOnce(const sql::CatalogTable& table, const QString& insert,
-                      const std::vector<Row>& rows);
-    void writeUnlessRefused(const sql::CatalogTable& table, const QString& native,
-                            const PostgresParameters& parameters);
 
     ServerAddress m_address;
     std::shared_ptr<PostgresSession> m_session; // null once closed

@@ -139,9 +139,8 @@ void PostgresSession::backToSavepoint() {
 
 void PostgresSession::copyRows(const QString& schema, const QString& target,
                                const std::vector<Row>& rows) {
+    Q_ASSERT(m_depth > 0);
     ++m_writes[schema];
-    if (m_depth == 0)
-        return m_connection.copyRows(target, rows);
     send({{savepoint, {}}});
     try {
         m_connection.copyRows(target, rows);

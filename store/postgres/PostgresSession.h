@@ -42,6 +42,7 @@ public:
                          const PostgresParameters& parameters = {});
     // All or nothing.
     void writeAll(const QString& schema, std::vector<PostgresStatement> statements);
+    // Likewise, in a transaction.
     void copyRows(const QString& schema, const QString& target, const std::vector<Row>& rows);
 
     // Stays the same as long as this session changes nothing in the schema.
