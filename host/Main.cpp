@@ -3,6 +3,7 @@
 #include "common/RunError.h"
 #include "common/look/Contrast.h"
 #include "host/BoardRun.h"
+#include "host/BreakOff.h"
 #include "host/ExitCodes.h"
 #include "host/Host.h"
 #include "host/HostMessages.h"
@@ -43,8 +44,12 @@ int createData(const DemoSettings& settings) {
     constexpr qint64 largeRows = 500000;
     const bool isLarge = qint64(settings.employees) * settings.days > largeRows;
     try {
-        createDemoData(
-            settings, isLarge ? printProgress : [](int, int) {});
+        BreakOff::allow();
+        createDemoData(settings, [isLarge](int done, int total) {
+            if (isLarge)
+                printProgress(done, total);
+            BreakOff::check();
+        });
         if (isLarge)
             QTextStream(stderr) << '\n';
         return exitSuccess;
@@ -66,8 +71,13 @@ int copy(const QString& from, const QString& to) {
         over({});
         out << line << Qt::endl;
     };
+    const auto progress = [&](const QString& line) {
+        over(line);
+        BreakOff::check();
+    };
     try {
-        copyData(from, to, {say, over});
+        BreakOff::allow();
+        copyData(from, to, {say, progress});
         say(QStringLiteral("Copied and compared."));
         return exitSuccess;
     } catch (const RunError& error) {

@@ -2,6 +2,7 @@
 #include "audit/AuditDeletion.h"
 #include "canvass/AnswerRecording.h"
 #include "canvass/CanvassTotals.h"
+#include "host/BreakOff.h"
 #include "host/RecentFolders.h"
 #include "host/copy/DataCopy.h"
 #include "host/demo/DemoData.h"
@@ -13,6 +14,7 @@
 #include <QDir>
 #include <QRegularExpression>
 #include <QSettings>
+#include <csignal>
 
 namespace tallyroom::host {
 namespace {
@@ -36,6 +38,11 @@ protected:
     static void copy(const QString& from, const QString& to, QStringList* said = nullptr) {
         const auto say = [said](const QString& line) { said ? void(*said << line) : void(); };
         copyData(from, to, {say, [](const QString&) {}});
+    }
+    static void breakOffCopy(const QString& from, const QString& to) {
+        BreakOff::allow();
+        std::raise(SIGTERM);
+        copyData(from, to, {[](const QString&) {}, [](const QString&) { BreakOff::check(); }});
     }
     // All rows of all tables but the scratch table.
     static QStringList everything(const QString& path) {
@@ -118,6 +125,7 @@ TEST_F(Sites, WhatFailsLeavesNothingBehindAndWhatIsThereAlone) {
         {"a value that does not fit, in a folder", [&] { copy(bad.path(), fresh); }, 3421},
         {"a value that does not fit, on a server", [&] { copy(bad.path(), newSite); }, 3421},
         {"a text that a server cannot keep", [&] { copy(withNul.path(), newSite); }, 3421},
+        {"a copy broken off from outside", [&] { breakOffCopy(withNul.path(), fresh); }, 18},
         {"over a folder", [&] { copy(site(QStringLiteral("taken")), folder.path()); }, 3204},
         {"over a site", [&] { copy(folder.path(), site(QStringLiteral("TAKEN"))); }, 3204},
         {"a demonstration over a site", [&] { make(site(QStringLiteral("taken"))); }, 3204},
