@@ -75,13 +75,21 @@ void frmMenu::setEntries(const std::vector<AddInEntry>& entries) {
     }
 }
 
+// A connection that was lost does not come back, but the server may.
+std::shared_ptr<Database> frmMenu::data() {
+    if (m_database->isLost())
+        m_database = Workspace::openHostOptions(m_dataFolder);
+    return m_database;
+}
+
 void frmMenu::ttedit_click() {
-    frmTransactions(*m_database, m_data, QApplication::activeWindow()).exec();
+    const auto database = data();
+    frmTransactions(*database, m_data, QApplication::activeWindow()).exec();
 }
 
 void frmMenu::showSchedule(ScheduleSpan span) {
-    frmSchedule(*m_database, m_data, span, canvassPeriod(m_dataFolder),
-                QApplication::activeWindow())
+    const auto database = data();
+    frmSchedule(*database, m_data, span, canvassPeriod(m_dataFolder), QApplication::activeWindow())
         .exec();
 }
 
@@ -98,7 +106,8 @@ void frmMenu::mnuemployeesch_click() {
 }
 
 void frmMenu::mnu_ot_anal_click() {
-    frmOvertime(*m_database, m_data, canvassPeriod(m_dataFolder), QApplication::activeWindow())
+    const auto database = data();
+    frmOvertime(*database, m_data, canvassPeriod(m_dataFolder), QApplication::activeWindow())
         .exec();
 }
 

@@ -49,6 +49,7 @@ private:
     void connectMenus();
     void veilSplash();
     void showSchedule(ScheduleSpan span);
+    std::shared_ptr<Database> data();
 
     std::unique_ptr<Ui::frmMenu> m_ui;
     std::shared_ptr<Database> m_database;
