@@ -3,11 +3,11 @@
 #include "audit/AnswersOfDay.h"
 #include "board/BoardTable.h"
 #include "board/CellText.h"
-#include "board/SortExpression.h"
 #include "common/DateParser.h"
 #include "common/Units.h"
-#include "ordering/Orderings.h"
+#include "reports/Absences.h"
 #include "reports/Group.h"
+#include "reports/Ordered.h"
 #include "store/Readable.h"
 #include "store/Workspace.h"
 
@@ -60,29 +60,6 @@ QString dayText(const ReportRequest& request) {
     return QStringLiteral("Overtime on %1 %2%3")
         .arg(request.date.toString(QStringLiteral("dddd")), shownDay(request.date),
              hoursText(request));
-}
-
-Texts readPairs(Database& host, const QString& statement) {
-    const auto rows = host.openRecordset(statement, RecordsetType::Snapshot);
-    Texts texts;
-    for (; !rows->eof(); rows->moveNext())
-        texts.insert(Readable::text(rows->field(0)), Readable::text(rows->field(1)));
-    return texts;
-}
-
-// The reason by employee. Absences that an answer has left carry minutes.
-Texts readAbsences(Database& host, const QString& filter, QDate day) {
-    Texts absences = readPairs(
-        host, QStringLiteral("Select [thist_emp], [thist_attend_code] from [TimeHistory] where "
-                             "([thist_emp] %1) and ([thist_record_type] = 'AR') and "
-                             "IsNull([tlyrAccepted]) and IsNull([tlyrAccepted2]) and "
-                             "IsNull([tlyrDeclined]) and IsNull([tlyrDeclined2]) and %2;")
-                  .arg(filter, dayCondition(QStringLiteral("shift_date"), day)));
-    const Texts reasons =
-        readPairs(host, QStringLiteral("Select [absent_code], [absent_descr] from [Absentee];"));
-    for (QString& reason : absences)
-        reason = reasons.value(reason, reason);
-    return absences;
 }
 
 // The shift that each is to work that day, or has worked.
@@ -154,18 +131,12 @@ private:
     void sort(std::vector<BoardRow>& rows) {
         if (m_request.order.isEmpty())
             return;
-        const auto ordering = Orderings::read(m_dataFolder, m_request.order);
-        if (!ordering)
-            throw BadRequest{QStringLiteral("There is no ordering \"%1\".").arg(m_request.order)};
-        if (!sortRows(rows, ordering->details, {}))
-            throw BadRequest{QStringLiteral("The ordering \"%1\" sorts by something that the "
-                                            "board does not have.")
-                                 .arg(m_request.order)};
-        m_report.details << QStringLiteral("Order: %1").arg(ordering->descr);
+        sortBy(rows, m_dataFolder, m_request.order);
+        m_report.details << QStringLiteral("Order: %1").arg(m_request.order);
     }
 
     void readDay() {
-        m_absences = readAbsences(*m_host, m_filter, m_request.date);
+        m_absences = absencesOn(*m_host, m_filter, m_request.date);
         m_work = readOtherWork(*m_host, m_filter, m_request.date);
         if (!m_asked.read(m_dataFolder, Dates::fromQDate(m_request.date)))
             m_report.notes << QStringLiteral("Who has been asked already could not be read.");

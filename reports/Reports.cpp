@@ -1,6 +1,7 @@
 #include "reports/Reports.h"
 
 #include "reports/CallSheet.h"
+#include "reports/StandingReport.h"
 
 #include <algorithm>
 
@@ -17,6 +18,7 @@ struct Known {
 };
 
 constexpr Known all[] = {
+    {ReportKind::Standing, u"standing", standingReport},
     {ReportKind::Calls, u"calls", callSheet},
 };
 
