@@ -10,7 +10,7 @@
 #include "host/Options.h"
 #include "host/RecentFolders.h"
 #include "host/ReportRun.h"
-#include "host/copy/DataCopy.h"
+#include "host/copy/Upgrade.h"
 #include "host/demo/DemoData.h"
 #include "host/frmStart.h"
 
@@ -59,8 +59,8 @@ int createData(const DemoSettings& settings) {
     return exitFailure;
 }
 
-// Progress is for who watches: a line that is written over.
-int copy(const QString& from, const QString& to) {
+// Runs what tells of its progress: for who watches, a line that is written over.
+int runWatched(const std::function<void(const CopyMessages&)>& action) {
     constexpr int lineWidth = 60;
     QTextStream out(stdout);
     QTextStream watched(stderr);
@@ -77,14 +77,24 @@ int copy(const QString& from, const QString& to) {
     };
     try {
         BreakOff::allow();
-        copyData(from, to, {say, progress});
-        say(QStringLiteral("Copied and compared."));
+        action({say, progress});
         return exitSuccess;
     } catch (const RunError& error) {
         over({});
         printError(error.description());
     }
     return exitFailure;
+}
+
+int copy(const QString& from, const QString& to) {
+    return runWatched([&](const CopyMessages& messages) {
+        copyData(from, to, messages);
+        messages.say(QStringLiteral("Copied and compared."));
+    });
+}
+
+int upgrade(const QString& dataPath) {
+    return runWatched([&](const CopyMessages& messages) { upgradeData(dataPath, messages); });
 }
 
 int runWindow(const Options& options) {
@@ -168,6 +178,8 @@ int main(int argc, char** argv) {
         return createData(parsed.options->demo);
     case Command::CopyData:
         return copy(parsed.options->copiedFrom, parsed.options->copiedTo);
+    case Command::Upgrade:
+        return upgrade(parsed.options->upgraded);
     case Command::Report:
         return report(*parsed.options, argc, argv);
     case Command::Run:

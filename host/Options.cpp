@@ -22,6 +22,9 @@ void addDataOptions(QCommandLineParser& parser) {
          text("Copy a data folder or a site to a new one of either kind, named behind it, and "
               "compare them."),
          text("DATA")},
+        {text("upgrade"),
+         text("Add to data of an older version what it lacks, after a copy beside it."),
+         text("DATA")},
     });
 }
 
@@ -93,6 +96,7 @@ const std::vector<KnownCommand>& knownCommands() {
          {text("employees"), text("days"), text("seed"), text("end"), text("first-run"),
           text("bare")}},
         {Command::CopyData, text("copy-data"), {}},
+        {Command::Upgrade, text("upgrade"), {}},
         {Command::Report, text("report"),
          reportOptionNames() + QStringList{text("data"), text("user")}},
         {Command::Run,
@@ -186,6 +190,9 @@ Options readOptions(const QCommandLineParser& parser) {
     case Command::CopyData:
         options.copiedFrom = dataOption(parser, "copy-data");
         options.copiedTo = dataPath(arguments.first());
+        break;
+    case Command::Upgrade:
+        options.upgraded = dataOption(parser, "upgrade");
         break;
     case Command::Report:
         options.dataFolder = dataOption(parser, "data");

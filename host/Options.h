@@ -10,13 +10,14 @@
 
 namespace tallyroom::host {
 
-enum class Command { ShowHelp, CreateData, CopyData, Report, Run };
+enum class Command { ShowHelp, CreateData, CopyData, Upgrade, Report, Run };
 
 struct Options {
     Command command = Command::Run;
     DemoSettings demo;  // CreateData
     QString copiedFrom; // CopyData; as dataFolder
     QString copiedTo;   // CopyData
+    QString upgraded;   // Upgrade
     ReportOptions report;
     QString dataFolder; // Run, Report; absolute or a site's address, empty to ask the user
     QString user;       // empty when the host has no users

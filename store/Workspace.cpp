@@ -1,6 +1,7 @@
 #include "store/Workspace.h"
 
 #include "store/ErrorSource.h"
+#include "store/engine/FileCompletion.h"
 #include "store/engine/FilePaths.h"
 #include "store/postgres/PostgresSite.h"
 #include "store/postgres/ServerAddress.h"
@@ -16,6 +17,10 @@
 namespace tallyroom::Workspace {
 
 namespace {
+
+QString pathOf(const QString& dataPath, const Schema::File& file) {
+    return dataPath + QLatin1Char('\\') + QString::fromUtf16(file.name);
+}
 
 bool existsCaseBlind(const QDir& folder, const QString& name) {
     return folder.entryList(QDir::AllEntries | QDir::Hidden).contains(name, Qt::CaseInsensitive);
@@ -84,6 +89,24 @@ void createFiles(const QString& folder, const std::function<void()>& fill,
         createSite(folder, fill, files);
     else
         createInFolder(QDir(folder), fill, files);
+}
+
+QStringList lackingIn(const QString& dataPath) {
+    QStringList lines;
+    for (const Schema::File& file : Schema::files())
+        lines += linesOf(completionOf(file, openDatabase(pathOf(dataPath, file))->tables()));
+    return lines;
+}
+
+void completeFiles(const QString& dataPath) {
+    for (const Schema::File& file : Schema::files()) {
+        const QString path = pathOf(dataPath, file);
+        const FileCompletion completion = completionOf(file, openDatabase(path)->tables());
+        if (isServerAddress(path))
+            completeOnServer(path, completion);
+        else
+            completeSqliteFile(FilePaths::resolveFile(path), completion);
+    }
 }
 
 } // namespace tallyroom::Workspace

@@ -32,4 +32,11 @@ void createFiles(
     const QString& folder, const std::function<void()>& fill = [] {},
     std::span<const Schema::File> files = Schema::files());
 
+// What the files of a folder or a site lack that an older version did not make: a line for each
+// table, and for each text that has become wider. Raises what opening a file raises.
+QStringList lackingIn(const QString& dataPath);
+// Adds it, and missing indexes. Each file gets all or nothing. Raises 3196 while somebody works on
+// a file as well, and 3033 for who may not change a site.
+void completeFiles(const QString& dataPath);
+
 } // namespace tallyroom::Workspace

@@ -24,4 +24,8 @@ void createSite(const QString&, const std::function<void()>&, std::span<const Sc
     refuse();
 }
 
+void completeOnServer(const QString&, const FileCompletion&) {
+    refuse();
+}
+
 } // namespace tallyroom

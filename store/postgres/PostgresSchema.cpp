@@ -63,16 +63,30 @@ QString createIndex(const QString& place, const Table& table, const Index& index
     QStringList columns;
     for (const char16_t* column : index.columns)
         columns << indexed(table, column);
-    return QStringLiteral("CREATE %1INDEX %2 ON %3 (%4)")
+    return QStringLiteral("CREATE %1INDEX IF NOT EXISTS %2 ON %3 (%4)")
         .arg(index.unique ? QStringLiteral("UNIQUE ") : QString(), quoted(index.name), place,
              columns.join(QStringLiteral(", ")));
+}
+
+void addIndexes(QStringList& statements, const QString& place, const Table& table) {
+    for (const Index& index : table.indexes)
+        statements << createIndex(place, table, index);
 }
 
 void addTable(QStringList& statements, const QString& beginning, const QString& place,
               const Table& table) {
     statements << createTable(beginning.arg(place), table);
-    for (const Index& index : table.indexes)
-        statements << createIndex(place, table, index);
+    addIndexes(statements, place, table);
+}
+
+// To every role that has rights on some table of the schema, the rights of a desk.
+QString grantAsOthers(const QString& schema, const QString& place) {
+    return QStringLiteral(
+               "DO $grant$ DECLARE r record; BEGIN FOR r IN SELECT DISTINCT grantee FROM "
+               "information_schema.role_table_grants WHERE table_schema = %1 AND privilege_type = "
+               "'INSERT' AND grantee <> current_user LOOP EXECUTE format('GRANT SELECT, INSERT, "
+               "UPDATE, DELETE ON %s TO %I', %2, r.grantee); END LOOP; END $grant$")
+        .arg(sql::quoted(u'\'', schema), sql::quoted(u'\'', place));
 }
 
 } // namespace
@@ -84,6 +98,25 @@ QStringList createSchemaStatements(const QString& schema, const File& file) {
             addTable(statements, QStringLiteral("CREATE TABLE %1"),
                      quoted(schema) + u'.' + quoted(table.name), table);
     }
+    return statements;
+}
+
+QStringList completeSchemaStatements(const QString& schema, const FileCompletion& completion) {
+    const auto placeOf = [&](const QString& table) {
+        return quoted(schema) + u'.' + quoted(table);
+    };
+    QStringList statements;
+    for (const Table* table : completion.missing) {
+        const QString place = placeOf(QString::fromUtf16(table->name));
+        addTable(statements, QStringLiteral("CREATE TABLE %1"), place, *table);
+        statements << grantAsOthers(schema, place);
+    }
+    for (const Table* table : completion.present)
+        addIndexes(statements, placeOf(QString::fromUtf16(table->name)), *table);
+    for (const FileCompletion::Widening& widening : completion.widenings)
+        statements << QStringLiteral("ALTER TABLE %1 ALTER COLUMN %2 TYPE %3")
+                          .arg(placeOf(widening.table), quoted(widening.name),
+                               declaredType(*widening.column));
     return statements;
 }
 

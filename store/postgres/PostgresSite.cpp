@@ -88,4 +88,13 @@ void createSite(const QString& path, const std::function<void()>& fill,
     making.commit();
 }
 
+void completeOnServer(const QString& path, const FileCompletion& completion) {
+    const ServerAddress address = parseServerAddress(path);
+    const auto session = PostgresSession::of(address);
+    std::vector<PostgresStatement> statements;
+    add(statements, completeSchemaStatements(address.schema, completion));
+    session->writeAll(address.schema, std::move(statements));
+    session->tables().forget();
+}
+
 } // namespace tallyroom

@@ -4,6 +4,7 @@
 #include "store/Database.h"
 #include "store/Schema.h"
 #include "store/engine/CopySearch.h"
+#include "store/engine/FileCompletion.h"
 
 namespace tallyroom {
 
@@ -19,5 +20,9 @@ std::shared_ptr<Database> openOnServer(const QString& path, WhenInUse answer,
 // for a site that is there already, 3033 for who may not make it, and what hinders a connection.
 void createSite(const QString& path, const std::function<void()>& fill,
                 std::span<const Schema::File> files);
+
+// Adds to a file of a site what it lacks, all or nothing. Raises 3033 for who does not own it, and
+// what hinders a connection.
+void completeOnServer(const QString& path, const FileCompletion& completion);
 
 } // namespace tallyroom

@@ -2,6 +2,7 @@
 
 #include "common/RunError.h"
 #include "store/sql/LiteralTexts.h"
+#include "store/sqlite/SqliteErrors.h"
 #include "store/sqlite/SqliteTypes.h"
 
 #include <QStringList>
@@ -46,20 +47,57 @@ QString createIndex(const Table& table, const Index& index) {
     QStringList columns;
     for (const char16_t* column : index.columns)
         columns << quoted(column);
-    return QStringLiteral("CREATE %1INDEX %2 ON %3 (%4)")
+    return QStringLiteral("CREATE %1INDEX IF NOT EXISTS %2 ON %3 (%4)")
         .arg(index.unique ? QStringLiteral("UNIQUE ") : QString(), quoted(index.name),
              quoted(table.name), columns.join(QStringLiteral(", ")));
+}
+
+void addIndexes(QStringList& statements, const Table& table) {
+    for (const Index& index : table.indexes) {
+        if (!index.ofSites)
+            statements << createIndex(table, index);
+    }
 }
 
 QStringList createStatements(const File& file) {
     QStringList statements;
     for (const Table& table : file.tables) {
         statements << createTable(table);
-        for (const Index& index : table.indexes) {
-            if (!index.ofSites)
-                statements << createIndex(table, index);
-        }
+        addIndexes(statements, table);
     }
+    return statements;
+}
+
+// The engine cannot change a declared type, but the rows are kept alike: the text of the
+// declaration is exchanged, as its documentation has it for changes that leave the rows alone
+// (sqlite.org/lang_altertable.html).
+void addWidening(QStringList& statements, const FileCompletion::Widening& widening) {
+    const auto declared = [&](int width) {
+        return sql::quoted(u'"', widening.name) + u' ' + declaredType({ColumnType::Text, width});
+    };
+    statements << QStringLiteral("UPDATE sqlite_schema SET sql = replace(sql, %1, %2) WHERE "
+                                 "type = 'table' AND name = %3")
+                      .arg(sql::quoted(u'\'', declared(widening.foundWidth)),
+                           sql::quoted(u'\'', declared(widening.column->width)),
+                           sql::quoted(u'\'', widening.table));
+}
+
+QStringList completingStatements(const FileCompletion& completion, int schemaVersion) {
+    QStringList statements;
+    for (const Table* table : completion.missing) {
+        statements << createTable(*table);
+        addIndexes(statements, *table);
+    }
+    for (const Table* table : completion.present)
+        addIndexes(statements, *table);
+    if (completion.widenings.empty())
+        return statements;
+    statements << QStringLiteral("PRAGMA writable_schema = ON");
+    for (const FileCompletion::Widening& widening : completion.widenings)
+        addWidening(statements, widening);
+    // Whoever has read the tables reads them again.
+    statements << QStringLiteral("PRAGMA schema_version = %1").arg(schemaVersion)
+               << QStringLiteral("PRAGMA writable_schema = OFF");
     return statements;
 }
 
@@ -75,6 +113,22 @@ void createSqliteFile(const QString& path, const File& file) {
         transaction.commit();
     } catch (const SQLite::Exception&) {
         throw RunError::make(ErrorNumber::cannotOpenFile, {path});
+    }
+}
+
+void completeSqliteFile(const QString& path, const FileCompletion& completion) {
+    constexpr int patience = 2000; // milliseconds
+    try {
+        SQLite::Database database(path.toUtf8().constData(), SQLite::OPEN_READWRITE, patience);
+        SQLite::Transaction transaction(database, SQLite::TransactionBehavior::EXCLUSIVE);
+        const int before = database.execAndGet("PRAGMA schema_version").getInt();
+        // Each table and index that is made counts it up.
+        const int later = before + 1000;
+        for (const QString& statement : completingStatements(completion, later))
+            database.exec(statement.toUtf8().constData());
+        transaction.commit();
+    } catch (const SQLite::Exception& error) {
+        throw storeError(error, path);
     }
 }
 

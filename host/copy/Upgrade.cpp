@@ -1,0 +1,29 @@
+#include "host/copy/Upgrade.h"
+
+#include "store/Workspace.h"
+
+namespace tallyroom::host {
+
+void upgradeData(const QString& dataPath, const CopyMessages& messages) {
+    const QStringList lacking = Workspace::lackingIn(dataPath);
+    if (!lacking.isEmpty()) {
+        const QString copy = copyBefore(dataPath, QDate::currentDate());
+        messages.say(QStringLiteral("The data as they are go to %1:").arg(copy));
+        copyData(dataPath, copy, messages);
+    }
+    Workspace::completeFiles(dataPath);
+    for (const QString& line : lacking)
+        messages.say(line);
+    if (lacking.isEmpty())
+        messages.say(QStringLiteral("Nothing was missing."));
+}
+
+QString copyBefore(const QString& dataPath, QDate day) {
+    const QString stamp = day.toString(QStringLiteral("yyyyMMdd"));
+    if (!Workspace::isOnServer(dataPath))
+        return dataPath + QStringLiteral(".before-upgrade-") + stamp;
+    const QString address = dataPath.section(u'?', 0, 0);
+    return address + u'-' + stamp + dataPath.mid(address.size());
+}
+
+} // namespace tallyroom::host

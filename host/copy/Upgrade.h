@@ -1,0 +1,18 @@
+// Bringing data that an older version has made up to this one.
+#pragma once
+
+#include "host/copy/DataCopy.h"
+
+#include <QDate>
+
+namespace tallyroom::host {
+
+// Copies the data beside themselves and compares the copy; then adds the tables that are missing
+// and widens what has become wider. Data that lack nothing are not copied. Raises what copying and
+// Workspace::completeFiles() raise.
+void upgradeData(const QString& dataPath, const CopyMessages& messages);
+
+// Where the copy goes: "/data/north.before-upgrade-20261122", ".../north-20261122" for a site.
+QString copyBefore(const QString& dataPath, QDate day);
+
+} // namespace tallyroom::host
