@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <libpq-fe.h>
 #include <poll.h>
+#include <sys/socket.h>
+#include <utility>
 
 namespace tallyroom {
 
@@ -22,39 +24,44 @@ constexpr qsizetype maximumCopyPiece = 1 << 20; // bytes
 constexpr qsizetype maximumStatements = 64;
 constexpr qsizetype maximumKeptLength = 8192;
 
-// What is asked of the session besides.
-QByteArray givenOptions(const QByteArray& conninfo) {
-    const std::unique_ptr<PQconninfoOption, decltype(&PQconninfoFree)> all(
-        PQconninfoParse(conninfo.constData(), nullptr), PQconninfoFree);
-    for (const auto* option = all.get(); option && option->keyword; ++option) {
-        if (qstrcmp(option->keyword, "options") == 0)
-            return option->val;
-    }
-    return {};
+// Whatever the server, the database or the user have as defaults, values are read and names are
+// found in one way only.
+constexpr std::pair<const char*, const char*> settings[] = {{"lock_timeout", "2s"},
+                                                            {"DateStyle", "ISO"},
+                                                            {"jit", "off"},
+                                                            {"standard_conforming_strings", "on"},
+                                                            {"bytea_output", "hex"},
+                                                            {"search_path", "pg_catalog,pg_temp"},
+                                                            {"extra_float_digits", "1"}};
+
+QByteArray setting(const QByteArray& name, const QByteArray& value) {
+    return "pg_catalog.set_config('" + name + "', '" + value + "', false)";
 }
 
-// In the packet that opens the session, so that they cost no round trip. Whatever the server, the
-// database or the user have as defaults, values are read and names are found in one way only.
-QByteArray sessionOptions() {
+QByteArray allSettings() {
+    QByteArrayList calls;
+    for (const auto& [name, value] : settings)
+        calls << setting(name, value);
     const QByteArray zone = QTimeZone::systemTimeZoneId();
-    return QByteArray(" -c lock_timeout=2s -c DateStyle=ISO -c extra_float_digits=1"
-                      " -c standard_conforming_strings=on -c bytea_output=hex"
-                      " -c search_path=pg_catalog,pg_temp -c jit=off") +
-           (QTimeZone::isTimeZoneIdAvailable(zone) ? " -c TimeZone=" + zone : QByteArray());
+    if (QTimeZone::isTimeZoneIdAvailable(zone))
+        calls << setting("TimeZone", zone);
+    return "SELECT " + calls.join(", ");
 }
 
 // The address may change what stands before it here, but not what stands behind it. A network that
 // is cut shows after half a minute at the most, sent data after fifteen seconds.
 std::shared_ptr<pg_conn> openSession(const QByteArray& conninfo) {
-    const QByteArray options = givenOptions(conninfo) + sessionOptions();
-    const char* const keywords[] = {"connect_timeout",  "application_name",
-                                    "keepalives_idle",  "keepalives_interval",
-                                    "keepalives_count", "tcp_user_timeout",
-                                    "dbname",           "client_encoding",
-                                    "options",          nullptr};
-    const char* const values[] = {
-        "10",   "tallyroom",         "10",   "5", "3", "15000", conninfo.constData(),
-        "UTF8", options.constData(), nullptr};
+    const char* const keywords[] = {"connect_timeout",
+                                    "application_name",
+                                    "keepalives_idle",
+                                    "keepalives_interval",
+                                    "keepalives_count",
+                                    "tcp_user_timeout",
+                                    "dbname",
+                                    "client_encoding",
+                                    nullptr};
+    const char* const values[] = {"10",    "tallyroom",          "10",   "5",    "3",
+                                  "15000", conninfo.constData(), "UTF8", nullptr};
     constexpr int isConninfo = 1; // what stands for dbname
     return {PQconnectdbParams(keywords, values, isConninfo), PQfinish};
 }
@@ -64,9 +71,9 @@ bool isDone(const pg_result* result) {
     return status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK;
 }
 
-bool isReadable(pg_conn* connection, int timeout) {
-    pollfd input{PQsocket(connection), POLLIN, 0};
-    return poll(&input, 1, timeout) != 0;
+bool isReady(pg_conn* connection, short events, int timeout) {
+    pollfd socket{PQsocket(connection), events, 0};
+    return poll(&socket, 1, timeout) != 0;
 }
 
 // A prepared statement gives columns that are no longer those of its tables.
@@ -76,8 +83,9 @@ bool isOutdated(const pg_result* result) {
 
 } // namespace
 
-PostgresConnection::PostgresConnection(const QString& conninfo, const QString& name)
-    : m_name(name) {
+PostgresConnection::PostgresConnection(const QString& conninfo, const QString& name,
+                                       std::chrono::milliseconds patience)
+    : m_name(name), m_patience(patience) {
     QElapsedTimer timer;
     timer.start();
     m_connection = openSession(conninfo.toUtf8());
@@ -90,6 +98,24 @@ PostgresConnection::PostgresConnection(const QString& conninfo, const QString& n
              QStringLiteral("the server is older than PostgreSQL 15, the first one served.")});
     PQsetNoticeProcessor(
         m_connection.get(), [](void*, const char*) {}, nullptr);
+    PQsetnonblocking(m_connection.get(), 1);
+    sendSettings();
+}
+
+// Poolers refuse them in the packet that opens the session. They are not waited for: the server
+// answers them with the first round trip, but ends them before, so that no failure undoes them.
+void PostgresConnection::sendSettings() {
+    m_queued.push_back({Purpose::Settings, {}});
+    if (PQenterPipelineMode(m_connection.get()) == 0 ||
+        PQsendQueryParams(m_connection.get(), allSettings().constData(), 0, nullptr, nullptr,
+                          nullptr, nullptr, 0) == 0 ||
+        !endRoundTrip())
+        lose();
+}
+
+bool PostgresConnection::endRoundTrip() {
+    ++m_endsDue;
+    return PQpipelineSync(m_connection.get()) == 1;
 }
 
 PostgresResult PostgresConnection::run(const QString& native,
@@ -105,12 +131,11 @@ PostgresConnection::runAll(const std::vector<PostgresStatement>& statements) {
             throw RunError::make(ErrorNumber::tooComplex);
     }
     ++m_roundTrips;
-    m_queued.clear();
     PQenterPipelineMode(m_connection.get());
     // Half of them may have been sent: without the end of the round trip the server does none.
     const bool isSent =
         std::ranges::all_of(statements, [&](const auto& each) { return queue(each); }) &&
-        PQpipelineSync(m_connection.get()) == 1;
+        endRoundTrip();
     if (!isSent)
         lose();
     const auto results = collect();
@@ -161,33 +186,36 @@ bool PostgresConnection::forgetStatements() {
 // A result, nothing, a result, nothing … and the end of the round trip, or of the connection.
 std::vector<PostgresResult> PostgresConnection::collect() {
     std::vector<PostgresResult> results;
-    while (PQstatus(m_connection.get()) == CONNECTION_OK) {
-        waitForInput();
-        pg_result* next = PQgetResult(m_connection.get());
-        if (!next)
-            continue;
-        results.emplace_back(next);
-        if (PQresultStatus(next) == PGRES_PIPELINE_SYNC) {
-            results.pop_back();
-            break;
-        }
+    while (m_endsDue > 0 && PQstatus(m_connection.get()) == CONNECTION_OK) {
+        PostgresResult next = nextResult();
+        if (PQresultStatus(next.native()) == PGRES_PIPELINE_SYNC)
+            --m_endsDue;
+        else if (next.native())
+            results.push_back(std::move(next));
     }
     return results;
+}
+
+PostgresResult PostgresConnection::nextResult() {
+    wait(Awaited::Answer);
+    return PostgresResult(PQgetResult(m_connection.get()));
 }
 
 std::vector<PostgresResult>
 PostgresConnection::answersOf(const std::vector<PostgresResult>& results) {
     std::vector<PostgresResult> answers;
     const pg_result* failed = nullptr;
-    for (std::size_t i = 0; i < results.size() && i < m_queued.size(); ++i) {
+    const std::vector<Queued> queued = std::exchange(m_queued, {});
+    for (std::size_t i = 0; i < results.size() && i < queued.size(); ++i) {
         if (!isDone(results[i].native())) {
             failed = failed ? failed : results[i].native();
-            forgetUnprepared(m_queued[i], results[i].native());
-        } else if (m_queued[i].purpose == Purpose::Answer) {
+            m_isLost = m_isLost || queued[i].purpose == Purpose::Settings;
+            forgetUnprepared(queued[i], results[i].native());
+        } else if (queued[i].purpose == Purpose::Answer) {
             answers.push_back(results[i]);
         }
     }
-    if (failed || results.size() != m_queued.size())
+    if (failed || results.size() != queued.size())
         fail(failed);
     return answers;
 }
@@ -197,33 +225,60 @@ void PostgresConnection::forgetUnprepared(const Queued& queued, const pg_result*
         m_statements.remove(queued.native);
 }
 
-void PostgresConnection::waitForInput() {
-    while (m_progress && PQisBusy(m_connection.get())) {
-        if (!isReadable(m_connection.get(), progressInterval))
-            m_progress();
-        else if (PQconsumeInput(m_connection.get()) == 0)
+// Statements may take long; a server from which nothing comes for a minute is not thought to be at
+// work any more. The network alone does not tell: it takes what a stopped server does not read.
+void PostgresConnection::wait(Awaited awaited) {
+    pg_conn* connection = m_connection.get();
+    QElapsedTimer silence;
+    silence.start();
+    for (;;) {
+        const int unsent = PQflush(connection);
+        const bool isOver = awaited == Awaited::Answer ? !PQisBusy(connection) : unsent == 0;
+        if (isOver || unsent < 0)
             return; // the next result tells why
+        if (isReady(connection, unsent ? POLLIN | POLLOUT : POLLIN, progressInterval)) {
+            silence.restart();
+            if (!PQconsumeInput(connection))
+                return;
+        } else if (silence.hasExpired(m_patience.count())) {
+            giveUp();
+        } else if (m_progress) {
+            m_progress();
+        }
     }
 }
 
+// Whatever the server still reads, it finds the end of the session behind it.
+void PostgresConnection::giveUp() {
+    shutdown(socket(), SHUT_RDWR);
+    lose();
+}
+
 void PostgresConnection::copyRows(const QString& target, const std::vector<Row>& rows) {
+    if (m_endsDue > 0)
+        runAll({});
     requireConnection();
     const QByteArray text = copyText(rows);
     m_roundTrips += 2;
     pg_conn* connection = m_connection.get();
     const QByteArray command = QStringLiteral("COPY %1 FROM STDIN").arg(target).toUtf8();
-    const PostgresResult begun(PQexec(connection, command.constData()));
-    if (PQresultStatus(begun.native()) != PGRES_COPY_IN)
+    if (!PQsendQuery(connection, command.constData()))
+        lose();
+    const PostgresResult begun = nextResult();
+    if (PQresultStatus(begun.native()) != PGRES_COPY_IN) {
+        nextResult();
         fail(begun.native());
+    }
     for (qsizetype at = 0; at < text.size(); at += maximumCopyPiece) {
         const auto piece = std::min(maximumCopyPiece, text.size() - at);
         if (PQputCopyData(connection, text.constData() + at, static_cast<int>(piece)) != 1)
             lose();
+        wait(Awaited::Room);
     }
     if (PQputCopyEnd(connection, nullptr) != 1)
         lose();
-    const PostgresResult ended(PQgetResult(connection));
-    PQclear(PQgetResult(connection)); // nothing, which ends the command
+    const PostgresResult ended = nextResult();
+    nextResult(); // nothing, which ends the command
     if (!isDone(ended.native()))
         fail(ended.native());
 }
@@ -240,7 +295,7 @@ int PostgresConnection::socket() const {
 std::vector<PostgresNotification> PostgresConnection::takeNotifications() {
     std::vector<PostgresNotification> taken;
     // What the server said last stands before the end of the connection.
-    while (!m_isLost && isReadable(m_connection.get(), 0))
+    while (!m_isLost && isReady(m_connection.get(), POLLIN, 0))
         m_isLost = PQconsumeInput(m_connection.get()) == 0;
     while (const std::unique_ptr<PGnotify, decltype(&PQfreemem)> next{
         PQnotifies(m_connection.get()), PQfreemem})

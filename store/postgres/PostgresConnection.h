@@ -5,6 +5,7 @@
 #include "store/postgres/PostgresResult.h"
 
 #include <QHash>
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -24,14 +25,16 @@ struct PostgresNotification {
     bool isOwn = false; // sent by the same connection
 };
 
-// A server that does not answer is given up after some seconds. Errors are RunErrors; they speak of
-// the database by the name that is given here, and no secret is in them. After 3043 (the connection
-// is gone) nothing but another connection helps.
+// A server that cannot be reached is given up after some seconds, one that stops answering after
+// the patience. Errors are RunErrors; they speak of the database by the name that is given here,
+// and no secret is in them. After 3043 (the connection is gone) nothing but another connection
+// helps.
 class PostgresConnection {
 public:
     // `conninfo` as ServerAddress has it. Raises 3151, 3029 or 3033 when the database is not to be
     // had.
-    PostgresConnection(const QString& conninfo, const QString& name);
+    PostgresConnection(const QString& conninfo, const QString& name,
+                       std::chrono::milliseconds patience = std::chrono::minutes(1));
     PostgresConnection(const PostgresConnection&) = delete;
     PostgresConnection& operator=(const PostgresConnection&) = delete;
 
@@ -59,7 +62,8 @@ public:
     void setProgress(std::function<void()> callback) { m_progress = std::move(callback); }
 
 private:
-    enum class Purpose { Answer, Preparation, Cleaning };
+    enum class Purpose { Answer, Preparation, Cleaning, Settings };
+    enum class Awaited { Answer, Room };
     struct Queued {
         Purpose purpose;
         QString native;
@@ -68,22 +72,28 @@ private:
     void requireConnection();
     [[noreturn]] void fail(const pg_result* result);
     [[noreturn]] void lose();
+    [[noreturn]] void giveUp();
+    void sendSettings();
+    bool endRoundTrip();
     bool queue(const PostgresStatement& statement);
     bool prepare(const QString& native);
     bool forgetStatements();
     std::vector<PostgresResult> collect();
     std::vector<PostgresResult> answersOf(const std::vector<PostgresResult>& results);
     void forgetUnprepared(const Queued& queued, const pg_result* failed);
-    void waitForInput();
+    PostgresResult nextResult();
+    void wait(Awaited awaited);
 
     QString m_name;
     std::shared_ptr<pg_conn> m_connection;
+    std::chrono::milliseconds m_patience;
     bool m_isLost = false;
     qint64 m_roundTrips = 0;
     std::function<void()> m_progress;
     QHash<QString, QByteArray> m_statements; // names on the server, by text
     qint64 m_namesGiven = 0;
-    std::vector<Queued> m_queued; // in this round trip; the server gives one result for each
+    std::vector<Queued> m_queued; // on their way; the server gives one result for each
+    int m_endsDue = 0;            // of round trips, which the server tells of as well
 };
 
 } // namespace tallyroom

@@ -3,6 +3,7 @@
 #include "tests/store/StoreFixture.h"
 #include "tests/support/PostgresCluster.h"
 
+#include <csignal>
 #include <tuple>
 
 namespace tallyroom {
@@ -205,7 +206,9 @@ TEST_F(PostgresConnectionTest, OpensInOneWayOnlyOrSaysWhyNot) {
         {"SHOW bytea_output", "hex"},
         {"SHOW work_mem", "5MB"},
         {"SHOW client_encoding", "UTF8"},
-        {"SHOW lock_timeout", "2s"}};
+        {"SHOW lock_timeout", "2s"},
+        {"SELECT string_agg(name, ' ' ORDER BY name) FROM pg_settings WHERE source = 'client'",
+         "application_name client_encoding work_mem"}};
     for (const auto& [question, answer] : settings)
         EXPECT_EQ(one(open, question), utf8(answer));
 
@@ -221,6 +224,24 @@ TEST_F(PostgresConnectionTest, OpensInOneWayOnlyOrSaysWhyNot) {
         const std::string raised = raisedBy([&, sent = change] { connect(sent); });
         EXPECT_TRUE(raised.starts_with(error) && raised.find("SECRET") == std::string::npos)
             << raised;
+    }
+}
+
+// It is there and its network takes what is sent, as far as that has room.
+TEST_F(PostgresConnectionTest, GivesUpAServerThatHasStopped) {
+    for (const qsizetype size : {1, 3'000'000}) {
+        PostgresConnection connection{PostgresCluster::shared().conninfo(), utf8("the site"),
+                                      std::chrono::milliseconds(300)};
+        const int server = one(connection, "SELECT pg_backend_pid()").toInt();
+        ::kill(server, SIGSTOP);
+        const Variant text(QString(size, u'x'));
+        EXPECT_EQ(errorNumberOf([&] {
+                      size == 1 ? connection.run(utf8("SELECT $1::text"), {text}).rows()
+                                : (connection.copyRows(utf8("s.t (a)"), {{text}}), 0);
+                  }),
+                  3043);
+        EXPECT_TRUE(connection.lost());
+        ::kill(server, SIGCONT);
     }
 }
 
