@@ -2,6 +2,7 @@
 // answer after the other, and looks what is there afterwards: all that the desk was told is
 // recorded, at most one more, nothing twice and nothing in part.
 #include "tests/canvass/Desk.h"
+#include "tests/canvass/RecordedAnswers.h"
 #include "tests/support/PostgresCluster.h"
 
 #include <QCoreApplication>
@@ -36,25 +37,6 @@ int work(const QString& address, const QString& date) {
     return 0;
 }
 
-QStringList recorded(const DataFolder& site, const char16_t* file, const QString& query) {
-    QStringList codes = site.rows(file, query);
-    codes.sort();
-    return codes;
-}
-
-// What is wrong; empty when nothing is.
-QString fault(const QStringList& told, const QStringList& audit, const QStringList& history) {
-    if (audit != history)
-        return u"an answer is there in part"_s;
-    if (QStringList(audit).removeDuplicates() > 0)
-        return u"an answer is there twice"_s;
-    for (const QString& code : told) {
-        if (!audit.contains(code))
-            return u"%1 was told to be recorded and is not"_s.arg(code);
-    }
-    return audit.size() > told.size() + 1 ? u"more is recorded than was asked for"_s : QString();
-}
-
 struct Outcome {
     qsizetype told = 0;
     bool oneMore = false;
@@ -71,13 +53,9 @@ Outcome killOnce(const DataFolder& site, const QString& date) {
     PostgresCluster::shared().start();
     const QStringList told =
         QString::fromUtf8(desk.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
-    const QStringList audit = recorded(
-        site, addInFile, u"Select Emp_Code From TLYR_Audit Where [Date] = #%1#"_s.arg(date));
-    const QStringList history = recorded(
-        site, hostFile, u"Select thist_emp From TimeHistory Where shift_date = #%1#"_s.arg(date));
-    const QString found = fault(told, audit, history);
-    return {told.size(), audit.size() > told.size(),
-            desk.exitCode() == 0 ? found : u"the desk could not work"_s};
+    const RecordedAnswers there(site, date);
+    return {told.size(), there.hasMoreThan(told),
+            desk.exitCode() == 0 ? there.fault(told) : u"the desk could not work"_s};
 }
 
 int killOften(int runs) {
