@@ -1,6 +1,7 @@
 #include "store/sql/SelectBinder.h"
 
 #include "common/RunError.h"
+#include "store/sql/BoundNodes.h"
 #include "store/sql/Comparisons.h"
 #include "store/sql/GroupSums.h"
 #include "store/sql/TextGroups.h"
@@ -241,6 +242,17 @@ void SelectBinder::sortTexts() {
         column.value = collated(std::move(column.value));
 }
 
+// A subquery over the groups sees of the rows no more than what they are grouped by, each column by
+// itself.
+bool SelectBinder::namesOnlyGroups(const BoundSelect& subquery) const {
+    return !anyNode(subquery, [this](const BoundPtr& node) {
+        return node->kind == BoundKind::Column && m_result.source &&
+               node->source == m_result.source->alias &&
+               std::ranges::none_of(m_result.groupBy,
+                                    [&](const BoundPtr& group) { return sameNode(group, node); });
+    });
+}
+
 // True when the value is the same for all rows of a group.
 bool SelectBinder::isGrouped(const BoundPtr& node,
                              std::unordered_set<const BoundNode*>& known) const {
@@ -253,6 +265,8 @@ bool SelectBinder::isGrouped(const BoundPtr& node,
         return !m_result.source || node->source != m_result.source->alias;
     if (isAggregate(*node))
         return true;
+    if (node->select && !namesOnlyGroups(*node->select))
+        return false;
     return std::all_of(node->operands.begin(), node->operands.end(),
                        [&](const BoundPtr& operand) { return isGrouped(operand, known); });
 }

@@ -36,6 +36,7 @@ private:
     bool isPlainCode(const BoundPtr& value) const;
     void groupTexts();
     void sortTexts();
+    bool namesOnlyGroups(const BoundSelect& subquery) const;
     bool isGrouped(const BoundPtr& node, std::unordered_set<const BoundNode*>& known) const;
 
     BindContext& m_context;

@@ -1,5 +1,6 @@
 #include "store/sql/TextGroups.h"
 
+#include "store/sql/BoundNodes.h"
 #include "store/sql/Comparisons.h"
 #include "store/sql/Typing.h"
 
@@ -42,13 +43,17 @@ public:
 
 private:
     BoundPtr rewritten(const BoundPtr& node) {
-        if (isText(node) && isGroup(node))
-            return applyNode(Operation::AnySpelling, node->type, {node}, node->width);
-        if (isAggregate(*node) || node->operands.empty())
+        if (isGroup(node))
+            return isText(node) ? applyNode(Operation::AnySpelling, node->type, {node}, node->width)
+                                : node;
+        if (isAggregate(*node) || (node->operands.empty() && !node->select))
             return node;
         auto copy = std::make_shared<BoundNode>(*node);
         for (BoundPtr& operand : copy->operands)
             operand = spelt(operand);
+        if (node->select)
+            copy->select = std::make_shared<BoundSelect>(
+                changed(*node->select, [this](const BoundPtr& part) { return spelt(part); }));
         return copy;
     }
 
