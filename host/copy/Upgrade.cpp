@@ -7,7 +7,7 @@ namespace tallyroom::host {
 void upgradeData(const QString& dataPath, const CopyMessages& messages) {
     const QStringList lacking = Workspace::lackingIn(dataPath);
     if (!lacking.isEmpty()) {
-        const QString copy = copyBefore(dataPath, QDate::currentDate());
+        const QString copy = copyBefore(dataPath, QDateTime::currentDateTime());
         messages.say(QStringLiteral("The data as they are go to %1:").arg(copy));
         copyData(dataPath, copy, messages);
     }
@@ -18,8 +18,8 @@ void upgradeData(const QString& dataPath, const CopyMessages& messages) {
         messages.say(QStringLiteral("Nothing was missing."));
 }
 
-QString copyBefore(const QString& dataPath, QDate day) {
-    const QString stamp = day.toString(QStringLiteral("yyyyMMdd"));
+QString copyBefore(const QString& dataPath, const QDateTime& moment) {
+    const QString stamp = moment.toString(QStringLiteral("yyyyMMdd-HHmm"));
     if (!Workspace::isOnServer(dataPath))
         return dataPath + QStringLiteral(".before-upgrade-") + stamp;
     const QString address = dataPath.section(u'?', 0, 0);

@@ -3,7 +3,7 @@
 
 #include "host/copy/DataCopy.h"
 
-#include <QDate>
+#include <QDateTime>
 
 namespace tallyroom::host {
 
@@ -12,7 +12,8 @@ namespace tallyroom::host {
 // Workspace::completeFiles() raise.
 void upgradeData(const QString& dataPath, const CopyMessages& messages);
 
-// Where the copy goes: "/data/north.before-upgrade-20261122", ".../north-20261122" for a site.
-QString copyBefore(const QString& dataPath, QDate day);
+// Where the copy goes: "/data/north.before-upgrade-20261122-1023", ".../north-20261122-1023" for a
+// site.
+QString copyBefore(const QString& dataPath, const QDateTime& moment);
 
 } // namespace tallyroom::host

@@ -2,11 +2,12 @@
 
 #include "common/RunError.h"
 #include "store/sql/LiteralTexts.h"
-#include "store/sqlite/SqliteErrors.h"
+#include "store/sqlite/SqliteConnection.h"
 #include "store/sqlite/SqliteTypes.h"
 
 #include <QStringList>
 #include <SQLiteCpp/SQLiteCpp.h>
+#include <sqlite3.h>
 
 namespace tallyroom {
 
@@ -101,6 +102,12 @@ QStringList completingStatements(const FileCompletion& completion, int schemaVer
     return statements;
 }
 
+int schemaVersion(SqliteConnection& connection) {
+    SqliteQuery query(connection, QStringLiteral("PRAGMA schema_version"));
+    query.next();
+    return static_cast<int>(query.key(0));
+}
+
 } // namespace
 
 void createSqliteFile(const QString& path, const File& file) {
@@ -117,19 +124,16 @@ void createSqliteFile(const QString& path, const File& file) {
 }
 
 void completeSqliteFile(const QString& path, const FileCompletion& completion) {
-    constexpr int patience = 2000; // milliseconds
-    try {
-        SQLite::Database database(path.toUtf8().constData(), SQLite::OPEN_READWRITE, patience);
-        SQLite::Transaction transaction(database, SQLite::TransactionBehavior::EXCLUSIVE);
-        const int before = database.execAndGet("PRAGMA schema_version").getInt();
-        // Each table and index that is made counts it up.
-        const int later = before + 1000;
-        for (const QString& statement : completingStatements(completion, later))
-            database.exec(statement.toUtf8().constData());
-        transaction.commit();
-    } catch (const SQLite::Exception& error) {
-        throw storeError(error, path);
-    }
+    SqliteConnection connection(path);
+    // Else the engine lets nobody exchange the text of a declaration.
+    sqlite3_db_config(connection.handle(), SQLITE_DBCONFIG_DEFENSIVE, 0, nullptr);
+    connection.run(QStringLiteral("BEGIN EXCLUSIVE")); // undone when the connection closes
+    // Each table and index that is made counts the version up.
+    constexpr int farBeyond = 1000;
+    const int later = schemaVersion(connection) + farBeyond;
+    for (const QString& statement : completingStatements(completion, later))
+        connection.run(statement);
+    connection.run(QStringLiteral("COMMIT"));
 }
 
 } // namespace tallyroom
