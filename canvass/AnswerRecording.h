@@ -25,7 +25,7 @@ struct AnswerRequest {
     QString user;          // who records
     QStringList employees; // codes of the selected rows, from the upper to the lower one
     // The board as it is shown; without it, where the employees stood is not kept.
-    std::shared_ptr<const Standing::Snapshot> board;
+    std::optional<Standing::Snapshot> board;
 };
 
 namespace AnswerRecording {

@@ -278,7 +278,7 @@ std::optional<RunError> CanvassBoard::recordAndShow(AnswerRequest request) {
 }
 
 // Down to the last of those who answer.
-std::shared_ptr<const Standing::Snapshot> CanvassBoard::snapshot() const {
+Standing::Snapshot CanvassBoard::snapshot() const {
     const Ordering ordering = m_order.inForce().value_or(Ordering{});
     const BoardOptions shown = m_view.options();
     Standing::Snapshot board{ordering.descr, ordering.details,      {},
@@ -290,7 +290,7 @@ std::shared_ptr<const Standing::Snapshot> CanvassBoard::snapshot() const {
     for (int row = 1; row <= m_ui.Grid->selectedRows().last; ++row)
         board.rows.push_back({m_ui.Grid->text(row, 0), m_ui.Grid->text(row, total),
                               !m_ui.Grid->note(row).isEmpty()});
-    return std::make_shared<const Standing::Snapshot>(std::move(board));
+    return board;
 }
 
 // The row that came after those answered, wherever the order has put it. Below the last one there

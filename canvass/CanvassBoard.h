@@ -53,7 +53,7 @@ private:
     void fillGrid(GridFill& grid, const std::function<void()>& unknownElement);
     void connectControls();
     std::optional<RunError> recordAndShow(AnswerRequest request);
-    std::shared_ptr<const Standing::Snapshot> snapshot() const;
+    Standing::Snapshot snapshot() const;
     void goOnTo(const QString& code);
     std::optional<RunError> showRecorded(bool anyWritten);
     void showAfterFailure(const AnswerRecording::Result& result);

@@ -6,8 +6,7 @@
 
 namespace tallyroom {
 
-StandingNotes::StandingNotes(std::shared_ptr<const Standing::Snapshot> board)
-    : m_board(std::move(board)) {
+StandingNotes::StandingNotes(const std::optional<Standing::Snapshot>& board) : m_board(board) {
     if (!m_board)
         return;
     m_place.command = QUuid::createUuid().toString(QUuid::WithoutBraces);

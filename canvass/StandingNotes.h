@@ -6,14 +6,13 @@
 #include "store/Database.h"
 
 #include <QHash>
-#include <memory>
 
 namespace tallyroom {
 
 class StandingNotes {
 public:
-    // Without a snapshot nothing is kept, and nothing said about it.
-    explicit StandingNotes(std::shared_ptr<const Standing::Snapshot> board);
+    // Without a snapshot nothing is kept, and nothing said about it. It must outlive this.
+    explicit StandingNotes(const std::optional<Standing::Snapshot>& board);
 
     // Of the employee whose answers are about to be written: `row` is his row of tlyrTemp as it is
     // before them.
@@ -31,7 +30,7 @@ public:
     const std::optional<RunError>& failure() const { return m_failure; }
 
 private:
-    std::shared_ptr<const Standing::Snapshot> m_board;
+    const std::optional<Standing::Snapshot>& m_board;
     QHash<QString, int> m_places; // by code, from 1
     Standing::Place m_place;      // of the employee
     bool m_hasSnapshot = false;

@@ -38,14 +38,14 @@ struct Desk {
         return AnswerRecording::record(state, request);
     }
     // The board as a window would show it, when it was first asked for.
-    std::shared_ptr<const Standing::Snapshot> shown() {
+    const std::optional<Standing::Snapshot>& shown() {
         if (board)
             return board;
         Standing::Snapshot seen;
         for (const QString& code : counted())
             seen.rows.push_back({code.section(u'|', 0, 0), {}, false});
         seen.listed = static_cast<int>(seen.rows.size());
-        board = std::make_shared<const Standing::Snapshot>(std::move(seen));
+        board = std::move(seen);
         return board;
     }
     QStringList counted() const { return textsOf(*state.rows().openRecordset()); }
@@ -53,7 +53,7 @@ struct Desk {
     FakeHost host;
     HostContext context;
     CanvassState state;
-    std::shared_ptr<const Standing::Snapshot> board;
+    std::optional<Standing::Snapshot> board;
     QStringList news;
     bool isDeaf = false;
 };
