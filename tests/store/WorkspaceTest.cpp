@@ -81,6 +81,34 @@ TEST(Workspace, ReportsALockedFileByName) {
     EXPECT_TRUE(error && error->description().contains(QLatin1String("aidb01.mdb")));
 }
 
+TEST(Completion, AddsWhatAnOlderVersionDidNotMake) {
+    const DataFolder folder;
+    folder.execute(addInFile, u"Insert Into [TLYR_Audit] ([User], [OT]) Values ('jo', 7);");
+    folder.executeNatively(
+        addInFile, testsOnServer()
+                       ? "ALTER TABLE \"TLYR_Audit\" ALTER COLUMN \"User\" TYPE varchar(50)"
+                       : "PRAGMA writable_schema = ON; UPDATE sqlite_schema SET sql = replace(sql, "
+                         "'\"User\" TEXT(255)', '\"User\" TEXT(50)'); PRAGMA schema_version = 99");
+    for (const char16_t* table : {u"TLYR_Standing", u"TLYR_Contact"})
+        folder.execute(addInFile, QStringLiteral("Drop Table [%1];").arg(table));
+    const auto used = folder.open(addInFile); // by somebody who has read the tables already
+    EXPECT_EQ(
+        used->openRecordset(QStringLiteral("Select * from [TLYR_Audit];"), RecordsetType::Snapshot)
+            ->rowCount(),
+        1);
+    const QStringList lacking = Workspace::lackingIn(folder.path());
+    EXPECT_EQ(lacking.size(), 3) << lacking.join(u'\n').toStdString();
+    Workspace::completeFiles(folder.path());
+    Workspace::completeFiles(folder.path());
+    EXPECT_EQ(Workspace::lackingIn(folder.path()), QStringList());
+    const QString longName(255, u'n');
+    used->execute(
+        QStringLiteral("Insert Into [TLYR_Audit] ([User], [OT]) Values ('%1', 8);").arg(longName));
+    EXPECT_EQ(folder.rows(addInFile, u"Select [User], [OT] from [TLYR_Audit] order by [OT];"),
+              QStringList({QStringLiteral("jo|7"), longName + QStringLiteral("|8")}));
+    EXPECT_EQ(folder.rows(addInFile, u"Select * from [TLYR_Contact];"), QStringList());
+}
+
 TEST(Schema, LeavesAFolderAloneThatHasOneOfTheFiles) {
     QTemporaryDir folder;
     writeFile(folder.filePath(QStringLiteral("BCX.mdb")), "kept");
