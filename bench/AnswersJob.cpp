@@ -5,7 +5,9 @@
 #include "bench/Plain.h"
 #include "canvass/AnswerRecording.h"
 #include "canvass/CanvassTotals.h"
+#include "common/Units.h"
 
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <cstdio>
 #include <stdexcept>
@@ -48,13 +50,45 @@ public:
             [this] { return seconds([this] { write(); }); }, [this] { requireSameRows(); });
     }
 
+    // The same with and without keeping where everybody stood on the whole board.
+    Comparison compareStanding(int rounds) {
+        const auto recordWith = [this](std::optional<Standing::Snapshot> board) {
+            m_request.board = std::move(board);
+            return seconds([this] { record(); });
+        };
+        return inTurns(
+            rounds, [&] { return recordWith(shown()); }, [&] { return recordWith({}); }, [] {});
+    }
+
+    // Of what a command keeps, in bytes of the file.
+    qint64 bytesOfStanding() {
+        const QString file = fileIn(product(), "aidb01.mdb");
+        m_request.board = shown();
+        const qint64 before = QFileInfo(file).size();
+        record();
+        return QFileInfo(file).size() - before;
+    }
+
 private:
     QString product() const { return m_folders.filePath(QStringLiteral("product")); }
     QString plain() const { return m_folders.filePath(QStringLiteral("plain")); }
 
     void record() {
-        if (const auto failure = AnswerRecording::record(m_state, m_request).failure)
-            throw std::runtime_error(failure->description().toStdString());
+        const AnswerRecording::Result result = AnswerRecording::record(m_state, m_request);
+        for (const auto& failure : {result.failure, result.standing}) {
+            if (failure)
+                throw std::runtime_error(failure->description().toStdString());
+        }
+    }
+
+    Standing::Snapshot shown() const {
+        Standing::Snapshot board;
+        const auto rows = m_state.rows().openRecordset();
+        for (; !rows->eof(); rows->moveNext())
+            board.rows.push_back({rows->field(QStringLiteral("emp_code")).toText(),
+                                  minutesAsTime(rows->field(QStringLiteral("totalot1"))), false});
+        board.listed = static_cast<int>(board.rows.size());
+        return board;
     }
 
     void write() {
@@ -130,6 +164,18 @@ void growthOfAnswers() {
         const Comparison times = AnswersJob(board, 50).compare(5);
         std::printf("on a board of %5d %17.3f %10.3f\n", board, times.product * 20,
                     times.floor * 20);
+    }
+}
+
+void costOfStanding() {
+    std::puts("\nanswers on a board of 5,000          ms/answer  without  kB a command");
+    for (const int answers : {1, 200}) {
+        constexpr int rounds = 5;
+        AnswersJob job(5000, answers);
+        const Comparison times = job.compareStanding(rounds);
+        std::printf("%4d in a command, with standing %14.3f %8.3f %12lld\n", answers,
+                    times.product * 1000 / answers, times.floor * 1000 / answers,
+                    static_cast<long long>(job.bytesOfStanding() / 1024));
     }
 }
 

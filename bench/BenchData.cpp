@@ -48,8 +48,10 @@ void makeData(const QString& place, int employees, int days) {
 QString keptFolder(int employees, int days) {
     const QString folder =
         QStringLiteral(TALLYROOM_BENCH_DATA "/employees-%1-days-%2").arg(employees).arg(days);
-    if (QFile::exists(folder))
+    if (QFile::exists(folder)) {
+        Workspace::completeFiles(folder); // an older build may have made it
         return folder;
+    }
     std::fprintf(stderr, "Making data for %d employees...\n", employees);
     const QString unfinished = folder + QStringLiteral(".unfinished"); // by a run that was stopped
     QDir(unfinished).removeRecursively();

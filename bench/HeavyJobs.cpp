@@ -16,10 +16,11 @@ struct Job {
     void (*run)();
 };
 
-constexpr Job jobs[] = {
-    {'m', bench::memoryOfTheBoard},  {'1', bench::totalsOfTwoWeeks}, {'2', bench::totalsOfAllDates},
-    {'3', bench::gridFill},          {'4', bench::recordingAnswers}, {'5', bench::openingTheWindow},
-    {'6', bench::translatingTotals}, {'g', bench::growthOfTotals},   {'g', bench::growthOfAnswers}};
+constexpr Job jobs[] = {{'m', bench::memoryOfTheBoard},  {'1', bench::totalsOfTwoWeeks},
+                        {'2', bench::totalsOfAllDates},  {'3', bench::gridFill},
+                        {'4', bench::recordingAnswers},  {'5', bench::openingTheWindow},
+                        {'6', bench::translatingTotals}, {'g', bench::growthOfTotals},
+                        {'g', bench::growthOfAnswers},   {'s', bench::costOfStanding}};
 
 bool isWanted(char name, const QStringList& arguments) {
     return arguments.size() < 2 || arguments.contains(QString(QLatin1Char(name)));

@@ -12,6 +12,7 @@ void translatingTotals();
 
 void growthOfTotals();  // a table of its own
 void growthOfAnswers(); // likewise
+void costOfStanding();  // likewise
 void memoryOfTheBoard();
 
 } // namespace tallyroom::bench

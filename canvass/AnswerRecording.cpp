@@ -152,26 +152,12 @@ private:
     // An entry is written alone where what is kept along with it cannot be. A disk that fails has
     // undone by then what was reserved.
     void writeEntry(Transaction& audit, const QString& emp, const AnswerStatements& statements) {
-        if (writeWithStanding(audit, emp, statements))
+        if (m_standing.write(*m_addIn, statements.audit, statements.entry) && keepEntry(audit, emp))
             return;
         const bool isReserved = m_addIn->inTransaction();
         m_addIn->execute(statements.audit);
         if (!isReserved || audit.commit())
             m_result.partly = emp;
-    }
-
-    bool writeWithStanding(Transaction& audit, const QString& emp,
-                           const AnswerStatements& statements) {
-        const QStringList all = m_standing.with(statements.audit, statements.entry);
-        if (all.size() == 1)
-            return false;
-        try {
-            m_addIn->executeAll(all);
-        } catch (const RunError& error) {
-            m_standing.noteFailure(error);
-            return false;
-        }
-        return keepEntry(audit, emp);
     }
 
     // Of the failures of a commit, that of a full disk has certainly written nothing.
@@ -185,7 +171,7 @@ private:
             m_standing.noteFailure(error);
             return false;
         }
-        m_standing.noteWritten();
+        m_standing.noteKept();
         return true;
     }
 

@@ -26,13 +26,19 @@ void StandingNotes::beginEmployee(const QString& code, const Recordset& row) {
     m_place.seniority = row.field(QStringLiteral("seniority"));
 }
 
-QStringList StandingNotes::with(const QString& auditInsert, const Standing::EntryKey& entry) {
+bool StandingNotes::write(Database& addIn, const QString& auditInsert,
+                          const Standing::EntryKey& entry) {
     if (!m_board || m_failure || m_place.place == 0)
-        return {auditInsert};
-    QStringList statements{auditInsert, Standing::keepPlace(entry, m_place)};
-    if (!m_hasSnapshot)
-        statements << Standing::keepSnapshot(m_place.command, *m_board);
-    return statements;
+        return false;
+    try {
+        if (!m_hasSnapshot)
+            Standing::keepSnapshot(addIn, m_place.command, *m_board);
+        addIn.executeAll({auditInsert, Standing::keepPlace(entry, m_place)});
+        return true;
+    } catch (const RunError& error) {
+        m_failure = error;
+        return false;
+    }
 }
 
 } // namespace tallyroom

@@ -18,12 +18,13 @@ public:
     // before them.
     void beginEmployee(const QString& code, const Recordset& row);
 
-    // The audit's statement and what is kept along with it; the former alone once keeping failed,
-    // and for who was not on the board.
-    QStringList with(const QString& auditInsert, const Standing::EntryKey& entry);
-
-    // Statements given out by with() are written. What they are not is not tried again.
-    void noteWritten() { m_hasSnapshot = true; }
+    // Writes an entry and where its employee stood into aidb01.mdb, in a transaction that is open.
+    // False, and nothing is written: the entry has to be written alone. So it is for who was not on
+    // the board, and once keeping failed.
+    [[nodiscard]] bool write(Database& addIn, const QString& auditInsert,
+                             const Standing::EntryKey& entry);
+    // What write() has written is kept, or has been undone for this.
+    void noteKept() { m_hasSnapshot = true; }
     void noteFailure(const RunError& error) { m_failure = error; }
 
     // What kept something from being kept.

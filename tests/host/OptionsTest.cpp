@@ -29,6 +29,14 @@ TEST(Options, RefusesWhatDoesNotFitTogether) {
              "--create-data d --employees many",
              "--create-data d --days 99999999",
              "--create-data d --end 31.3.2024",
+             "--upgrade",
+             "--report calls --date 2024-03-31",
+             "--data d --report nothing",
+             "--data d --report calls",
+             "--data d --report calls --date 2024-03-31 --employee 1",
+             "--data d --report calls --date 2024-03-31 --format pdf",
+             "--data d --report calls --date 2024-03-31 --from 2024-03-31",
+             "--data d --report standing --date 2024-03-31",
          }) {
         const OptionsResult result = parse(QString::fromLatin1(line));
         EXPECT_FALSE(result.options) << line;
@@ -51,6 +59,13 @@ TEST(Options, ReadsBothCommands) {
     EXPECT_EQ(run->openEntry, QStringLiteral("TLYRShow"));
     EXPECT_EQ(*run->selection, QStringList({QStringLiteral("1"), QStringLiteral("2")}));
     EXPECT_TRUE(parse(QStringLiteral("--data d --select all")).options->selectsAll);
+
+    const auto report =
+        parse(QStringLiteral("--data d --report calls --date 2024-03-31 --out sheet.pdf")).options;
+    ASSERT_TRUE(report);
+    EXPECT_EQ(report->command, Command::Report);
+    EXPECT_EQ(report->report.format, ReportFormat::Pdf);
+    EXPECT_EQ(report->report.request.date, QDate(2024, 3, 31));
 
     const auto asked = parse(QStringLiteral("-style fusion -reverse -platform=vnc")).options;
     ASSERT_TRUE(asked);
