@@ -205,7 +205,7 @@ void PostgresDatabase::insertInto(const sql::InsertStatement& statement) {
     run(sql::bindInsert(m_catalog, statement));
 }
 
-// Many rows are copied, unless the table could refuse one.
+// Many rows are copied, unless the table could refuse one; few take a single round trip otherwise.
 void PostgresDatabase::writeRows(const sql::CatalogTable& table,
                                  const std::vector<sql::CatalogColumn>& columns,
                                  const std::vector<Row>& rows) {
@@ -217,7 +217,8 @@ void PostgresDatabase::writeRows(const sql::CatalogTable& table,
         for (std::size_t at = 0; at < columns.size(); ++at)
             row[at] = insertedValue(row[at], columns[at].type, columns[at].width);
     }
-    if (table.keepsWhatIsWritten)
+    constexpr std::size_t fewRows = 10;
+    if (table.keepsWhatIsWritten && rows.size() > fewRows)
         return session().copyRows(table.place, postgresGenerator().tableWithColumns(table, names),
                                   converted);
     insertAtOnce(session(), table, names, converted);
