@@ -4,7 +4,6 @@
 #include "common/pages/PageFrame.h"
 
 #include <QFontMetricsF>
-#include <QPolygonF>
 #include <algorithm>
 #include <cmath>
 
@@ -121,33 +120,46 @@ void ChartPainter::paintMean(QPainter& painter, double top, double bottom,
                      text);
 }
 
-// The values stand above their points, the labels below all.
-void ChartPainter::paintLine(QPainter& painter, const QColor& ink) const {
+QPolygonF ChartPainter::linePoints() const {
     const double bottom = height(1) - m_rowHeight;
-    const double top = m_rowHeight;
     const double step =
         m_room.width() / static_cast<double>(std::max<std::size_t>(1, m_chart.points.size()));
+    QPolygonF line;
+    for (const Chart::Point& point : m_chart.points)
+        line << QPointF((static_cast<double>(line.size()) + 0.5) * step,
+                        bottom -
+                            std::max(0.0, point.minutes) / m_most * (bottom - 2 * m_rowHeight));
+    return line;
+}
+
+// A value stands where the line leaves room: under a point that lies lower than its neighbours,
+// else above it. The labels are below all.
+void ChartPainter::paintLine(QPainter& painter, const QColor& ink) const {
+    const double bottom = height(1) - m_rowHeight;
     painter.setPen(QPen(faint(ink, 110), m_point / 2));
     painter.drawLine(QPointF(0, bottom), QPointF(m_room.width(), bottom));
-    QPolygonF line;
-    for (std::size_t at = 0; at < m_chart.points.size(); ++at) {
-        const Chart::Point& point = m_chart.points[at];
-        const double center = (static_cast<double>(at) + 0.5) * step;
-        const double level = bottom - std::max(0.0, point.minutes) / m_most * (bottom - top);
-        line << QPointF(center, level);
-        const auto write = [&](double above, const QString& text) {
-            painter.drawText(QRectF(center - step / 2, above, step, m_rowHeight),
-                             static_cast<int>(Qt::AlignCenter) | Qt::TextSingleLine, text);
-        };
-        painter.setPen(ink);
-        write(level - m_rowHeight, amount(point.minutes));
-        write(bottom, point.label);
-    }
+    const QPolygonF line = linePoints();
     painter.setPen(QPen(ink, m_point));
     painter.drawPolyline(line);
     painter.setBrush(ink);
-    for (const QPointF& point : line)
-        painter.drawEllipse(point, dot * m_point, dot * m_point);
+    const auto write = [&](double center, double top, const QString& text) {
+        painter.drawText(QRectF(center, top, 0, m_rowHeight),
+                         static_cast<int>(Qt::AlignCenter) | Qt::TextSingleLine | Qt::TextDontClip,
+                         text);
+    };
+    for (qsizetype at = 0; at < line.size(); ++at) {
+        const Chart::Point& point = m_chart.points[static_cast<std::size_t>(at)];
+        const QPointF place = line[at];
+        const double neighbours = (line[std::max<qsizetype>(0, at - 1)].y() +
+                                   line[std::min(at + 1, line.size() - 1)].y()) /
+                                  2;
+        const double off = 2 * dot * m_point;
+        const bool isBelow = neighbours < place.y() && place.y() + off + m_rowHeight < bottom;
+        painter.drawEllipse(place, dot * m_point, dot * m_point);
+        write(place.x(), isBelow ? place.y() + off : place.y() - off - m_rowHeight,
+              amount(point.minutes));
+        write(place.x(), bottom, point.label);
+    }
 }
 
 } // namespace tallyroom

@@ -5,6 +5,7 @@
 
 #include <QFont>
 #include <QPainter>
+#include <QPolygonF>
 #include <QSizeF>
 
 namespace tallyroom {
@@ -26,6 +27,7 @@ private:
     void paintBar(QPainter& painter, const Chart::Point& point, double top,
                   const QColor& ink) const;
     void paintMean(QPainter& painter, double top, double bottom, const QColor& ink) const;
+    QPolygonF linePoints() const; // of a line chart, in pixels
     void paintLine(QPainter& painter, const QColor& ink) const;
     double place(double minutes) const; // of a value in a bar chart, in pixels from the left
 
