@@ -1,6 +1,7 @@
 #include "reports/Reports.h"
 
 #include "reports/CallSheet.h"
+#include "reports/Fairness.h"
 #include "reports/StandingReport.h"
 
 #include <algorithm>
@@ -20,6 +21,7 @@ struct Known {
 constexpr Known all[] = {
     {ReportKind::Standing, u"standing", standingReport},
     {ReportKind::Calls, u"calls", callSheet},
+    {ReportKind::Fairness, u"fairness", fairnessReport},
 };
 
 const Known& known(ReportKind kind) {
