@@ -45,7 +45,12 @@ std::vector<Standing::EntryKey> read(Database& addIn, const QString& condition) 
 } // namespace
 
 std::vector<Standing::EntryKey> entriesOf(Database& addIn, QDate day) {
-    return read(addIn, Moments::within(QStringLiteral("Date"), day, day));
+    return entriesWithin(addIn, QStringLiteral("Date"), day, day);
+}
+
+std::vector<Standing::EntryKey> entriesWithin(Database& addIn, const QString& column, QDate from,
+                                              QDate to) {
+    return read(addIn, Moments::within(column, from, to));
 }
 
 std::vector<Standing::EntryKey> entriesSince(Database& addIn, Date moment,

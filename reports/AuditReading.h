@@ -14,6 +14,10 @@ namespace tallyroom {
 // cannot be read are left out. Raises what the database raises.
 std::vector<Standing::EntryKey> entriesOf(Database& addIn, QDate day);
 
+// The same for those of which a column of dates, "Now" or "Date", lies within days.
+std::vector<Standing::EntryKey> entriesWithin(Database& addIn, const QString& column, QDate from,
+                                              QDate to);
+
 // Those that were recorded at that moment or later, for days of the period; for all days without
 // one.
 std::vector<Standing::EntryKey> entriesSince(Database& addIn, Date moment,

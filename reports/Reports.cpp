@@ -1,6 +1,7 @@
 #include "reports/Reports.h"
 
 #include "reports/CallSheet.h"
+#include "reports/Checks.h"
 #include "reports/Fairness.h"
 #include "reports/StandingReport.h"
 
@@ -21,6 +22,7 @@ struct Known {
 constexpr Known all[] = {
     {ReportKind::Standing, u"standing", standingReport},
     {ReportKind::Calls, u"calls", callSheet},
+    {ReportKind::Checks, u"checks", checksReport},
     {ReportKind::Fairness, u"fairness", fairnessReport},
 };
 

@@ -79,15 +79,6 @@ Standing::Snapshot rebuiltBoard(const QString& dataFolder, Database& host, Datab
     return board;
 }
 
-std::optional<Standing::Snapshot> snapshotOf(Database& addIn, const QString& command) {
-    const auto rows = addIn.openRecordset(
-        QStringLiteral("Select [Details] from [TLYR_Standing] where ([Command] = %1) and "
-                       "IsNull([Emp_Code]);")
-            .arg(SqlText::literal(command)),
-        RecordsetType::Snapshot);
-    return rows->eof() ? std::nullopt : Standing::fromText(Readable::text(rows->field(0)));
-}
-
 // Nothing where none was kept, or what was kept cannot be read.
 std::optional<Stood> keptStanding(Database& addIn, const Standing::EntryKey& entry) {
     const auto own = addIn.openRecordset(
@@ -119,6 +110,15 @@ std::optional<Stood> keptStandingIfAny(Database& addIn, const Standing::EntryKey
 }
 
 } // namespace
+
+std::optional<Standing::Snapshot> snapshotOf(Database& addIn, const QString& command) {
+    const auto rows = addIn.openRecordset(
+        QStringLiteral("Select [Details] from [TLYR_Standing] where ([Command] = %1) and "
+                       "IsNull([Emp_Code]);")
+            .arg(SqlText::literal(command)),
+        RecordsetType::Snapshot);
+    return rows->eof() ? std::nullopt : Standing::fromText(Readable::text(rows->field(0)));
+}
 
 Stood readStanding(const QString& dataFolder, Database& host, Database& addIn,
                    const Standing::EntryKey& entry, const QString& order) {

@@ -20,6 +20,9 @@ struct Stood {
 Stood readStanding(const QString& dataFolder, Database& host, Database& addIn,
                    const Standing::EntryKey& entry, const QString& order);
 
+// The board that the answers of a command share; nothing where none was kept, or it cannot be read.
+std::optional<Standing::Snapshot> snapshotOf(Database& addIn, const QString& command);
+
 // What a rebuilt standing cannot know, as sentences.
 QString whatRebuildingLacks();
 

@@ -2,7 +2,7 @@
 
 #include "audit/Moments.h"
 #include "common/AnswerKind.h"
-#include "common/TextOrder.h"
+#include "reports/StandingReading.h"
 #include "store/Readable.h"
 #include "store/SqlText.h"
 
@@ -40,7 +40,7 @@ QHash<QString, std::size_t> placesOf(const QStringList& codes) {
     QHash<QString, std::size_t> places;
     places.reserve(codes.size());
     for (const QString& code : codes)
-        places.insert(TextOrder::folded(code), static_cast<std::size_t>(places.size()));
+        places.insert(employeeKey(code), static_cast<std::size_t>(places.size()));
     return places;
 }
 
@@ -54,7 +54,7 @@ std::vector<WeeklyTotals> weeklyTotals(Database& host, const QString& filter,
     const auto rows =
         host.openRecordset(statement(filter, first, day.addDays(-1)), RecordsetType::Snapshot);
     for (; !rows->eof(); rows->moveNext()) {
-        const auto place = places.constFind(TextOrder::folded(Readable::text(rows->field(0))));
+        const auto place = places.constFind(employeeKey(Readable::text(rows->field(0))));
         const auto week = static_cast<std::size_t>(rows->field(1).toLong());
         if (place != places.constEnd() && week < result.size())
             result[week].minutes[*place] += rows->field(2).toDouble();
