@@ -1,5 +1,5 @@
 // What the heavy jobs cost beside what the engine and the toolkit allow. With arguments, only the
-// jobs of these numbers: 1 to 6, g for growth, m for memory.
+// jobs of these numbers: 1 to 7, g for growth, m for memory.
 #include "bench/Jobs.h"
 #include "bench/Measure.h"
 
@@ -16,11 +16,11 @@ struct Job {
     void (*run)();
 };
 
-constexpr Job jobs[] = {{'m', bench::memoryOfTheBoard},  {'1', bench::totalsOfTwoWeeks},
-                        {'2', bench::totalsOfAllDates},  {'3', bench::gridFill},
-                        {'4', bench::recordingAnswers},  {'5', bench::openingTheWindow},
-                        {'6', bench::translatingTotals}, {'g', bench::growthOfTotals},
-                        {'g', bench::growthOfAnswers},   {'s', bench::costOfStanding}};
+constexpr Job jobs[] = {
+    {'m', bench::memoryOfTheBoard},  {'1', bench::totalsOfTwoWeeks}, {'2', bench::totalsOfAllDates},
+    {'3', bench::gridFill},          {'4', bench::recordingAnswers}, {'5', bench::openingTheWindow},
+    {'6', bench::translatingTotals}, {'7', bench::fairnessOfAYear},  {'7', bench::checksOfAYear},
+    {'g', bench::growthOfTotals},    {'g', bench::growthOfAnswers},  {'s', bench::costOfStanding}};
 
 bool isWanted(char name, const QStringList& arguments) {
     return arguments.size() < 2 || arguments.contains(QString(QLatin1Char(name)));

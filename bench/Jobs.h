@@ -9,6 +9,8 @@ void gridFill();
 void recordingAnswers();
 void openingTheWindow();
 void translatingTotals();
+void fairnessOfAYear();
+void checksOfAYear();
 
 void growthOfTotals();  // a table of its own
 void growthOfAnswers(); // likewise
