@@ -17,7 +17,10 @@ QString text(const Variant& value) {
     return value.type() == Variant::Type::Bytes ? QStringLiteral("") : value.textOrEmpty();
 }
 
+// An exception for each cell that is empty would cost more than reading them.
 Variant date(const Variant& value) {
+    if (value.isNull())
+        return value;
     try {
         return {value.toDate()};
     } catch (const RunError&) {
@@ -26,6 +29,8 @@ Variant date(const Variant& value) {
 }
 
 Variant number(const Variant& value) {
+    if (value.isNull())
+        return value;
     try {
         return {value.toLong()};
     } catch (const RunError&) {
