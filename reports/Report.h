@@ -24,6 +24,9 @@ struct Chart {
     std::optional<double> mean = {}; // minutes; drawn across all points
 };
 
+// What a chart shows, as a table: a line a point, and the mean.
+ValueTable pointsOf(const Chart& chart);
+
 struct Report {
     QString title;
     QStringList details; // under the title: the period, the order, the group …

@@ -2,8 +2,10 @@
 
 #include "common/RunError.h"
 #include "common/pages/ReportLayout.h"
+#include "reports/Csv.h"
 #include "reports/ReportPages.h"
 #include "reports/ReportText.h"
+#include "reports/Workbook.h"
 
 #include <QFileInfo>
 #include <QImage>
@@ -22,10 +24,13 @@ struct Format {
 };
 
 constexpr Format formats[] = {
-    {ReportFormat::Text, u"text", u"txt"},
-    {ReportFormat::Pdf, u"pdf", u"pdf"},
+    {ReportFormat::Text, u"text", u"txt"},      {ReportFormat::Csv, u"csv", u"csv"},
+    {ReportFormat::Workbook, u"xlsx", u"xlsx"}, {ReportFormat::Pdf, u"pdf", u"pdf"},
     {ReportFormat::Picture, u"png", u"png"},
 };
+
+// By which a spreadsheet knows that letters are not those of its own country.
+const QByteArray byteOrderMark = "\xEF\xBB\xBF";
 
 constexpr double margin = 12.7;       // millimetres
 constexpr int paperResolution = 1200; // dots to the inch
@@ -50,6 +55,10 @@ void save(const QString& fileName, const std::function<bool(QIODevice&)>& fill) 
     QSaveFile file(fileName);
     if (!file.open(QIODevice::WriteOnly) || !fill(file) || !file.commit())
         throw notWritten(fileName);
+}
+
+void saveBytes(const QString& fileName, const QByteArray& bytes) {
+    save(fileName, [&](QIODevice& device) { return device.write(bytes) == bytes.size(); });
 }
 
 QPageLayout paperFor(const PageSource& pages) {
@@ -122,21 +131,21 @@ QStringList formatNames() {
 }
 
 bool isText(ReportFormat format) {
-    return format == ReportFormat::Text;
+    return format == ReportFormat::Text || format == ReportFormat::Csv;
 }
 
 QByteArray text(const Report& report, ReportFormat format) {
     Q_ASSERT(isText(format));
-    return reportText(report).toUtf8();
+    return format == ReportFormat::Csv ? reportCsv(report) : reportText(report).toUtf8();
 }
 
 void write(const Report& report, ReportFormat format, const QString& fileName,
            const QString& user) {
     if (isText(format))
-        return save(fileName, [&](QIODevice& device) {
-            const QByteArray bytes = text(report, format);
-            return device.write(bytes) == bytes.size();
-        });
+        return saveBytes(fileName, (format == ReportFormat::Csv ? byteOrderMark : QByteArray()) +
+                                       text(report, format));
+    if (format == ReportFormat::Workbook)
+        return saveBytes(fileName, reportWorkbook(report, user));
     const ReportPages pages(report, user);
     if (format == ReportFormat::Picture)
         return writePictures(pages, fileName);

@@ -7,11 +7,11 @@
 
 namespace tallyroom {
 
-enum class ReportFormat { Text, Pdf, Picture };
+enum class ReportFormat { Text, Csv, Workbook, Pdf, Picture };
 
 namespace ReportFile {
 
-// By the names "text", "pdf", "png".
+// By the names "text", "csv", "xlsx", "pdf", "png".
 std::optional<ReportFormat> formatNamed(const QString& name);
 // By a file's suffix: ".txt" and the like.
 std::optional<ReportFormat> formatOf(const QString& fileName);

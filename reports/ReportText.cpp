@@ -1,9 +1,5 @@
 #include "reports/ReportText.h"
 
-#include "common/Units.h"
-
-#include <cmath>
-
 namespace tallyroom {
 
 namespace {
@@ -15,20 +11,6 @@ QString block(const QStringList& lines) {
 QString tableBlock(const ValueTable& table) {
     const QString caption = table.caption.isEmpty() ? QString() : table.caption + QLatin1Char('\n');
     return QLatin1Char('\n') + caption + aligned(table.texts());
-}
-
-Variant wholeMinutes(double minutes) {
-    return static_cast<std::int32_t>(std::lround(minutes));
-}
-
-ValueTable pointsOf(const Chart& chart) {
-    ValueTable table{
-        chart.caption, {{QString()}, {QStringLiteral("Time"), ValueKind::Minutes}}, {}};
-    for (const Chart::Point& point : chart.points)
-        table.rows.push_back({point.label, wholeMinutes(point.minutes)});
-    if (chart.mean)
-        table.rows.push_back({QStringLiteral("Mean"), wholeMinutes(*chart.mean)});
-    return table;
 }
 
 } // namespace

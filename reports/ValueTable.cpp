@@ -4,6 +4,8 @@
 #include "common/TextOrder.h"
 #include "common/Units.h"
 
+#include <algorithm>
+
 namespace tallyroom {
 
 CellAlignment ValueTable::Column::alignment() const {
@@ -14,13 +16,13 @@ CellAlignment ValueTable::Column::alignment() const {
 TextTable ValueTable::texts() const {
     TextTable table;
     for (const Column& column : columns) {
-        if (column.lineLength == 0)
+        if (column.hasValues())
             table.columns.push_back({column.heading, column.alignment()});
     }
     for (const Row& row : rows) {
         QStringList cells;
         for (std::size_t at = 0; at < columns.size(); ++at) {
-            if (columns[at].lineLength == 0)
+            if (columns[at].hasValues())
                 cells << shownValue(columns[at].kind, row[at]);
         }
         table.rows.push_back(std::move(cells));
@@ -53,6 +55,14 @@ bool comesBefore(const Variant& left, const Variant& right) {
     if (left.type() == Variant::Type::Text || right.type() == Variant::Type::Text)
         return TextOrder::compare(left.textOrEmpty(), right.textOrEmpty()) < 0;
     return left.toDouble() < right.toDouble();
+}
+
+void sortByColumn(ValueTable& table, std::size_t column, Qt::SortOrder order) {
+    const auto last = table.rows.end() - table.sumRows;
+    std::stable_sort(table.rows.begin(), last, [&](const Row& a, const Row& b) {
+        return order == Qt::AscendingOrder ? comesBefore(a[column], b[column])
+                                           : comesBefore(b[column], a[column]);
+    });
 }
 
 } // namespace tallyroom

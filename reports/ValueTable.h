@@ -26,6 +26,7 @@ struct ValueTable {
         double lineLength = 0;
         bool isBox = false; // to be ticked, instead of the line
 
+        bool hasValues() const { return lineLength == 0; }
         // Numbers and amounts of time stand to the right.
         CellAlignment alignment() const;
     };
@@ -45,5 +46,8 @@ QString shownValue(ValueKind kind, const Variant& value);
 // Whether the left value comes before the right one when a table is sorted by their column: numbers
 // and dates by size, texts as the database orders them, and nothing before everything.
 bool comesBefore(const Variant& left, const Variant& right);
+
+// Sorts the rows by a column, those that are equal in it as they stand, the sums where they are.
+void sortByColumn(ValueTable& table, std::size_t column, Qt::SortOrder order);
 
 } // namespace tallyroom
