@@ -74,7 +74,8 @@ class Printing {
 public:
     explicit Printing(const PageSource& report) : m_report(report) {}
 
-    void run(QWidget* parent) {
+    // What went wrong, or "".
+    QString run(QWidget* parent) {
         prepare();
         QPrintPreviewDialog preview(&m_printer, parent);
         preview.setObjectName(QStringLiteral("ReportPreview"));
@@ -86,9 +87,9 @@ public:
         const bool printed = preview.exec() == QDialog::Accepted;
         WaitPointer::hide();
         if (!printed || isWritten())
-            return;
+            return {};
         removeFragment();
-        Messages::show(parent, failure(), QMessageBox::Critical);
+        return failure();
     }
 
 private:
@@ -169,8 +170,14 @@ void printReport(QWidget* parent, const PageSource& report) {
         QMessageBox::Question, QMessageBox::Yes | QMessageBox::No);
     if (answer != QMessageBox::Yes)
         return;
+    const QString failure = previewReport(parent, report);
+    if (!failure.isEmpty())
+        Messages::show(parent, failure, QMessageBox::Critical);
+}
+
+QString previewReport(QWidget* parent, const PageSource& report) {
     WaitPointer::show(); // while the first pages are made
-    Printing(report).run(parent);
+    return Printing(report).run(parent);
 }
 
 } // namespace tallyroom

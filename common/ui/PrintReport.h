@@ -11,4 +11,7 @@ namespace tallyroom {
 // printer or into a PDF file. Leaving either writes nothing. What cannot be written is reported.
 void printReport(QWidget* parent, const PageSource& report);
 
+// The preview alone. Returns a sentence about what could not be written, or "".
+QString previewReport(QWidget* parent, const PageSource& report);
+
 } // namespace tallyroom
