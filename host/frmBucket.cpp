@@ -1,12 +1,12 @@
 #include "host/frmBucket.h"
 
 #include "common/look/WindowFit.h"
+#include "host/GroupChoices.h"
 #include "host/HostMessages.h"
 #include "host/frmBucketName.h"
 #include "ui_frmBucket.h"
 
 #include <QKeyEvent>
-#include <QMap>
 #include <QPushButton>
 #include <QShortcut>
 #include <QSignalBlocker>
@@ -35,7 +35,7 @@ frmBucket::frmBucket(const BucketSelection& selection, NamedBuckets& buckets,
     m_ui->setupUi(this);
     WindowFit::grow(*this);
     setUpTable(allowSort);
-    setUpChoices();
+    fillGroupChoices(m_data, *m_ui->Department, *m_ui->Shift, *m_ui->Qualification);
     m_ui->Saved->setVisible(buckets.canKeep());
     listBuckets(selection.name());
     connectControls();
@@ -61,25 +61,6 @@ void frmBucket::setUpTable(bool allowSort) {
         table.setColumnWidth(column, qRound(width * WindowFit::growth()));
     table.setCurrentIndex(m_filter.index(0, 0));
     table.installEventFilter(this);
-}
-
-void frmBucket::setUpChoices() {
-    QMap<QString, QString> departments;
-    QMap<QString, QString> qualifications;
-    for (const Employee& employee : m_data.employees) {
-        if (!employee.department.isEmpty()) // an empty code stands for all
-            departments.insert(m_data.departmentName(employee.department), employee.department);
-        for (const QString& code : employee.qualifications)
-            qualifications.insert(code, code);
-    }
-    for (auto* box : {m_ui->Department, m_ui->Shift, m_ui->Qualification})
-        box->addItem(QStringLiteral("All"), QString());
-    for (auto entry = departments.cbegin(); entry != departments.cend(); ++entry)
-        m_ui->Department->addItem(entry.key(), entry.value());
-    for (const Shift& shift : m_data.shifts)
-        m_ui->Shift->addItem(shift.code + QStringLiteral("  ") + shift.description, shift.code);
-    for (const QString& code : qualifications)
-        m_ui->Qualification->addItem(code, code);
 }
 
 void frmBucket::connectControls() {

@@ -32,7 +32,6 @@ protected:
 
 private:
     void setUpTable(bool allowSort);
-    void setUpChoices();
     void connectControls();
 
     void listBuckets(const QString& current);
