@@ -33,6 +33,7 @@ frmMenu::~frmMenu() = default;
 
 void frmMenu::describe(const QString& dataFolder, const QString& user) {
     m_dataFolder = dataFolder;
+    m_user = user;
     // Of a site, what it is called, but not all that it takes to reach it.
     m_ui->DataFolder->setText(Workspace::isOnServer(dataFolder) ? dataFolder.section(u'?', 0, 0)
                                                                 : dataFolder);
@@ -76,21 +77,18 @@ void frmMenu::setEntries(const std::vector<AddInEntry>& entries) {
 }
 
 // A connection that was lost does not come back, but the server may.
-std::shared_ptr<Database> frmMenu::data() {
+ScreenContext frmMenu::context() {
     if (m_database->isLost())
         m_database = Workspace::openHostOptions(m_dataFolder);
-    return m_database;
+    return {m_database, m_data, m_dataFolder, m_user};
 }
 
 void frmMenu::ttedit_click() {
-    const auto database = data();
-    frmTransactions(*database, m_data, QApplication::activeWindow()).exec();
+    frmTransactions(context(), QApplication::activeWindow()).exec();
 }
 
 void frmMenu::showSchedule(ScheduleSpan span) {
-    const auto database = data();
-    frmSchedule(*database, m_data, span, canvassPeriod(m_dataFolder), QApplication::activeWindow())
-        .exec();
+    frmSchedule(context(), span, canvassPeriod(m_dataFolder), QApplication::activeWindow()).exec();
 }
 
 void frmMenu::mnupms_click() {
@@ -106,9 +104,7 @@ void frmMenu::mnuemployeesch_click() {
 }
 
 void frmMenu::mnu_ot_anal_click() {
-    const auto database = data();
-    frmOvertime(*database, m_data, canvassPeriod(m_dataFolder), QApplication::activeWindow())
-        .exec();
+    frmOvertime(context(), QApplication::activeWindow()).exec();
 }
 
 void frmMenu::veilSplash() {

@@ -4,6 +4,7 @@
 #include "common/Objects.h"
 #include "host/AddInEntries.h"
 #include "host/screens/ScheduleTable.h"
+#include "host/screens/ScreenContext.h"
 #include "reports/HostData.h"
 
 #include <QImage>
@@ -49,12 +50,13 @@ private:
     void connectMenus();
     void veilSplash();
     void showSchedule(ScheduleSpan span);
-    std::shared_ptr<Database> data();
+    ScreenContext context();
 
     std::unique_ptr<Ui::frmMenu> m_ui;
     std::shared_ptr<Database> m_database;
     const HostData& m_data;
     QString m_dataFolder;
+    QString m_user;
     QImage m_splash;
     QPixmap m_shown; // the same in the desktop's colours
 };

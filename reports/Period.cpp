@@ -77,4 +77,10 @@ QString shownDay(QDate day) {
     return shownDay(Variant(Dates::fromQDate(day)));
 }
 
+QString shownPeriod(const Period& period) {
+    return period.from == period.to
+               ? shownDay(period.from)
+               : QStringLiteral("%1 to %2").arg(shownDay(period.from), shownDay(period.to));
+}
+
 } // namespace tallyroom

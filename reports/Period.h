@@ -36,5 +36,7 @@ QString dayCondition(const QString& column, QDate day);
 // "03/31/2024"
 QString shownDay(const Variant& date);
 QString shownDay(QDate day);
+// "03/01/2024 to 03/31/2024", a single day as such
+QString shownPeriod(const Period& period);
 
 } // namespace tallyroom

@@ -1,5 +1,6 @@
 #include "host/screens/OvertimeTable.h"
 
+#include "host/screens/ShownTable.h"
 #include "store/Recordset.h"
 
 #include <QMap>
@@ -12,14 +13,11 @@ namespace {
 
 // Worked, accepted and declined minutes, each at 1.5 and at 2.0.
 struct Minutes {
-    std::array<int, 6> at{};
+    std::array<std::int32_t, 6> at{};
 
     Minutes& operator+=(const Minutes& other) {
         std::ranges::transform(at, other.at, at.begin(), std::plus<>());
         return *this;
-    }
-    bool isNothing() const {
-        return std::ranges::all_of(at, [](int n) { return n == 0; });
     }
 };
 
@@ -49,63 +47,64 @@ QHash<QString, Minutes> readTotals(Database& database, const Period& period) {
     return totals;
 }
 
-QStringList line(const QString& name, const QString& second, const Minutes& minutes) {
-    QStringList cells{name, second};
-    int total = 0;
-    for (const int part : minutes.at) {
-        cells << minutesText(part);
+Row line(const QString& name, const QString& second, const Minutes& minutes) {
+    Row row{name, second};
+    std::int32_t total = 0;
+    for (const std::int32_t part : minutes.at) {
+        row.push_back(minutesOrNothing(part));
         total += part;
     }
-    return cells << minutesText(total);
+    row.push_back(total);
+    return row;
 }
 
-TextTable emptyTable(const QString& first, const QString& second) {
-    return {{{first},
-             {second},
-             {QStringLiteral("1.5 Worked"), CellAlignment::Right},
-             {QStringLiteral("2.0 Worked"), CellAlignment::Right},
-             {QStringLiteral("1.5 Accepted"), CellAlignment::Right},
-             {QStringLiteral("2.0 Accepted"), CellAlignment::Right},
-             {QStringLiteral("1.5 Declined"), CellAlignment::Right},
-             {QStringLiteral("2.0 Declined"), CellAlignment::Right},
-             {QStringLiteral("Total"), CellAlignment::Right}},
-            {}};
-}
-
-TextTable byEmployee(const HostData& data, const QHash<QString, Minutes>& totals) {
-    TextTable table = emptyTable(QStringLiteral("Code"), QStringLiteral("Name"));
-    for (const Employee& employee : data.employees) {
-        const Minutes minutes = totals.value(employee.code);
-        if (!minutes.isNothing())
-            table.rows.push_back(line(employee.code, employee.name, minutes));
-    }
+ValueTable emptyTable(const QString& first, const QString& second) {
+    ValueTable table{{}, {{first}, {second}}, {}};
+    for (const char16_t* heading : {u"1.5 Worked", u"2.0 Worked", u"1.5 Accepted", u"2.0 Accepted",
+                                    u"1.5 Declined", u"2.0 Declined", u"Total"})
+        table.columns.push_back({QString::fromUtf16(heading), ValueKind::Minutes});
     return table;
 }
 
-TextTable byDepartment(const HostData& data, const QHash<QString, Minutes>& totals) {
+ValueTable byEmployee(const HostData& data, const QHash<QString, Minutes>& totals) {
+    ValueTable table = emptyTable(QStringLiteral("Code"), QStringLiteral("Name"));
+    for (const Employee& employee : data.employees)
+        table.rows.push_back(line(employee.code, employee.name, totals.value(employee.code)));
+    return table;
+}
+
+ValueTable byDepartment(const HostData& data, const QHash<QString, Minutes>& totals) {
     QMap<QString, Minutes> sums;
     for (const Employee& employee : data.employees)
         sums[employee.department] += totals.value(employee.code);
-    TextTable table = emptyTable(QStringLiteral("Dept"), QStringLiteral("Department"));
-    for (auto sum = sums.cbegin(); sum != sums.cend(); ++sum) {
-        if (!sum->isNothing())
-            table.rows.push_back(line(sum.key(), data.departmentName(sum.key()), *sum));
-    }
+    ValueTable table = emptyTable(QStringLiteral("Dept"), QStringLiteral("Department"));
+    for (auto sum = sums.cbegin(); sum != sums.cend(); ++sum)
+        table.rows.push_back(line(sum.key(), data.departmentName(sum.key()), *sum));
     return table;
 }
 
 } // namespace
 
-TextTable overtimeTable(Database& database, const HostData& data, const Period& period,
-                        OvertimeGrouping grouping) {
+ValueTable overtimeTable(Database& database, const HostData& data, const Period& period,
+                         OvertimeGrouping grouping) {
     const QHash<QString, Minutes> totals = readTotals(database, period);
-    TextTable table = grouping == OvertimeGrouping::Department ? byDepartment(data, totals)
-                                                               : byEmployee(data, totals);
+    ValueTable table = grouping == OvertimeGrouping::Department ? byDepartment(data, totals)
+                                                                : byEmployee(data, totals);
     Minutes all;
     for (const Minutes& minutes : totals)
         all += minutes;
     table.rows.push_back(line(QString(), QStringLiteral("Total"), all));
+    table.sumRows = 1;
     return table;
+}
+
+Report overtimeReport(Database& database, const HostData& data, const Period& period,
+                      OvertimeGrouping grouping) {
+    Report report;
+    report.title = QStringLiteral("Overtime Analysis");
+    report.details = {shownPeriod(period)};
+    report.tables = {overtimeTable(database, data, period, grouping)};
+    return report;
 }
 
 } // namespace tallyroom::host

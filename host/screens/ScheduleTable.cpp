@@ -40,16 +40,17 @@ QHash<QString, QString> readAttendance(Database& database, const Period& period)
     return attendance;
 }
 
-TextTable dayTable(Database& database, const HostData& data, const Period& day) {
+ValueTable dayTable(Database& database, const HostData& data, const Period& day) {
     const TextsByEmployee shifts = readSchedule(database, day);
     const QHash<QString, QString> attendance = readAttendance(database, day);
-    TextTable table{{{QStringLiteral("Code")},
-                     {QStringLiteral("Name")},
-                     {QStringLiteral("Department")},
-                     {QStringLiteral("Shift")},
-                     {QStringLiteral("Hours")},
-                     {QStringLiteral("Recorded")}},
-                    {}};
+    ValueTable table{{},
+                     {{QStringLiteral("Code")},
+                      {QStringLiteral("Name")},
+                      {QStringLiteral("Department")},
+                      {QStringLiteral("Shift")},
+                      {QStringLiteral("Hours")},
+                      {QStringLiteral("Recorded")}},
+                     {}};
     for (const Employee& employee : data.employees) {
         const QString shift = shifts.value(employee.code).value(day.from);
         table.rows.push_back({employee.code, employee.name,
@@ -59,17 +60,17 @@ TextTable dayTable(Database& database, const HostData& data, const Period& day) 
     return table;
 }
 
-TextTable spanTable(Database& database, const HostData& data, const Period& period) {
+ValueTable spanTable(Database& database, const HostData& data, const Period& period) {
     const TextsByEmployee shifts = readSchedule(database, period);
-    TextTable table{{{QStringLiteral("Code")}, {QStringLiteral("Name")}}, {}};
+    ValueTable table{{}, {{QStringLiteral("Code")}, {QStringLiteral("Name")}}, {}};
     for (QDate day = period.from; day <= period.to; day = day.addDays(1))
         table.columns.push_back({day.toString(QStringLiteral("ddd\nM/d"))});
     for (const Employee& employee : data.employees) {
         const DayTexts days = shifts.value(employee.code);
-        QStringList cells{employee.code, employee.name};
+        Row cells{employee.code, employee.name};
         for (QDate day = period.from; day <= period.to; day = day.addDays(1))
-            cells << days.value(day);
-        table.rows.push_back(cells);
+            cells.push_back(days.value(day));
+        table.rows.push_back(std::move(cells));
     }
     return table;
 }
@@ -99,7 +100,7 @@ QDate moved(QDate day, ScheduleSpan span, int direction) {
     }
 }
 
-TextTable scheduleTable(Database& database, const HostData& data, const Period& period) {
+ValueTable scheduleTable(Database& database, const HostData& data, const Period& period) {
     return period.from == period.to ? dayTable(database, data, period)
                                     : spanTable(database, data, period);
 }

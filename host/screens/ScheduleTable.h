@@ -1,8 +1,8 @@
 // Who works which shift on which day.
 #pragma once
 
-#include "host/screens/ScreenTable.h"
 #include "reports/Period.h"
+#include "reports/ValueTable.h"
 
 namespace tallyroom::host {
 
@@ -16,6 +16,6 @@ QDate moved(QDate day, ScheduleSpan span, int direction);
 
 // One line for each employee. A single day comes with the shift's hours and what was recorded of
 // the day; a longer span has a column for each day.
-TextTable scheduleTable(Database& database, const HostData& data, const Period& period);
+ValueTable scheduleTable(Database& database, const HostData& data, const Period& period);
 
 } // namespace tallyroom::host

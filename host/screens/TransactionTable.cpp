@@ -1,5 +1,7 @@
 #include "host/screens/TransactionTable.h"
 
+#include "host/screens/ShownTable.h"
+#include "store/Readable.h"
 #include "store/SqlText.h"
 
 namespace tallyroom::host {
@@ -15,27 +17,28 @@ QString historyQuery(const QString& employeeCode, const Period& period) {
         .arg(employees, periodCondition(QStringLiteral("shift_date"), period));
 }
 
-QString dayFraction(const Variant& fraction) {
-    return fraction.isNull() ? QString() : minutesText(roundToLong(fraction.toDouble() * 1440));
+Variant minutesOfFraction(const Variant& fraction) {
+    return fraction.isNull() ? Variant::null()
+                             : minutesOrNothing(roundToLong(fraction.toDouble() * 1440));
 }
 
-QString minutes(const Variant& value) {
-    return value.isNull() ? QString() : minutesText(value.toLong());
+Variant minutes(const Variant& value) {
+    return value.isNull() ? Variant::null() : minutesOrNothing(value.toLong());
 }
 
-QStringList cells(const Recordset& rows, const HostData& data) {
+Row cells(const Recordset& rows, const HostData& data) {
     const QString code = fieldText(rows, QStringLiteral("thist_emp"));
-    return {shownDay(rows.field(QStringLiteral("shift_date"))),
+    return {Readable::date(rows.field(QStringLiteral("shift_date"))),
             code,
             data.employeeName(code),
             fieldText(rows, QStringLiteral("thist_record_type")),
             fieldText(rows, QStringLiteral("thist_shift")),
             fieldText(rows, QStringLiteral("thist_dept")),
-            shownTime(rows.field(QStringLiteral("thist_start_time"))),
-            shownTime(rows.field(QStringLiteral("thist_stop_time"))),
+            Readable::date(rows.field(QStringLiteral("thist_start_time"))),
+            Readable::date(rows.field(QStringLiteral("thist_stop_time"))),
             fieldText(rows, QStringLiteral("thist_attend_code")),
-            dayFraction(rows.field(QStringLiteral("t15"))),
-            dayFraction(rows.field(QStringLiteral("t20"))),
+            minutesOfFraction(rows.field(QStringLiteral("t15"))),
+            minutesOfFraction(rows.field(QStringLiteral("t20"))),
             minutes(rows.field(QStringLiteral("tlyrAccepted"))),
             minutes(rows.field(QStringLiteral("tlyrAccepted2"))),
             minutes(rows.field(QStringLiteral("tlyrDeclined"))),
@@ -43,18 +46,36 @@ QStringList cells(const Recordset& rows, const HostData& data) {
             fieldText(rows, QStringLiteral("Notes"))};
 }
 
+ValueTable emptyTable() {
+    using enum ValueKind;
+    const std::pair<const char16_t*, ValueKind> columns[] = {{u"Date", Day},
+                                                             {u"Code", Text},
+                                                             {u"Name", Text},
+                                                             {u"Type", Text},
+                                                             {u"Shift", Text},
+                                                             {u"Dept", Text},
+                                                             {u"In", TimeOfDay},
+                                                             {u"Out", TimeOfDay},
+                                                             {u"Absence", Text},
+                                                             {u"1.5", Minutes},
+                                                             {u"2.0", Minutes},
+                                                             {u"1.5 Accepted", Minutes},
+                                                             {u"2.0 Accepted", Minutes},
+                                                             {u"1.5 Declined", Minutes},
+                                                             {u"2.0 Declined", Minutes},
+                                                             {u"Notes", Text}};
+    ValueTable table;
+    for (const auto& [heading, kind] : columns)
+        table.columns.push_back({QString::fromUtf16(heading), kind, false});
+    table.columns.back().elastic = true;
+    return table;
+}
+
 } // namespace
 
-TextTable transactionTable(Database& database, const HostData& data, const QString& employeeCode,
-                           const Period& period) {
-    TextTable table;
-    for (const char16_t* header :
-         {u"Date", u"Code", u"Name", u"Type", u"Shift", u"Dept", u"In", u"Out", u"Absence"})
-        table.columns.push_back({QString::fromUtf16(header)});
-    for (const char16_t* header :
-         {u"1.5", u"2.0", u"1.5 Accepted", u"2.0 Accepted", u"1.5 Declined", u"2.0 Declined"})
-        table.columns.push_back({QString::fromUtf16(header), CellAlignment::Right});
-    table.columns.push_back({QStringLiteral("Notes")});
+ValueTable transactionTable(Database& database, const HostData& data, const QString& employeeCode,
+                            const Period& period) {
+    ValueTable table = emptyTable();
     const auto rows =
         database.openRecordset(historyQuery(employeeCode, period), RecordsetType::Snapshot);
     for (; !rows->eof(); rows->moveNext())

@@ -1,13 +1,13 @@
 // The rows of the time history.
 #pragma once
 
-#include "host/screens/ScreenTable.h"
 #include "reports/Period.h"
+#include "reports/ValueTable.h"
 
 namespace tallyroom::host {
 
 // By day, then by employee; an empty code stands for all employees.
-TextTable transactionTable(Database& database, const HostData& data, const QString& employeeCode,
-                           const Period& period);
+ValueTable transactionTable(Database& database, const HostData& data, const QString& employeeCode,
+                            const Period& period);
 
 } // namespace tallyroom::host

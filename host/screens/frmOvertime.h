@@ -1,8 +1,10 @@
-// The screen with the overtime analysis.
+// The screen of the overtime analysis, in which all kinds of report are made.
 #pragma once
 
-#include "host/screens/ScreenTable.h"
-#include "reports/Period.h"
+#include "host/screens/ReportCommands.h"
+#include "host/screens/ReportFields.h"
+#include "host/screens/ScreenContext.h"
+#include "reports/CallOutcome.h"
 
 #include <QDialog>
 #include <memory>
@@ -17,20 +19,35 @@ class frmOvertime : public QDialog {
     Q_OBJECT
 
 public:
-    // Opens on the canvass period, without one on the last two weeks in which anything was
-    // recorded. The database and the data must outlive the window. Raises what reading the data
-    // raises.
-    frmOvertime(Database& database, const HostData& hostData, const std::optional<Period>& canvass,
-                QWidget* parent);
+    // Opens on the overtime of the canvass period, without one on the last two weeks in which
+    // anything was recorded. Raises what reading the data raises.
+    frmOvertime(const ScreenContext& context, QWidget* parent);
     ~frmOvertime() override;
 
 private:
+    void setUpChoices();
+    void setUpDays();
+    void connectControls();
+    void connectFields();
+    void connectCalls();
+
+    ScreenKind kind() const;
+    Period period() const;
+    ReportRequest request() const;
+    void chooseKind();
+    void showFields();
+    void listOrders();
+
+    // Makes what is asked for and shows it; what is asked wrongly is said in its place.
     void refresh();
+    Report make();
+    void showCalled();
+    void recordCall(Contacts::Outcome outcome);
 
     std::unique_ptr<Ui::frmOvertime> m_ui;
-    Database& m_database;
-    const HostData& m_data;
-    TextTableModel m_model;
+    ScreenContext m_context;
+    std::unique_ptr<ReportCommands> m_commands;
+    bool m_isMaking = false;
 };
 
 } // namespace tallyroom::host

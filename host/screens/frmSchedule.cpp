@@ -21,16 +21,17 @@ QString title(ScheduleSpan span) {
 
 } // namespace
 
-frmSchedule::frmSchedule(Database& database, const HostData& hostData, ScheduleSpan span,
+frmSchedule::frmSchedule(const ScreenContext& context, ScheduleSpan span,
                          const std::optional<Period>& canvass, QWidget* parent)
-    : QDialog(parent), m_ui(std::make_unique<Ui::frmSchedule>()), m_database(database),
-      m_data(hostData), m_span(span) {
+    : QDialog(parent), m_ui(std::make_unique<Ui::frmSchedule>()), m_context(context), m_span(span) {
     m_ui->setupUi(this);
     WindowFit::grow(*this);
     setWindowTitle(title(span));
-    m_ui->Grid->setModel(&m_model);
+    m_table = std::make_unique<ShownTable>(*m_ui->Grid);
+    m_commands = std::make_unique<ReportCommands>(*this, *m_ui->Buttons, *m_table, context.user,
+                                                  [this] { return report(); });
     m_ui->Day->setDate(canvass ? nearestDay(*canvass, QDate::currentDate())
-                               : lastRecordedDay(database));
+                               : lastRecordedDay(*context.database));
     refresh();
     connectControls();
     WindowFit::fit(*this);
@@ -52,10 +53,17 @@ void frmSchedule::move(int direction) {
 
 void frmSchedule::refresh() {
     const Period period = spanAround(m_ui->Day->date(), m_span);
-    showTable(m_model, *m_ui->Grid, scheduleTable(m_database, m_data, period));
-    m_ui->Span->setText(period.from == period.to
-                            ? period.from.toString(QStringLiteral("dddd"))
-                            : shownDay(period.from) + QStringLiteral(" to ") + shownDay(period.to));
+    m_table->show(scheduleTable(*m_context.database, m_context.data, period));
+    m_ui->Span->setText(period.from == period.to ? period.from.toString(QStringLiteral("dddd"))
+                                                 : shownPeriod(period));
+}
+
+Report frmSchedule::report() const {
+    Report report;
+    report.title = windowTitle();
+    report.details = {shownPeriod(spanAround(m_ui->Day->date(), m_span))};
+    report.tables = {m_table->table()};
+    return report;
 }
 
 } // namespace tallyroom::host

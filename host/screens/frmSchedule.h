@@ -1,8 +1,9 @@
 // The screen with the schedule of a day, a week or a month.
 #pragma once
 
+#include "host/screens/ReportCommands.h"
 #include "host/screens/ScheduleTable.h"
-#include "host/screens/ScreenTable.h"
+#include "host/screens/ScreenContext.h"
 
 #include <QDialog>
 #include <memory>
@@ -18,9 +19,8 @@ class frmSchedule : public QDialog {
 
 public:
     // Opens on today or the day of the canvass period that is closest to it, without a period on
-    // the last day on which anything was recorded. The database and the data must outlive the
-    // window. Raises what reading the data raises.
-    frmSchedule(Database& database, const HostData& hostData, ScheduleSpan span,
+    // the last day on which anything was recorded. Raises what reading the data raises.
+    frmSchedule(const ScreenContext& context, ScheduleSpan span,
                 const std::optional<Period>& canvass, QWidget* parent);
     ~frmSchedule() override;
 
@@ -28,12 +28,13 @@ private:
     void connectControls();
     void move(int direction);
     void refresh();
+    Report report() const; // of what is shown
 
     std::unique_ptr<Ui::frmSchedule> m_ui;
-    Database& m_database;
-    const HostData& m_data;
+    ScreenContext m_context;
     ScheduleSpan m_span;
-    TextTableModel m_model;
+    std::unique_ptr<ShownTable> m_table;
+    std::unique_ptr<ReportCommands> m_commands;
 };
 
 } // namespace tallyroom::host

@@ -7,12 +7,13 @@
 
 namespace tallyroom::host {
 
-frmTransactions::frmTransactions(Database& database, const HostData& hostData, QWidget* parent)
-    : QDialog(parent), m_ui(std::make_unique<Ui::frmTransactions>()), m_database(database),
-      m_data(hostData) {
+frmTransactions::frmTransactions(const ScreenContext& context, QWidget* parent)
+    : QDialog(parent), m_ui(std::make_unique<Ui::frmTransactions>()), m_context(context) {
     m_ui->setupUi(this);
     WindowFit::grow(*this);
-    m_ui->Grid->setModel(&m_model);
+    m_table = std::make_unique<ShownTable>(*m_ui->Grid);
+    m_commands = std::make_unique<ReportCommands>(*this, *m_ui->Buttons, *m_table, context.user,
+                                                  [this] { return report(); });
     setUpChoices();
     refresh();
     const auto refreshSafely = [this] { runCommand(this, [this] { refresh(); }); };
@@ -27,20 +28,31 @@ frmTransactions::~frmTransactions() = default;
 
 void frmTransactions::setUpChoices() {
     m_ui->Employee->addItem(QStringLiteral("All employees"), QString());
-    for (const Employee& employee : m_data.employees)
+    for (const Employee& employee : m_context.data.employees)
         m_ui->Employee->addItem(employee.code + QStringLiteral("  ") + employee.name,
                                 employee.code);
-    m_ui->Employee->setCurrentIndex(m_data.employees.empty() ? 0 : 1);
-    const QDate last = lastRecordedDay(m_database);
+    m_ui->Employee->setCurrentIndex(m_context.data.employees.empty() ? 0 : 1);
+    const QDate last = lastRecordedDay(*m_context.database);
     m_ui->FromDate->setDate(last.addDays(-27));
     m_ui->ToDate->setDate(last);
 }
 
+Period frmTransactions::period() const {
+    return {m_ui->FromDate->date(), m_ui->ToDate->date()};
+}
+
 void frmTransactions::refresh() {
-    showTable(m_model, *m_ui->Grid,
-              transactionTable(m_database, m_data, m_ui->Employee->currentData().toString(),
-                               {m_ui->FromDate->date(), m_ui->ToDate->date()}));
-    m_ui->Count->setText(QStringLiteral("%1 transactions").arg(m_model.rowCount()));
+    m_table->show(transactionTable(*m_context.database, m_context.data,
+                                   m_ui->Employee->currentData().toString(), period()));
+    m_ui->Count->setText(QStringLiteral("%1 transactions").arg(m_table->table().rows.size()));
+}
+
+Report frmTransactions::report() const {
+    Report report;
+    report.title = windowTitle();
+    report.details = {m_ui->Employee->currentText().simplified(), shownPeriod(period())};
+    report.tables = {m_table->table()};
+    return report;
 }
 
 } // namespace tallyroom::host

@@ -1,7 +1,8 @@
 // The screen with the time and attendance transactions.
 #pragma once
 
-#include "host/screens/ScreenTable.h"
+#include "host/screens/ReportCommands.h"
+#include "host/screens/ScreenContext.h"
 #include "reports/Period.h"
 
 #include <QDialog>
@@ -17,18 +18,20 @@ class frmTransactions : public QDialog {
     Q_OBJECT
 
 public:
-    // Both must outlive the window. Raises what reading the data raises.
-    frmTransactions(Database& database, const HostData& hostData, QWidget* parent);
+    // Raises what reading the data raises.
+    frmTransactions(const ScreenContext& context, QWidget* parent);
     ~frmTransactions() override;
 
 private:
     void setUpChoices();
     void refresh();
+    Period period() const;
+    Report report() const; // of what is shown
 
     std::unique_ptr<Ui::frmTransactions> m_ui;
-    Database& m_database;
-    const HostData& m_data;
-    TextTableModel m_model;
+    ScreenContext m_context;
+    std::unique_ptr<ShownTable> m_table;
+    std::unique_ptr<ReportCommands> m_commands;
 };
 
 } // namespace tallyroom::host

@@ -42,20 +42,25 @@ protected:
     Period m_march{QDate(2024, 3, 1), QDate(2024, 3, 31)};
 };
 
-QStringList joined(const TextTable& table) {
+QStringList joined(const ValueTable& table) {
     QStringList lines;
-    for (const QStringList& cells : table.rows)
+    for (const QStringList& cells : table.texts().rows)
         lines << cells.join(QLatin1Char('|'));
     return lines;
 }
 
-TEST_F(ScreenTablesTest, OvertimeIsAddedUpByEmployeeAndByDepartment) {
-    EXPECT_EQ(joined(overtimeTable(*m_database, m_data, m_march, OvertimeGrouping::Employee)),
-              QStringList({QStringLiteral("1|Ann|01:30|00:45|01:00||||03:15"),
-                           QStringLiteral("2|Bo||||||00:30|00:30"),
-                           QStringLiteral("|Total|01:30|00:45|01:00|||00:30|03:45")}));
+TEST_F(ScreenTablesTest, OvertimeIsAddedUpForEverybodyAndEveryDepartment) {
+    add(QStringLiteral("Insert Into [Employee] ([emp_code], [emp_name], [emp_dept]) "
+                       "Values ('3', 'Cy', 'B');"));
+    m_data = readHostData(*m_database);
+    EXPECT_EQ(
+        joined(overtimeTable(*m_database, m_data, m_march, OvertimeGrouping::Employee)),
+        QStringList({QStringLiteral("1|Ann|01:30|00:45|01:00||||03:15"),
+                     QStringLiteral("2|Bo||||||00:30|00:30"), QStringLiteral("3|Cy|||||||00:00"),
+                     QStringLiteral("|Total|01:30|00:45|01:00|||00:30|03:45")}));
     EXPECT_EQ(joined(overtimeTable(*m_database, m_data, m_march, OvertimeGrouping::Department)),
               QStringList({QStringLiteral("A|Assembly|01:30|00:45|01:00|||00:30|03:45"),
+                           QStringLiteral("B|B|||||||00:00"),
                            QStringLiteral("|Total|01:30|00:45|01:00|||00:30|03:45")}));
 }
 

@@ -1,0 +1,36 @@
+#include "host/screens/Paragraphs.h"
+
+#include <cmath>
+
+namespace tallyroom::host {
+
+Paragraphs::Paragraphs(QWidget* parent) : QPlainTextEdit(parent) {
+    setReadOnly(true);
+    setTabChangesFocus(true);
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+}
+
+void Paragraphs::setParagraphs(const QStringList& paragraphs, bool isAlone) {
+    m_isAlone = isAlone;
+    setPlainText(paragraphs.join(QLatin1Char('\n')));
+    setVisible(!paragraphs.isEmpty());
+    takeHeight();
+}
+
+void Paragraphs::takeHeight() {
+    constexpr double mostLines = 6;
+    const double lines = std::min(mostLines, document()->size().height()); // which counts lines
+    const int height = static_cast<int>(std::ceil(lines * fontMetrics().lineSpacing() +
+                                                  2 * document()->documentMargin())) +
+                       2 * frameWidth();
+    setMinimumHeight(height);
+    setMaximumHeight(m_isAlone ? QWIDGETSIZE_MAX : height);
+}
+
+void Paragraphs::resizeEvent(QResizeEvent* event) {
+    QPlainTextEdit::resizeEvent(event);
+    takeHeight();
+}
+
+} // namespace tallyroom::host
