@@ -1,5 +1,6 @@
 #include "host/screens/Paragraphs.h"
 
+#include <QTextBlock>
 #include <cmath>
 
 namespace tallyroom::host {
@@ -19,11 +20,13 @@ void Paragraphs::setParagraphs(const QStringList& paragraphs, bool isAlone) {
 }
 
 void Paragraphs::takeHeight() {
-    constexpr double mostLines = 6;
-    const double lines = std::min(mostLines, document()->size().height()); // which counts lines
-    const int height = static_cast<int>(std::ceil(lines * fontMetrics().lineSpacing() +
-                                                  2 * document()->documentMargin())) +
-                       2 * frameWidth();
+    constexpr int mostLines = 6;
+    double lines = 0; // pixels
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next())
+        lines += blockBoundingRect(block).height();
+    lines = std::min<double>(lines, mostLines * fontMetrics().lineSpacing());
+    const int height =
+        static_cast<int>(std::ceil(lines + 2 * document()->documentMargin())) + 2 * frameWidth();
     setMinimumHeight(height);
     setMaximumHeight(m_isAlone ? QWIDGETSIZE_MAX : height);
 }

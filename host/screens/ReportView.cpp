@@ -69,6 +69,7 @@ void ReportView::showPart(int part) {
         m_table.show({});
         return;
     }
+    m_ui->Grid->setAccessibleName(m_ui->Parts->tabText(part));
     if (part < tables)
         m_table.show(m_report.tables[static_cast<std::size_t>(part)]);
     else

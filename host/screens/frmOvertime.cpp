@@ -3,6 +3,7 @@
 #include "common/look/WindowFit.h"
 #include "host/GroupChoices.h"
 #include "host/HostMessages.h"
+#include "host/screens/FlowLayout.h"
 #include "host/screens/OvertimeTable.h"
 #include "host/screens/ReportWait.h"
 #include "reports/CallSheet.h"
@@ -37,6 +38,8 @@ void setFieldVisible(QWidget& window, QWidget& field, bool isVisible) {
 frmOvertime::frmOvertime(const ScreenContext& context, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::frmOvertime>()), m_context(context) {
     m_ui->setupUi(this);
+    new FlowLayout(m_ui->Fields);
+    new FlowLayout(m_ui->Calls);
     WindowFit::grow(*this);
     m_commands =
         std::make_unique<ReportCommands>(*this, *m_ui->Buttons, m_ui->View->table(), context.user,
@@ -204,7 +207,9 @@ void frmOvertime::refresh() {
         return;
     const QScopedValueRollback making(m_isMaking, true);
     try {
-        m_ui->View->setReport(make());
+        const Report report = make();
+        m_shown = kind();
+        m_ui->View->setReport(report);
     } catch (const RunError&) {
         m_ui->View->setReport(
             notice(m_ui->Report->currentText(), QStringLiteral("The report could not be made.")));
@@ -215,7 +220,7 @@ void frmOvertime::refresh() {
 }
 
 void frmOvertime::showCalled() {
-    const bool isSheet = kind() == ReportKind::Calls && m_ui->View->showsTable();
+    const bool isSheet = m_shown == ReportKind::Calls && m_ui->View->showsTable();
     const Row* line = isSheet ? m_ui->View->table().currentRow() : nullptr;
     m_ui->Called->setText(
         line ? QStringLiteral("Call to %1:").arg((*line)[callSheetCode + 1].textOrEmpty())
@@ -226,11 +231,15 @@ void frmOvertime::showCalled() {
         control->setEnabled(line);
     for (auto* key : findChildren<QShortcut*>(QStringLiteral("Call")))
         key->setEnabled(line);
+    showCount();
+}
+
+void frmOvertime::showCount() {
     const ValueTable& table = m_ui->View->table().table();
-    m_ui->Count->setText(m_ui->View->showsTable()
-                             ? QStringLiteral("%1 lines")
-                                   .arg(table.rows.size() - static_cast<std::size_t>(table.sumRows))
-                             : QString());
+    const std::size_t lines = table.rows.size() - static_cast<std::size_t>(table.sumRows);
+    const QString text =
+        lines == 1 ? QStringLiteral("1 line") : QStringLiteral("%1 lines").arg(lines);
+    m_ui->Count->setText(m_ui->View->showsTable() ? text : QString());
 }
 
 void frmOvertime::recordCall(Contacts::Outcome outcome) {

@@ -42,11 +42,13 @@ private:
     void refresh();
     Report make();
     void showCalled();
+    void showCount();
     void recordCall(Contacts::Outcome outcome);
 
     std::unique_ptr<Ui::frmOvertime> m_ui;
     ScreenContext m_context;
     std::unique_ptr<ReportCommands> m_commands;
+    ScreenKind m_shown;
     bool m_isMaking = false;
 };
 

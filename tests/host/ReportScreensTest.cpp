@@ -85,6 +85,9 @@ TEST_F(ReportScreensTest, EverybodyIsListedSortedCopiedAndExportedAsShown) {
     const QStringList lines = exported().split(QStringLiteral("\r\n"));
     EXPECT_EQ(lines.size(), people + 3);
     EXPECT_TRUE(lines[1].startsWith(first + QLatin1Char(',')));
+    m_script.expectWindow(u"ReportPreview",
+                          [](QWidget& preview) { qobject_cast<QDialog*>(&preview)->reject(); });
+    clickButton(*m_window, u"Print");
     clickHeading(total);
     EXPECT_EQ(cell(0, 0), m_data.employees.front().code);
 }

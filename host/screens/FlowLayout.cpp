@@ -1,0 +1,77 @@
+#include "host/screens/FlowLayout.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+
+namespace tallyroom::host {
+
+FlowLayout::FlowLayout(QWidget* parent) : QLayout(parent) {
+    setContentsMargins(0, 0, 0, 0);
+    QHBoxLayout* pair = nullptr; // waits for the label's buddy
+    for (auto* child : parent->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (!pair) {
+            pair = new QHBoxLayout;
+            addItem(pair);
+            addChildLayout(pair);
+        }
+        pair->addWidget(child);
+        const auto* label = qobject_cast<const QLabel*>(child);
+        if (!label || !label->buddy())
+            pair = nullptr;
+    }
+}
+
+void FlowLayout::addItem(QLayoutItem* item) {
+    m_items.emplace_back(item);
+}
+
+QLayoutItem* FlowLayout::itemAt(int index) const {
+    return index >= 0 && index < count() ? m_items[static_cast<std::size_t>(index)].get() : nullptr;
+}
+
+QLayoutItem* FlowLayout::takeAt(int index) {
+    if (!itemAt(index))
+        return nullptr;
+    QLayoutItem* taken = m_items[static_cast<std::size_t>(index)].release();
+    m_items.erase(m_items.begin() + index);
+    return taken;
+}
+
+int FlowLayout::heightForWidth(int width) const {
+    return place({0, 0, width, 0}, false);
+}
+
+QSize FlowLayout::minimumSize() const {
+    QSize least;
+    for (const auto& item : m_items) {
+        if (!item->isEmpty())
+            least = least.expandedTo(item->sizeHint());
+    }
+    return least;
+}
+
+void FlowLayout::setGeometry(const QRect& room) {
+    QLayout::setGeometry(room);
+    place(room, true);
+}
+
+int FlowLayout::place(const QRect& room, bool isMeant) const {
+    QPoint corner = room.topLeft();
+    int lineHeight = 0;
+    for (const auto& item : m_items) {
+        if (item->isEmpty())
+            continue;
+        const QSize size = item->sizeHint();
+        if (lineHeight > 0 && corner.x() + size.width() > room.x() + room.width()) {
+            corner = {room.x(), corner.y() + lineHeight + spacing()};
+            lineHeight = 0;
+        }
+        if (isMeant)
+            item->setGeometry({corner, size});
+        corner.rx() += size.width() + spacing();
+        lineHeight = std::max(lineHeight, size.height());
+    }
+    return corner.y() + lineHeight - room.y();
+}
+
+} // namespace tallyroom::host
