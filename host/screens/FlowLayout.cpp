@@ -55,23 +55,21 @@ void FlowLayout::setGeometry(const QRect& room) {
     place(room, true);
 }
 
+// All lines are as high as the highest item, and the others are in their middle.
 int FlowLayout::place(const QRect& room, bool isMeant) const {
+    const int height = minimumSize().height();
     QPoint corner = room.topLeft();
-    int lineHeight = 0;
     for (const auto& item : m_items) {
         if (item->isEmpty())
             continue;
-        const QSize size = item->sizeHint();
-        if (lineHeight > 0 && corner.x() + size.width() > room.x() + room.width()) {
-            corner = {room.x(), corner.y() + lineHeight + spacing()};
-            lineHeight = 0;
-        }
+        const int width = item->sizeHint().width();
+        if (corner.x() > room.x() && corner.x() + width > room.x() + room.width())
+            corner = {room.x(), corner.y() + height + spacing()};
         if (isMeant)
-            item->setGeometry({corner, size});
-        corner.rx() += size.width() + spacing();
-        lineHeight = std::max(lineHeight, size.height());
+            item->setGeometry({corner, QSize(width, height)});
+        corner.rx() += width + spacing();
     }
-    return corner.y() + lineHeight - room.y();
+    return corner.y() + height - room.y();
 }
 
 } // namespace tallyroom::host

@@ -39,7 +39,6 @@ frmOvertime::frmOvertime(const ScreenContext& context, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::frmOvertime>()), m_context(context) {
     m_ui->setupUi(this);
     new FlowLayout(m_ui->Fields);
-    new FlowLayout(m_ui->Calls);
     WindowFit::grow(*this);
     m_commands =
         std::make_unique<ReportCommands>(*this, *m_ui->Buttons, m_ui->View->table(), context.user,
@@ -105,24 +104,11 @@ void frmOvertime::connectFields() {
     }
 }
 
-// One who has the phone in a hand has a letter for each outcome.
 void frmOvertime::connectCalls() {
-    const struct {
-        QPushButton* button;
-        Qt::Key letter;
-        Contacts::Outcome outcome;
-    } outcomes[] = {{m_ui->NoAnswer, Qt::Key_N, Contacts::Outcome::NoAnswer},
-                    {m_ui->LeftMessage, Qt::Key_M, Contacts::Outcome::LeftMessage},
-                    {m_ui->NotAvailable, Qt::Key_V, Contacts::Outcome::NotAvailable}};
-    auto* grid = m_ui->View->findChild<QWidget*>(QStringLiteral("Grid"));
-    for (const auto& [button, letter, outcome] : outcomes) {
-        connect(button, &QPushButton::clicked, this, [this, outcome = outcome] {
-            runCommand(this, [this, outcome] { recordCall(outcome); });
-        });
-        auto* key = new QShortcut(QKeySequence(letter), grid, nullptr, nullptr, Qt::WidgetShortcut);
-        key->setObjectName(QStringLiteral("Call"));
-        connect(key, &QShortcut::activated, button, &QPushButton::click);
-    }
+    m_ui->Calls->listenIn(*m_ui->View->findChild<QWidget*>(QStringLiteral("Grid")));
+    connect(m_ui->Calls, &CallBar::ended, this, [this](Contacts::Outcome outcome) {
+        runCommand(this, [this, outcome] { recordCall(outcome); });
+    });
     connect(m_ui->View, &ReportView::currentRowChanged, this, &frmOvertime::showCalled);
     showCalled();
 }
@@ -222,15 +208,9 @@ void frmOvertime::refresh() {
 void frmOvertime::showCalled() {
     const bool isSheet = m_shown == ReportKind::Calls && m_ui->View->showsTable();
     const Row* line = isSheet ? m_ui->View->table().currentRow() : nullptr;
-    m_ui->Called->setText(
-        line ? QStringLiteral("Call to %1:").arg((*line)[callSheetCode + 1].textOrEmpty())
-             : QStringLiteral("Nobody to call"));
-    for (QWidget* control :
-         {static_cast<QWidget*>(m_ui->Remark), static_cast<QWidget*>(m_ui->NoAnswer),
-          static_cast<QWidget*>(m_ui->LeftMessage), static_cast<QWidget*>(m_ui->NotAvailable)})
-        control->setEnabled(line);
-    for (auto* key : findChildren<QShortcut*>(QStringLiteral("Call")))
-        key->setEnabled(line);
+    m_ui->Calls->setCalled(line ? (*line)[callSheetCode].textOrEmpty() + QLatin1Char(' ') +
+                                      (*line)[callSheetCode + 1].textOrEmpty()
+                                : QString());
     showCount();
 }
 
@@ -248,8 +228,8 @@ void frmOvertime::recordCall(Contacts::Outcome outcome) {
         return;
     const QString code = (*line)[callSheetCode].textOrEmpty();
     recordOutcome(m_context.dataFolder, request(), *line, m_context.user, outcome,
-                  m_ui->Remark->text());
-    m_ui->Remark->clear();
+                  m_ui->Calls->remark());
+    m_ui->Calls->clearRemark();
     refresh();
     m_ui->View->table().goTo(callSheetCode, code);
     m_ui->View->table().takeFocus();
