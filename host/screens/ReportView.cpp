@@ -65,10 +65,8 @@ void ReportView::showTabs() {
 void ReportView::showPart(int part) {
     const auto tables = static_cast<int>(m_report.tables.size());
     m_part = part;
-    if (part < 0 || part >= tables + static_cast<int>(m_report.charts.size())) {
-        m_table.show({});
-        return;
-    }
+    if (part < 0 || part >= tables + static_cast<int>(m_report.charts.size()))
+        return m_table.show({});
     m_ui->Grid->setAccessibleName(m_ui->Parts->tabText(part));
     if (part < tables)
         m_table.show(m_report.tables[static_cast<std::size_t>(part)]);
@@ -76,6 +74,7 @@ void ReportView::showPart(int part) {
         m_ui->Drawing->setChart(m_report.charts[static_cast<std::size_t>(part - tables)]);
     m_ui->Stack->setCurrentWidget(part < tables ? static_cast<QWidget*>(m_ui->Grid)
                                                 : m_ui->ChartArea);
+    Q_EMIT currentRowChanged();
 }
 
 Report ReportView::shownReport() const {

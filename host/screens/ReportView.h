@@ -31,7 +31,7 @@ public:
     bool showsTable() const;
 
 Q_SIGNALS:
-    void currentRowChanged();
+    void currentRowChanged(); // also because another table or chart is shown
 
 private:
     void showPart(int part);
