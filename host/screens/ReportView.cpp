@@ -26,7 +26,7 @@ ReportView::ReportView(QWidget* parent) : QWidget(parent), m_ui(setUp(this)), m_
 ReportView::~ReportView() = default;
 
 bool ReportView::showsTable() const {
-    return m_part < static_cast<int>(m_report.tables.size());
+    return m_part >= 0 && m_part < static_cast<int>(m_report.tables.size());
 }
 
 void ReportView::setReport(Report report) {

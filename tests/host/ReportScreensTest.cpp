@@ -134,6 +134,7 @@ TEST_F(ReportScreensTest, WhatIsAskedWronglyIsSaidAndNobodyIsCalled) {
     clickButton(*m_window, u"Refresh");
     EXPECT_EQ(child<QPlainTextEdit>(*m_window, u"Words").toPlainText(),
               QStringLiteral("\"eight\" is no amount of hours."));
+    EXPECT_EQ(child<QLabel>(*m_window, u"Count").text(), QString());
     EXPECT_FALSE(child<QPushButton>(*m_window, u"NoAnswer").isEnabled());
     choose(u"Report", QStringLiteral("Overtime"));
     EXPECT_TRUE(child<QRadioButton>(*m_window, u"ByEmployee").isVisible());
