@@ -2,6 +2,8 @@
 
 #include "reports/Reports.h"
 
+#include <QHash>
+
 namespace tallyroom::host {
 
 namespace {
@@ -28,6 +30,7 @@ const std::vector<ReportOption>& options() {
         {"department", "CODE", "Only employees of this department.", {Calls, Fairness}},
         {"shift", "CODE", "Only employees of this shift.", {Calls, Fairness}},
         {"qualification", "CODE", "Only employees with this qualification.", {Calls, Fairness}},
+        {"by", "WHAT", "Whose spread is shown: department, shift, classification.", {Fairness}},
         {"order", "DESCRIPTION", "In the order of this stored ordering.", {Standing, Calls}},
     };
     return all;
@@ -39,6 +42,16 @@ std::optional<Period> periodOption(const QCommandLineParser& parser) {
     if (from.has_value() != to.has_value())
         throw UsageError{text("--from and --to go together.")};
     return from ? std::optional(Period{std::min(*from, *to), std::max(*from, *to)}) : std::nullopt;
+}
+
+GroupBy groupByOption(const QCommandLineParser& parser) {
+    static const QHash<QString, GroupBy> known{{text("department"), GroupBy::Department},
+                                               {text("shift"), GroupBy::Shift},
+                                               {text("classification"), GroupBy::Classification}};
+    const QString given = parser.value(text("by"));
+    if (parser.isSet(text("by")) && !known.contains(given))
+        throw UsageError{text("--by must be one of: department, shift, classification.")};
+    return known.value(given, GroupBy::Department);
 }
 
 ReportKind kindOption(const QCommandLineParser& parser) {
@@ -112,6 +125,7 @@ ReportOptions readReportOptions(const QCommandLineParser& parser) {
     request.group = {parser.value(text("department")), parser.value(text("shift")),
                      parser.value(text("qualification"))};
     request.order = parser.value(text("order"));
+    request.groupBy = groupByOption(parser);
     requireNeeded(request);
     result.file = parser.value(text("out"));
     result.format = formatOption(parser, result.file);

@@ -37,6 +37,7 @@ TEST(Options, RefusesWhatDoesNotFitTogether) {
              "--data d --report calls --date 2024-03-31 --format pdf",
              "--data d --report calls --date 2024-03-31 --from 2024-03-31",
              "--data d --report standing --date 2024-03-31",
+             "--data d --report fairness --by name",
          }) {
         const OptionsResult result = parse(QString::fromLatin1(line));
         EXPECT_FALSE(result.options) << line;
