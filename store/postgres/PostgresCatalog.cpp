@@ -6,10 +6,11 @@ namespace tallyroom {
 
 namespace {
 
-// A line a column, the tables' own first. Other programs' tables may lack the key column, which is
-// kept from callers; such a table is read, but its rows are not found again.
+// A line a column, those of a table one after the other. Other programs' tables may lack the key
+// column, which is kept from callers; such a table is read, but its rows are not found again.
 const QString query = QStringLiteral(R"(
-    SELECT c.relname, a.attname, t.typname, a.atttypmod,
+    SELECT CASE WHEN n.oid = pg_my_temp_schema() THEN 'pg_temp' ELSE n.nspname END,
+           c.relname, a.attname, t.typname, a.atttypmod,
            EXISTS (SELECT FROM pg_attribute k WHERE k.attrelid = c.oid AND k.attname = 'tr_key'),
            c.relkind <> 'r' OR c.relhastriggers OR c.relhasrules OR c.relrowsecurity
            OR EXISTS (SELECT FROM pg_attribute d WHERE d.attrelid = c.oid AND d.attnum > 0
@@ -22,10 +23,11 @@ const QString query = QStringLiteral(R"(
     LEFT JOIN pg_class c ON c.relnamespace = n.oid AND c.relkind IN ('r', 'p', 'v', 'm', 'f')
     LEFT JOIN pg_attribute a ON a.attrelid = c.oid AND a.attnum > 0 AND NOT a.attisdropped
     LEFT JOIN pg_type t ON t.oid = a.atttypid
-    WHERE CASE WHEN $1 = 'pg_temp' THEN n.oid = pg_my_temp_schema() ELSE n.nspname = $1 END
-    ORDER BY c.relname, a.attnum)");
+    WHERE n.nspname = ANY ($1::text[])
+          OR n.oid = pg_my_temp_schema() AND 'pg_temp' = ANY ($1::text[])
+    ORDER BY n.nspname, c.relname, a.attnum)");
 
-enum Column { Table, Name, Type, Modifier, Keyed, Ruled };
+enum Column { Place, Table, Name, Type, Modifier, Keyed, Ruled };
 
 struct TypeName {
     QLatin1StringView name;
@@ -60,31 +62,59 @@ sql::CatalogColumn columnOf(const PostgresResult& rows, int row) {
     return column;
 }
 
+std::shared_ptr<sql::CatalogTable> tableOf(const PostgresResult& rows, int row) {
+    auto table = std::make_shared<sql::CatalogTable>();
+    table->place = rows.text(row, Place);
+    table->name = rows.text(row, Table);
+    table->keyed = rows.text(row, Keyed) == QLatin1String("t");
+    table->keepsWhatIsWritten = table->keyed && rows.text(row, Ruled) == QLatin1String("f");
+    return table;
+}
+
 } // namespace
 
+// Another file that is not there may be made before it is asked for.
 const std::optional<PostgresTables::Tables>& PostgresTables::tables(const QString& schema) {
     const auto known = m_schemas.constFind(schema);
     if (known != m_schemas.constEnd())
         return *known;
-    const PostgresResult rows = m_connection.run(query, {Variant(schema)});
-    std::optional<Tables>& tables = m_schemas[schema];
-    if (rows.rows() == 0)
-        return tables;
-    tables.emplace();
+    const QStringList asked = unknownWith(schema);
+    const PostgresResult columns = m_connection.run(query, {PostgresParameter(asked)});
+    for (const QString& each : asked) {
+        if (each == schema || each == ownSchema)
+            m_schemas.insert(each, std::nullopt);
+    }
+    take(columns);
+    return m_schemas[schema];
+}
+
+QStringList PostgresTables::unknownWith(const QString& schema) const {
+    QStringList unknown{schema};
+    for (const QString& other : m_together) {
+        if (other != schema && !m_schemas.contains(other))
+            unknown << other;
+    }
+    return unknown;
+}
+
+// A schema without tables gives one line.
+void PostgresTables::take(const PostgresResult& columns) {
     std::shared_ptr<sql::CatalogTable> table;
-    for (int row = 0; row < rows.rows() && !rows.isNull(row, Table); ++row) {
-        if (const QString name = rows.text(row, Table); !table || table->name != name) {
-            table = std::make_shared<sql::CatalogTable>();
-            table->place = schema;
-            table->name = name;
-            table->keyed = rows.text(row, Keyed) == QLatin1String("t");
-            table->keepsWhatIsWritten = table->keyed && rows.text(row, Ruled) == QLatin1String("f");
+    for (int row = 0; row < columns.rows(); ++row) {
+        const QString place = columns.text(row, Place);
+        std::optional<Tables>& tables = m_schemas[place];
+        if (!tables)
+            tables.emplace();
+        if (columns.isNull(row, Table))
+            continue;
+        const QString name = columns.text(row, Table);
+        if (!table || table->place != place || table->name != name) {
+            table = tableOf(columns, row);
             tables->insert(name.toLower(), table);
         }
-        if (!rows.isNull(row, Name) && rows.text(row, Name) != QLatin1String("tr_key"))
-            table->columns.push_back(columnOf(rows, row));
+        if (!columns.isNull(row, Name) && columns.text(row, Name) != QLatin1String("tr_key"))
+            table->columns.push_back(columnOf(columns, row));
     }
-    return tables;
 }
 
 std::shared_ptr<const sql::CatalogTable> PostgresTables::find(const QString& schema,

@@ -11,11 +11,13 @@ namespace tallyroom {
 // The schema of what belongs to a session alone.
 inline const QString ownSchema = QStringLiteral("pg_temp");
 
-// All tables of some schemas: a schema is read in one round trip when it is first asked for.
+// All tables of some schemas. The first of a site's that is asked for is read together with the
+// others and with the session's own, in one round trip.
 class PostgresTables {
 public:
     // `connection` must outlive this.
-    explicit PostgresTables(PostgresConnection& connection) : m_connection(connection) {}
+    PostgresTables(PostgresConnection& connection, const QStringList& site)
+        : m_connection(connection), m_together(site + QStringList(ownSchema)) {}
 
     // The table of that name in any case, or null.
     std::shared_ptr<const sql::CatalogTable> find(const QString& schema, const QString& name);
@@ -25,13 +27,17 @@ public:
 
     // Schemas are read anew when they are asked for again.
     void forget() { m_schemas.clear(); }
+    void forget(const QString& schema) { m_schemas.remove(schema); }
 
 private:
     using Tables = QHash<QString, std::shared_ptr<const sql::CatalogTable>>; // by lower-case name
 
     const std::optional<Tables>& tables(const QString& schema);
+    QStringList unknownWith(const QString& schema) const;
+    void take(const PostgresResult& columns);
 
     PostgresConnection& m_connection;
+    QStringList m_together;
     QHash<QString, std::optional<Tables>> m_schemas; // nothing: there is no such schema
 };
 

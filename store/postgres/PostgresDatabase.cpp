@@ -57,11 +57,10 @@ void PostgresDatabase::leaveSession() noexcept {
 bool PostgresDatabase::hasFile(const QString& schema) {
     PostgresTables& tables = m_session->tables();
     const bool found = tables.hasSchema(schema);
-    if (found && hasOwnTables(schema) && !tables.hasSchema(ownSchema))
+    if (!found)
+        tables.forget(schema);
+    else if (hasOwnTables(schema) && !tables.hasSchema(ownSchema))
         makeOwnTables();
-    else if (found)
-        return true;
-    tables.forget();
     return found;
 }
 
@@ -70,6 +69,7 @@ void PostgresDatabase::makeOwnTables() {
     for (const QString& statement : createOwnTableStatements())
         statements.push_back({statement, {}});
     m_session->writeAll(ownSchema, std::move(statements));
+    m_session->tables().forget(ownSchema);
 }
 
 // The files of a site share the session, but each has its name and is waited for in its own way.

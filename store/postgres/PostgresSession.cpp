@@ -66,7 +66,8 @@ void PostgresSession::forget(const PostgresSession& session) {
 }
 
 PostgresSession::PostgresSession(const ServerAddress& address)
-    : m_connection(address.conninfo, address.shown), m_tables(m_connection),
+    : m_connection(address.conninfo, address.shown),
+      m_tables(m_connection, schemasOf(address.site)),
       m_channel(QStringLiteral("tr_") + address.site.toLower()) {}
 
 // What goes before the next statement.

@@ -49,10 +49,15 @@ bool namesPassword(const QStringList& parameters) {
         parameters, [](const QString& name) { return name.contains(QLatin1String("password")); });
 }
 
+const QString files[] = {QStringLiteral("bcx"), QStringLiteral("aidb01"),
+                         QStringLiteral("vrlxdb01")};
+
 QString schemaOf(const QString& site, const QString& file) {
-    static const auto known = wholly(u"(bcx|aidb01|vrlxdb01)\\.mdb");
-    const auto match = known.match(file.toLower());
-    return match.hasMatch() ? site.toLower() + u'_' + match.captured(1) : QString();
+    for (const QString& known : files) {
+        if (file.compare(known + QStringLiteral(".mdb"), Qt::CaseInsensitive) == 0)
+            return site.toLower() + u'_' + known;
+    }
+    return {};
 }
 
 } // namespace
@@ -60,6 +65,13 @@ QString schemaOf(const QString& site, const QString& file) {
 bool isServerAddress(const QString& path) {
     return path.startsWith(scheme, Qt::CaseInsensitive) ||
            path.startsWith(QLatin1String("postgres://"), Qt::CaseInsensitive);
+}
+
+QStringList schemasOf(const QString& site) {
+    QStringList schemas;
+    for (const QString& file : files)
+        schemas << site.toLower() + u'_' + file;
+    return schemas;
 }
 
 ServerAddress parseServerAddress(const QString& path) {

@@ -1,7 +1,7 @@
 // Where the files of a site lie on a server. Known without the server's library, too.
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 namespace tallyroom {
 
@@ -18,6 +18,9 @@ struct ServerAddress {
 
 // Whether a path speaks of a server at all, rightly or not.
 bool isServerAddress(const QString& path);
+
+// The schemas of all files of a site.
+QStringList schemasOf(const QString& site);
 
 // The address of a file. Raises 3044 (not of the form above, or with a password, which is not
 // repeated) and 3024 (no file of a site has that name).
