@@ -149,9 +149,15 @@ void EngineDatabase::replaceRows(const QString& table, const QStringList& column
                                  const std::vector<Row>& rows) {
     const auto target = outputTable(table);
     Transaction write(shared_from_this(), TransactionKind::Write);
-    run(sql::BoundDelete{{target, QStringLiteral("t")}, nullptr});
-    writeRows(*target, columnsOf(*target, columns), rows);
+    refill(target, columnsOf(*target, columns), rows);
     write.commit();
+}
+
+void EngineDatabase::refill(const std::shared_ptr<const sql::CatalogTable>& table,
+                            const std::vector<sql::CatalogColumn>& columns,
+                            const std::vector<Row>& rows) {
+    run(sql::BoundDelete{{table, QStringLiteral("t")}, nullptr});
+    writeRows(*table, columns, rows);
 }
 
 void EngineDatabase::appendRows(const QString& table, const QStringList& columns,

@@ -55,6 +55,10 @@ protected:
     virtual void writeRows(const sql::CatalogTable& table,
                            const std::vector<sql::CatalogColumn>& columns,
                            const std::vector<Row>& rows) = 0;
+    // The same with all the table's rows in place of those that it has.
+    virtual void refill(const std::shared_ptr<const sql::CatalogTable>& table,
+                        const std::vector<sql::CatalogColumn>& columns,
+                        const std::vector<Row>& rows);
 
 private:
     void runStatement(const sql::SelectStatement& statement);

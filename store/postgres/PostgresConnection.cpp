@@ -254,21 +254,28 @@ void PostgresConnection::giveUp() {
     lose();
 }
 
-void PostgresConnection::copyRows(const QString& target, const std::vector<Row>& rows) {
+// As one text they are one question, which a pipeline could not copy in. What fails ends it.
+void PostgresConnection::beginCopy(const QStringList& statements) {
+    if (!PQsendQuery(m_connection.get(), statements.join(QStringLiteral("; ")).toUtf8()))
+        lose();
+    PostgresResult begun = nextResult();
+    while (PQresultStatus(begun.native()) == PGRES_COMMAND_OK)
+        begun = nextResult();
+    if (PQresultStatus(begun.native()) == PGRES_COPY_IN)
+        return;
+    nextResult();
+    fail(begun.native());
+}
+
+void PostgresConnection::copyRows(const QString& target, const std::vector<Row>& rows,
+                                  const QStringList& before) {
     if (m_endsDue > 0)
         runAll({});
     requireConnection();
     const QByteArray text = copyText(rows);
     m_roundTrips += 2;
     pg_conn* connection = m_connection.get();
-    const QByteArray command = QStringLiteral("COPY %1 FROM STDIN").arg(target).toUtf8();
-    if (!PQsendQuery(connection, command.constData()))
-        lose();
-    const PostgresResult begun = nextResult();
-    if (PQresultStatus(begun.native()) != PGRES_COPY_IN) {
-        nextResult();
-        fail(begun.native());
-    }
+    beginCopy(before + QStringList(QStringLiteral("COPY %1 FROM STDIN").arg(target)));
     for (qsizetype at = 0; at < text.size(); at += maximumCopyPiece) {
         const auto piece = std::min(maximumCopyPiece, text.size() - at);
         if (PQputCopyData(connection, text.constData() + at, static_cast<int>(piece)) != 1)

@@ -46,8 +46,10 @@ public:
     // they are one write, all or nothing; in one, what came before the failure is undone with it.
     std::vector<PostgresResult> runAll(const std::vector<PostgresStatement>& statements);
 
-    // Appends rows to `target`, a table with its columns: s_bcx.t (a, b). All or nothing.
-    void copyRows(const QString& target, const std::vector<Row>& rows);
+    // Appends rows to `target`, a table with its columns: s_bcx.t (a, b). All or nothing, in two
+    // round trips; the first does what comes `before`, statements without parameters, as well.
+    void copyRows(const QString& target, const std::vector<Row>& rows,
+                  const QStringList& before = {});
 
     bool inTransaction() const; // also in one that has failed and waits for its rollback
     bool lost() const { return m_isLost; }
@@ -70,6 +72,7 @@ private:
     };
 
     void requireConnection();
+    void beginCopy(const QStringList& statements);
     [[noreturn]] void fail(const pg_result* result);
     [[noreturn]] void lose();
     [[noreturn]] void giveUp();

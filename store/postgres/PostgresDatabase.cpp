@@ -25,6 +25,31 @@ std::vector<Row> rowsOf(const PostgresResult& result, const sql::BoundSelect& qu
     return rows;
 }
 
+// The server does not tidy up what belongs to a session: in a table of its own, rows that are only
+// deleted would be read over as long as the session lasts.
+QString deletion(const sql::BoundDelete& statement) {
+    const sql::CatalogTable& table = *statement.target.table;
+    const bool isEmptied = table.place == ownSchema && !statement.where;
+    return isEmptied ? QStringLiteral("TRUNCATE ") + postgresGenerator().tableName(table)
+                     : postgresGenerator().deleteRows(statement);
+}
+
+QStringList namesOf(const std::vector<sql::CatalogColumn>& columns) {
+    QStringList names;
+    for (const sql::CatalogColumn& column : columns)
+        names << column.name;
+    return names;
+}
+
+// As an Insert converts them.
+std::vector<Row> converted(std::vector<Row> rows, const std::vector<sql::CatalogColumn>& columns) {
+    for (Row& row : rows) {
+        for (std::size_t at = 0; at < columns.size(); ++at)
+            row[at] = insertedValue(row[at], columns[at].type, columns[at].width);
+    }
+    return rows;
+}
+
 // The path of another file of the same site, or of another one.
 ServerAddress targetOf(const QString& path) {
     if (!isServerAddress(path))
@@ -149,15 +174,8 @@ void PostgresDatabase::executeAll(const QStringList& statements) {
     whole.commit();
 }
 
-// The server does not tidy up what belongs to a session: in a table of its own, rows that are only
-// deleted would be read over as long as the session lasts.
 void PostgresDatabase::run(const sql::BoundDelete& statement) {
-    const sql::CatalogTable& table = *statement.target.table;
-    const bool isEmptied = table.place == ownSchema && !statement.where;
-    session().write(
-        table.place,
-        isEmptied ? QStringLiteral("TRUNCATE %1.%2").arg(table.place, sql::quoted(u'"', table.name))
-                  : postgresGenerator().deleteRows(statement));
+    session().write(statement.target.table->place, deletion(statement));
 }
 
 void PostgresDatabase::run(const sql::BoundUpdate& statement) {
@@ -209,19 +227,23 @@ void PostgresDatabase::insertInto(const sql::InsertStatement& statement) {
 void PostgresDatabase::writeRows(const sql::CatalogTable& table,
                                  const std::vector<sql::CatalogColumn>& columns,
                                  const std::vector<Row>& rows) {
-    QStringList names;
-    for (const sql::CatalogColumn& column : columns)
-        names << column.name;
-    std::vector<Row> converted = rows;
-    for (Row& row : converted) {
-        for (std::size_t at = 0; at < columns.size(); ++at)
-            row[at] = insertedValue(row[at], columns[at].type, columns[at].width);
-    }
     constexpr std::size_t fewRows = 10;
+    const QStringList names = namesOf(columns);
     if (table.keepsWhatIsWritten && rows.size() > fewRows)
-        return session().copyRows(table.place, postgresGenerator().tableWithColumns(table, names),
-                                  converted);
-    insertAtOnce(session(), table, names, converted);
+        session().copyRows(table.place, postgresGenerator().tableWithColumns(table, names),
+                           converted(rows, columns));
+    else
+        insertAtOnce(session(), table, names, converted(rows, columns));
+}
+
+// What empties the table needs no question of its own.
+void PostgresDatabase::refill(const std::shared_ptr<const sql::CatalogTable>& table,
+                              const std::vector<sql::CatalogColumn>& columns,
+                              const std::vector<Row>& rows) {
+    if (!table->keepsWhatIsWritten)
+        return EngineDatabase::refill(table, columns, rows);
+    session().copyRows(table->place, postgresGenerator().tableWithColumns(*table, namesOf(columns)),
+                       converted(rows, columns), deletion({{table, QStringLiteral("t")}, nullptr}));
 }
 
 void PostgresDatabase::begin(TransactionKind kind) {

@@ -42,6 +42,9 @@ protected:
                   const TakeRows& take) override;
     void writeRows(const sql::CatalogTable& table, const std::vector<sql::CatalogColumn>& columns,
                    const std::vector<Row>& rows) override;
+    void refill(const std::shared_ptr<const sql::CatalogTable>& table,
+                const std::vector<sql::CatalogColumn>& columns,
+                const std::vector<Row>& rows) override;
 
 private:
     PostgresSession& session();

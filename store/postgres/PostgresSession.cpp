@@ -139,16 +139,24 @@ void PostgresSession::backToSavepoint() {
 }
 
 void PostgresSession::copyRows(const QString& schema, const QString& target,
-                               const std::vector<Row>& rows) {
+                               const std::vector<Row>& rows, const QString& first) {
     Q_ASSERT(m_depth > 0);
     ++m_writes[schema];
-    send({{savepoint, {}}});
+    QStringList before;
+    for (const PostgresStatement& statement : beginning())
+        before << statement.native;
+    before << savepoint;
+    if (!first.isEmpty())
+        before << first;
+    m_told.reset();
     try {
-        m_connection.copyRows(target, rows);
+        m_connection.copyRows(target, rows, before);
     } catch (const RunError&) {
         backToSavepoint();
         throw;
     }
+    m_told = m_whenInUse;
+    hear();
 }
 
 void PostgresSession::begin(TransactionKind kind) {

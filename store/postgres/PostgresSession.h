@@ -42,8 +42,9 @@ public:
                          const PostgresParameters& parameters = {});
     // All or nothing.
     void writeAll(const QString& schema, std::vector<PostgresStatement> statements);
-    // Likewise, in a transaction.
-    void copyRows(const QString& schema, const QString& target, const std::vector<Row>& rows);
+    // Likewise, in a transaction; after the statement `first`, if there is one.
+    void copyRows(const QString& schema, const QString& target, const std::vector<Row>& rows,
+                  const QString& first = {});
 
     // Stays the same as long as this session changes nothing in the schema.
     qint64 changes(const QString& schema) const { return m_writes.value(schema) + m_undone; }
