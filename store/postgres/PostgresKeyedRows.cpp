@@ -30,12 +30,16 @@ PostgresSession& PostgresKeyedRows::session() {
 }
 
 std::vector<qint64> PostgresKeyedRows::keys() {
-    m_keys = keysOf(session().read(postgresGenerator().keys(m_query)));
+    const PostgresResult result = session().read(isOwn() ? postgresGenerator().keysAndRows(m_query)
+                                                         : postgresGenerator().keys(m_query));
+    m_keys = keysOf(result);
     m_positions.clear();
     m_positions.reserve(static_cast<qsizetype>(m_keys.size()));
     for (const qint64 key : m_keys)
         m_positions.insert(key, m_positions.size());
     m_asOf = -1;
+    if (isOwn())
+        take(result);
     return m_keys;
 }
 
@@ -50,7 +54,7 @@ void PostgresKeyedRows::take(const PostgresResult& result) {
     if (m_asOf != changes())
         m_ahead.clear();
     for (int row = 0; row < result.rows(); ++row)
-        m_ahead.insert(result.key(row, 0), result.row(row, m_query.columns, 1));
+        m_ahead.insert(result.key(row, 0), {result, row});
     m_asOf = changes();
 }
 
@@ -58,15 +62,16 @@ std::optional<Row> PostgresKeyedRows::read(qint64 key) {
     if (m_asOf != changes() || !m_ahead.contains(key))
         readAhead(key);
     const auto found = m_ahead.constFind(key);
-    return found == m_ahead.constEnd() ? std::nullopt : std::optional(*found);
+    if (found == m_ahead.constEnd())
+        return std::nullopt;
+    return found->rows.row(found->row, m_query.columns, 1);
 }
 
 void PostgresKeyedRows::readAhead(qint64 key) {
-    const bool own = m_query.source->table->place == ownSchema;
     const auto total = static_cast<qsizetype>(m_keys.size());
-    const qsizetype first = own ? 0 : m_positions.value(key, total);
+    const qsizetype first = isOwn() ? 0 : m_positions.value(key, total);
     QStringList keys{QString::number(key)};
-    for (qsizetype at = first; at < (own ? total : std::min(first + portion, total)); ++at)
+    for (qsizetype at = first; at < (isOwn() ? total : std::min(first + portion, total)); ++at)
         keys << QString::number(m_keys[static_cast<std::size_t>(at)]);
     m_ahead.clear();
     take(session().read(postgresGenerator().rowsByKey(m_query), {PostgresParameter(keys)}));

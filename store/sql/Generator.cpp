@@ -30,6 +30,10 @@ QString Generator::keys(const BoundSelect& query) {
     return select(query, key(*query.source)) + order(query);
 }
 
+QString Generator::keysAndRows(const BoundSelect& query) {
+    return select(query, key(*query.source) + QStringLiteral(", ") + columns(query)) + order(query);
+}
+
 QString Generator::rowsByKey(const BoundSelect& query) {
     const QString keyText = key(*query.source);
     return QStringLiteral("SELECT %1, %2 FROM %3 WHERE %4")
