@@ -2,6 +2,7 @@
 
 #include "audit/Contacts.h"
 #include "audit/Moments.h"
+#include "audit/Standing.h"
 #include "common/AnswerKind.h"
 #include "common/RunError.h"
 #include "common/TextOrder.h"
@@ -72,22 +73,41 @@ struct Note {
 // By time: who is asked again after a call without an answer has both.
 using NotesByTime = std::multimap<Date, Note>;
 
-void addAnswers(NotesByTime& notes, Database& addIn, Date day) {
-    const auto entries = addIn.openRecordset(statement(day), RecordsetType::Snapshot);
+void addAnswers(NotesByTime& notes, Recordset& entries) {
     EntryTexts texts;
-    for (; !entries->eof(); entries->moveNext()) {
-        const auto code = Readable::key(entries->field(EmpCode));
-        const Variant moment = Readable::date(entries->field(Now));
-        const auto text = texts.of(*entries, moment);
+    for (; !entries.eof(); entries.moveNext()) {
+        const auto code = Readable::key(entries.field(EmpCode));
+        const Variant moment = Readable::date(entries.field(Now));
+        const auto text = texts.of(entries, moment);
         if (code && text)
             notes.emplace(moment.toDate(), Note{keyOf(*code), *text, true});
     }
 }
 
-void addContacts(NotesByTime& notes, Database& addIn, Date day) {
-    const QDate only = Dates::dayOf(day);
-    for (const Contacts::Contact& contact : Contacts::read(addIn, only, only))
+void addContacts(NotesByTime& notes, Recordset& rows) {
+    for (const Contacts::Contact& contact : Contacts::contactsIn(rows))
         notes.emplace(contact.now, Note{keyOf(contact.code), Contacts::text(contact), false});
+}
+
+// The entries and the contacts; data of another version has no table for these.
+std::vector<std::shared_ptr<Recordset>> open(Database& addIn, Date day) {
+    const QDate only = Dates::dayOf(day);
+    try {
+        return addIn.openSnapshots({statement(day), Contacts::statement(only, only)});
+    } catch (const RunError& error) {
+        if (!Standing::isMissing(error.number()))
+            throw;
+        return addIn.openSnapshots({statement(day)});
+    }
+}
+
+NotesByTime notesOf(Database& addIn, Date day) {
+    const auto opened = open(addIn, day);
+    NotesByTime notes;
+    addAnswers(notes, *opened.front());
+    if (opened.size() > 1)
+        addContacts(notes, *opened.back());
+    return notes;
 }
 
 } // namespace
@@ -97,10 +117,7 @@ bool AnswersOfDay::read(const QString& dataPath, Date day) {
         clear();
     m_day = day;
     try {
-        const auto addIn = Workspace::openAddIn(dataPath, WhenInUse::Fail);
-        NotesByTime byTime;
-        addAnswers(byTime, *addIn, day);
-        addContacts(byTime, *addIn, day);
+        const NotesByTime byTime = notesOf(*Workspace::openAddIn(dataPath, WhenInUse::Fail), day);
         m_known.clear();
         for (const auto& [moment, note] : byTime) {
             Known& known = m_known[note.key];

@@ -24,14 +24,6 @@ QStringList columns() {
 }
 enum Column { Now, User, EmpCode, Day, Result, Remark };
 
-std::shared_ptr<Recordset> open(Database& addIn, QDate from, QDate to) {
-    return addIn.openRecordset(QStringLiteral("Select [%1] from [%2] where ")
-                                       .arg(columns().join(QStringLiteral("], [")), table) +
-                                   Moments::within(columns()[Day], from, to) +
-                                   QStringLiteral(" order by [Now];"),
-                               RecordsetType::Snapshot);
-}
-
 std::optional<Outcome> outcomeOf(const Variant& value) {
     const Variant number = Readable::number(value);
     const auto found = std::ranges::find_if(outcomes, [&](Outcome known) {
@@ -49,15 +41,6 @@ std::optional<Contact> contactOf(const Recordset& row) {
         return std::nullopt;
     return Contact{now.toDate(), Readable::text(row.field(User)),  *code, day.toDate(),
                    *outcome,     Readable::text(row.field(Remark))};
-}
-
-std::vector<Contact> readAll(Recordset& rows) {
-    std::vector<Contact> contacts;
-    for (; !rows.eof(); rows.moveNext()) {
-        if (auto contact = contactOf(rows))
-            contacts.push_back(std::move(*contact));
-    }
-    return contacts;
 }
 
 } // namespace
@@ -90,9 +73,24 @@ void record(const QString& dataPath, const Contact& contact) {
     addIn->announce(DeskNews::contactRecorded);
 }
 
+QString statement(QDate from, QDate to) {
+    return QStringLiteral("Select [%1] from [%2] where ")
+               .arg(columns().join(QStringLiteral("], [")), table) +
+           Moments::within(columns()[Day], from, to) + QStringLiteral(" order by [Now];");
+}
+
+std::vector<Contact> contactsIn(Recordset& rows) {
+    std::vector<Contact> contacts;
+    for (; !rows.eof(); rows.moveNext()) {
+        if (auto contact = contactOf(rows))
+            contacts.push_back(std::move(*contact));
+    }
+    return contacts;
+}
+
 std::vector<Contact> read(Database& addIn, QDate from, QDate to) {
     try {
-        return readAll(*open(addIn, from, to));
+        return contactsIn(*addIn.openRecordset(statement(from, to), RecordsetType::Snapshot));
     } catch (const RunError& error) {
         if (!Standing::isMissing(error.number()))
             throw;

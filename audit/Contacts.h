@@ -35,4 +35,9 @@ void record(const QString& dataPath, const Contact& contact);
 // of another version. Entries that cannot be read are left out. Raises what the database raises.
 std::vector<Contact> read(Database& addIn, QDate from, QDate to);
 
+// The same in two steps, for who asks for more in one question: the statement, which fails in data
+// of another version, and what its recordset holds.
+QString statement(QDate from, QDate to);
+std::vector<Contact> contactsIn(Recordset& rows);
+
 } // namespace tallyroom::Contacts

@@ -14,13 +14,11 @@ namespace tallyroom::BoardRows {
 
 namespace {
 
-std::vector<BoardRow> readEmployees(Database& host, const QString& filter) {
-    const auto employees = host.openRecordset(BoardStatements::employees(filter) + QLatin1Char(';'),
-                                              RecordsetType::Snapshot);
+std::vector<BoardRow> rowsOf(Recordset& employees) {
     std::vector<BoardRow> rows;
-    rows.reserve(static_cast<std::size_t>(employees->rowCount()));
-    for (; !employees->eof(); employees->moveNext())
-        rows.push_back(BoardTable::employeeRow(*employees));
+    rows.reserve(static_cast<std::size_t>(employees.rowCount()));
+    for (; !employees.eof(); employees.moveNext())
+        rows.push_back(BoardTable::employeeRow(employees));
     return rows;
 }
 
@@ -110,10 +108,11 @@ void derive(BoardRow& row, bool multiply) {
 
 std::vector<BoardRow> read(Database& host, const Filter& filter,
                            const std::optional<TotallingPeriod>& period, bool multiply) {
-    std::vector<BoardRow> rows = readEmployees(host, filter());
-    const auto totals =
-        host.openRecordset(BoardStatements::totals(filter(), period), RecordsetType::Snapshot);
-    merge(byCode(rows), *totals);
+    const QString employees = BoardStatements::employees(filter()) + QLatin1Char(';');
+    const QString totals = BoardStatements::totals(filter(), period);
+    const auto opened = host.openSnapshots({employees, totals});
+    std::vector<BoardRow> rows = rowsOf(*opened[0]);
+    merge(byCode(rows), *opened[1]);
     for (BoardRow& row : rows)
         derive(row, multiply);
     return rows;

@@ -65,6 +65,11 @@ public:
     // Opens the rows of a Select statement. The first row, if any, is current.
     virtual std::shared_ptr<Recordset> openRecordset(const QString& sql, RecordsetType type) = 0;
 
+    // Opens several Select statements as snapshots, or raises what opening one of them raises. A
+    // single question to a server, but not one moment: see Transaction.
+    virtual std::vector<std::shared_ptr<Recordset>>
+    openSnapshots(const QStringList& statements) = 0;
+
     // Whether the table is there with all columns of `table` in their types, none with a value of
     // its own, and without triggers or rules: then a row holds what was written into it.
     [[nodiscard]] virtual bool keepsWhatIsWritten(const Schema::Table& table) = 0;

@@ -36,6 +36,10 @@ sql::SelectStatement parseSelect(const QString& text) {
     throw RunError::make(ErrorNumber::invalidOperation);
 }
 
+RecordsetQuery queryOf(const QString& text, RecordsetType type) {
+    return {std::make_shared<const sql::SelectStatement>(parseSelect(text)), nullptr, type};
+}
+
 std::vector<sql::CatalogColumn> columnsOf(const sql::CatalogTable& table,
                                           const QStringList& names) {
     std::vector<sql::CatalogColumn> columns;
@@ -85,10 +89,35 @@ void EngineDatabase::runStatement(const sql::InsertStatement& statement) {
 
 std::shared_ptr<Recordset> EngineDatabase::openRecordset(const QString& sql, RecordsetType type) {
     requireOpen();
-    RecordsetQuery query;
-    query.select = std::make_shared<const sql::SelectStatement>(parseSelect(sql));
-    query.type = type;
-    return open(query);
+    return open(queryOf(sql, type));
+}
+
+std::vector<std::shared_ptr<Recordset>>
+EngineDatabase::openSnapshots(const QStringList& statements) {
+    requireOpen();
+    std::vector<RecordsetQuery> queries;
+    std::vector<sql::BoundSelect> bound;
+    for (const QString& statement : statements) {
+        queries.push_back(queryOf(statement, RecordsetType::Snapshot));
+        bound.push_back(bind(queries.back()));
+    }
+    std::vector<std::vector<Row>> rows = readAll(bound);
+    const auto self = std::static_pointer_cast<EngineDatabase>(shared_from_this());
+    std::vector<std::shared_ptr<Recordset>> opened;
+    for (std::size_t at = 0; at < queries.size(); ++at) {
+        auto copy = std::make_shared<Snapshot>(self, queries[at], std::move(bound[at]));
+        copy->startWith(std::move(rows[at]));
+        opened.push_back(std::move(copy));
+    }
+    return opened;
+}
+
+std::vector<std::vector<Row>>
+EngineDatabase::readAll(const std::vector<sql::BoundSelect>& queries) {
+    std::vector<std::vector<Row>> all;
+    for (const sql::BoundSelect& query : queries)
+        all.push_back(readRows(query));
+    return all;
 }
 
 sql::BoundSelect EngineDatabase::bind(const RecordsetQuery& query) {

@@ -22,6 +22,7 @@ public:
 
     void execute(const QString& sql) final;
     std::shared_ptr<Recordset> openRecordset(const QString& sql, RecordsetType type) final;
+    std::vector<std::shared_ptr<Recordset>> openSnapshots(const QStringList& statements) final;
     bool keepsWhatIsWritten(const Schema::Table& table) final;
     void replaceRows(const QString& table, const QStringList& columns,
                      const std::vector<Row>& rows) final;
@@ -37,6 +38,8 @@ public:
     sql::BoundSelect bind(const RecordsetQuery& query);
     virtual const sql::Catalog& catalog() = 0;
     virtual std::vector<Row> readRows(const sql::BoundSelect& query) = 0;
+    // Of several queries, one after the other.
+    virtual std::vector<std::vector<Row>> readAll(const std::vector<sql::BoundSelect>& queries);
     virtual std::unique_ptr<KeyedRows> keyedRows(const sql::BoundSelect& query) = 0;
     CopySearchMaker searches() const { return m_searches; }
 

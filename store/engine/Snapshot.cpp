@@ -1,10 +1,19 @@
 #include "store/engine/Snapshot.h"
 
+#include <utility>
+
 namespace tallyroom {
+
+void Snapshot::startWith(std::vector<Row> rows) {
+    m_rows = std::move(rows);
+    m_isRead = true;
+    start();
+}
 
 void Snapshot::readRows() {
     m_search.reset();
-    m_rows = engine().readRows(bound());
+    if (!std::exchange(m_isRead, false))
+        m_rows = engine().readRows(bound());
 }
 
 const Row& Snapshot::rowAt(int position) const {

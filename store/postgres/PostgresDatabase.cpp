@@ -113,6 +113,18 @@ std::vector<Row> PostgresDatabase::readRows(const sql::BoundSelect& query) {
     return rowsOf(session().read(postgresGenerator().rows(query)), query);
 }
 
+std::vector<std::vector<Row>>
+PostgresDatabase::readAll(const std::vector<sql::BoundSelect>& queries) {
+    std::vector<PostgresStatement> statements;
+    for (const sql::BoundSelect& query : queries)
+        statements.push_back({postgresGenerator().rows(query), {}});
+    const std::vector<PostgresResult> results = session().readAll(std::move(statements));
+    std::vector<std::vector<Row>> all;
+    for (std::size_t at = 0; at < queries.size(); ++at)
+        all.push_back(rowsOf(results[at], queries[at]));
+    return all;
+}
+
 // A cursor has a name of its own, since the server keeps what a statement with its name gives.
 void PostgresDatabase::readRows(const sql::BoundSelect& query, std::size_t portion,
                                 const TakeRows& take) {

@@ -30,6 +30,7 @@ public:
     bool isOpen() const override { return m_session != nullptr; }
     const sql::Catalog& catalog() override;
     std::vector<Row> readRows(const sql::BoundSelect& query) override;
+    std::vector<std::vector<Row>> readAll(const std::vector<sql::BoundSelect>& queries) override;
     std::unique_ptr<KeyedRows> keyedRows(const sql::BoundSelect& query) override;
 
 protected:

@@ -37,6 +37,9 @@ public:
     PostgresTables& tables() { return m_tables; }
 
     PostgresResult read(const QString& native, const PostgresParameters& parameters = {});
+    std::vector<PostgresResult> readAll(std::vector<PostgresStatement> statements) {
+        return sendGuarded(std::move(statements));
+    }
     // In a transaction a failure undoes this statement alone. `schema` is that of what is written.
     PostgresResult write(const QString& schema, const QString& native,
                          const PostgresParameters& parameters = {});
