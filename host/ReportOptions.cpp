@@ -20,7 +20,7 @@ const std::vector<ReportOption>& options() {
     static const std::vector<ReportOption> all{
         {"from",
          "YYYY-MM-DD",
-         "First day (that of the board's period).",
+         "First day (the board's period; checks: two weeks of recording).",
          {Calls, Checks, Fairness}},
         {"to", "YYYY-MM-DD", "Last day.", {Calls, Checks, Fairness}},
         {"date", "YYYY-MM-DD", "The day of the overtime.", {Standing, Calls}},
@@ -80,8 +80,12 @@ void requireNeeded(const ReportRequest& request) {
 }
 
 ReportFormat formatOption(const QCommandLineParser& parser, const QString& file) {
-    if (!parser.isSet(text("format")))
-        return ReportFile::formatOf(file).value_or(ReportFormat::Text);
+    if (!parser.isSet(text("format"))) {
+        const auto ofFile = ReportFile::formatOf(file);
+        if (!ofFile && !file.isEmpty())
+            throw UsageError{text("What --out ends with tells no format: give one with --format.")};
+        return ofFile.value_or(ReportFormat::Text);
+    }
     const auto format = ReportFile::formatNamed(parser.value(text("format")));
     if (!format)
         throw UsageError{

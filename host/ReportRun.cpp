@@ -5,18 +5,24 @@
 #include "host/HostMessages.h"
 #include "reports/Reports.h"
 
-#include <QTextStream>
+#include <cstdio>
 
 namespace tallyroom::host {
 
 namespace {
 
+void print(const QByteArray& text) {
+    const auto size = static_cast<std::size_t>(text.size());
+    const bool isWritten =
+        std::fwrite(text.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0;
+    if (!isWritten)
+        throw BadRequest{QStringLiteral("The report could not be written.")};
+}
+
 // What cannot be written is a matter of the command line; all else is the data's.
 void write(const Report& report, const QString& user, const ReportOptions& options) {
-    if (options.file.isEmpty()) {
-        QTextStream(stdout) << QString::fromUtf8(ReportFile::text(report, options.format));
-        return;
-    }
+    if (options.file.isEmpty())
+        return print(ReportFile::text(report, options.format));
     try {
         ReportFile::write(report, options.format, options.file, user);
     } catch (const RunError& error) {

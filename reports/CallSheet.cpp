@@ -25,11 +25,15 @@ using Texts = QHash<QString, QString>; // by employee code
 std::int32_t minutesOf(const QString& hours) {
     bool isWhole = false;
     const int whole = hours.toInt(&isWhole);
-    if (isWhole && whole >= 0 && whole <= 24)
+    if (isWhole && whole > 0 && whole <= 24)
         return whole * 60;
-    if (!IsTime(hours))
-        throw BadRequest{QStringLiteral("\"%1\" is no amount of hours.").arg(hours)};
-    return TimeConversion::toMinutes(hours);
+    try {
+        const std::int32_t minutes = IsTime(hours) ? TimeConversion::toMinutes(hours) : 0;
+        if (minutes > 0 && minutes <= 24 * 60)
+            return minutes;
+    } catch (const RunError&) { // the form of a time, and yet none
+    }
+    throw BadRequest{QStringLiteral("\"%1\" is no amount from 0:01 to 24:00 hours.").arg(hours)};
 }
 
 QTime startOf(const QString& typed) {
@@ -51,7 +55,9 @@ QString hoursText(const ReportRequest& request) {
     if (request.hours.isEmpty())
         return QStringLiteral(", from %1").arg(start.toString(format));
     const QTime end = start.addSecs(60 * minutesOf(request.hours));
-    return QStringLiteral(", %1 to %2").arg(start.toString(format), end.toString(format));
+    return QStringLiteral(", %1 to %2%3")
+        .arg(start.toString(format), end.toString(format),
+             end <= start ? QStringLiteral(" the next day") : QString());
 }
 
 QString dayText(const ReportRequest& request) {
@@ -98,7 +104,7 @@ public:
     SheetWriter(const QString& dataFolder, const ReportRequest& request)
         : m_dataFolder(dataFolder), m_request(request),
           m_host(Workspace::openHostOptions(dataFolder)), m_data(readHostData(*m_host)),
-          m_period(periodOf(request.period, *m_host, dataFolder)),
+          m_period(request.period ? request.period : canvassPeriod(dataFolder)),
           m_filter(groupFilter(request.group)) {}
 
     Report write(const ReportProgress& progress) {
@@ -120,10 +126,12 @@ public:
 
 private:
     std::vector<BoardRow> readRows() {
-        m_report.details << QStringLiteral("Totals of %1 to %2")
-                                .arg(shownDay(m_period.from), shownDay(m_period.to));
-        const TotallingPeriod totalled{Dates::fromQDate(m_period.from),
-                                       Dates::fromQDate(m_period.to)};
+        std::optional<TotallingPeriod> totalled; // as the board's: without one, all dates
+        if (m_period)
+            totalled = {Dates::fromQDate(m_period->from), Dates::fromQDate(m_period->to)};
+        m_report.details << (m_period ? QStringLiteral("Totals of %1 to %2")
+                                            .arg(shownDay(m_period->from), shownDay(m_period->to))
+                                      : QStringLiteral("Totals of all dates"));
         return BoardRows::read(
             *m_host, [this] { return m_filter; }, totalled, false);
     }
@@ -203,7 +211,7 @@ private:
     const ReportRequest& m_request;
     std::shared_ptr<Database> m_host; // bcx.mdb
     HostData m_data;
-    Period m_period;
+    std::optional<Period> m_period;
     QString m_filter;
     Texts m_absences; // reasons
     Texts m_work;     // shifts

@@ -184,8 +184,7 @@ private:
                 check.findings.push_back(
                     {Variant::null(), code.key(),
                      QStringLiteral("%1: it is \"%2\" there (%3 times)")
-                         .arg(where, code.key())
-                         .arg(*code),
+                         .arg(where, code.key(), QString::number(*code)),
                      QStringLiteral("Write \"%1\", or boards miss it.").arg(meant)});
         }
     }

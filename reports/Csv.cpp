@@ -67,9 +67,9 @@ QString tableLines(const ValueTable& table) {
     return lines;
 }
 
-QString wordLines(const Report& report) {
+QString wordLines(const QStringList& paragraphs) {
     QString lines;
-    for (const QString& paragraph : QStringList(report.title) + report.words + report.notes)
+    for (const QString& paragraph : paragraphs)
         lines += line({textCell(paragraph)});
     return lines;
 }
@@ -83,12 +83,14 @@ QByteArray reportCsv(const Report& report) {
             tables.push_back(pointsOf(chart));
     }
     if (tables.empty())
-        return wordLines(report).toUtf8();
+        return wordLines(QStringList(report.title) + report.words + report.notes).toUtf8();
     QStringList blocks;
     for (const ValueTable& table : tables) {
         const bool isNamed = tables.size() > 1 && !table.caption.isEmpty();
         blocks << (isNamed ? line({textCell(table.caption)}) : QString()) + tableLines(table);
     }
+    if (!report.notes.isEmpty())
+        blocks << wordLines(report.notes);
     return blocks.join(lineEnd).toUtf8();
 }
 

@@ -7,7 +7,7 @@ namespace tallyroom {
 namespace {
 
 QString condition(const QString& column, const QString& value) {
-    return QStringLiteral("([%1] = ").arg(column) + SqlText::literal(value) + QLatin1Char(')');
+    return QStringLiteral("([%1] = '%2')").arg(column, SqlText::escaped(value));
 }
 
 QString described(const QString& what, const QString& code, const QString& description) {

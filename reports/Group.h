@@ -5,8 +5,7 @@
 
 namespace tallyroom {
 
-// Completes the condition "[Emp_Code] ", for employees who are there. Raises 3075 for a text that
-// no statement can hold.
+// Completes the condition "[Emp_Code] ", for employees who are there.
 QString groupFilter(const ReportGroup& group);
 
 // "Department 20 Assembly", and so on; empty for everybody.

@@ -53,7 +53,10 @@ RunError notWritten(const QString& fileName) {
 
 void save(const QString& fileName, const std::function<bool(QIODevice&)>& fill) {
     QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || !fill(file) || !file.commit())
+    // A full disk shows when what is buffered is written, which commit() does not look at.
+    const bool isWritten = file.open(QIODevice::WriteOnly) && fill(file) && file.flush() &&
+                           file.error() == QFileDevice::NoError;
+    if (!isWritten || !file.commit())
         throw notWritten(fileName);
 }
 

@@ -1,7 +1,9 @@
 #include "reports/StandingReport.h"
 
 #include "audit/Contacts.h"
+#include "reports/Absences.h"
 #include "reports/AuditReading.h"
+#include "reports/Group.h"
 #include "reports/StandingReading.h"
 #include "store/Workspace.h"
 
@@ -45,7 +47,9 @@ public:
     Writer(const QString& dataFolder, const ReportRequest& request)
         : m_dataFolder(dataFolder), m_request(request),
           m_host(Workspace::openHostOptions(dataFolder)), m_addIn(Workspace::openAddIn(dataFolder)),
-          m_data(readHostData(*m_host)), m_entries(entriesOf(*m_addIn, request.date)),
+          m_data(readHostData(*m_host)),
+          m_absences(absencesOn(*m_host, groupFilter({}), request.date)),
+          m_entries(entriesOf(*m_addIn, request.date)),
           m_contacts(Contacts::read(*m_addIn, request.date, request.date)) {}
 
     Report write(const ReportProgress& progress) {
@@ -60,7 +64,7 @@ public:
             requireNotCancelled(progress, done++, static_cast<int>(own.size()));
             describe(entry);
         }
-        if (own.empty() && m_data.employeeName(m_request.employee).isEmpty())
+        if (own.empty() && !isKnown(m_request.employee))
             throw BadRequest{
                 QStringLiteral("There is no employee \"%1\".").arg(m_request.employee)};
         if (own.empty())
@@ -72,6 +76,12 @@ public:
 
 private:
     void say(const QString& paragraph) { m_report.words << paragraph; }
+
+    bool isKnown(const QString& code) const {
+        return std::ranges::any_of(m_data.employees, [&](const Employee& each) {
+            return employeeKey(each.code) == employeeKey(code);
+        });
+    }
 
     // "1264 Andersen, Chloé"
     QString who(const QString& code) const {
@@ -150,6 +160,7 @@ private:
 
     void describeOthers(const Stood& stood, const AskedBefore& asked) {
         QStringList answered;
+        QStringList away;
         QStringList passedOver;
         for (int place = 1; place < stood.place; ++place) {
             const Standing::Listed& other = stood.board.rows[static_cast<std::size_t>(place - 1)];
@@ -159,13 +170,18 @@ private:
                     .arg(place)
                     .arg(who(other.code),
                          other.total.isEmpty() ? QStringLiteral("nothing") : other.total);
-            if (note.isEmpty())
-                passedOver << line;
+            const QString absence = m_absences.value(other.code);
+            if (!note.isEmpty())
+                answered << line + QStringLiteral(" (%1)").arg(note);
+            else if (!absence.isEmpty())
+                away << line + QStringLiteral(" (%1)").arg(absence);
             else
-                answered << line + QStringLiteral(": ") + note;
+                passedOver << line;
         }
         sayList(QStringLiteral("Nobody stood before who had been asked."),
                 QStringLiteral("Stood before and had been asked: %1"), answered);
+        if (!away.isEmpty())
+            sayList({}, QStringLiteral("Stood before and were absent that day: %1"), away);
         sayList(QStringLiteral("Nobody was passed over."),
                 QStringLiteral("Stood before and had not been asked (passed over): %1"),
                 passedOver);
@@ -176,11 +192,12 @@ private:
             say(nobody);
             return;
         }
-        say(heading.arg(lines.size()));
-        for (const QString& line : lines.first(std::min(lines.size(), namedAtMost)))
-            say(QStringLiteral("    ") + line);
-        if (lines.size() > namedAtMost)
-            say(QStringLiteral("    and %1 more").arg(lines.size() - namedAtMost));
+        const QStringList named = lines.first(std::min(lines.size(), namedAtMost));
+        const QString more = lines.size() > namedAtMost
+                                 ? QStringLiteral("; and %1 more").arg(lines.size() - namedAtMost)
+                                 : QString();
+        say(heading.arg(lines.size()) + u'.');
+        say(named.join(QStringLiteral("; ")) + more);
     }
 
     void describeOwnContacts() {
@@ -195,7 +212,8 @@ private:
     std::shared_ptr<Database> m_host;  // bcx.mdb
     std::shared_ptr<Database> m_addIn; // aidb01.mdb
     HostData m_data;
-    std::vector<EntryKey> m_entries; // of the day, everybody's
+    QHash<QString, QString> m_absences; // that day: reasons, by code
+    std::vector<EntryKey> m_entries;    // of the day, everybody's
     std::vector<Contacts::Contact> m_contacts;
     Report m_report;
 };

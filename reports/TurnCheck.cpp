@@ -60,7 +60,6 @@ public:
         int done = 0;
         for (auto command = commands.cbegin(); command != commands.cend(); ++command) {
             requireNotCancelled(progress, done++, static_cast<int>(commands.size()));
-            m_kept += std::ranges::count_if(*command, &isAnswer);
             check(command.key(), *command);
         }
         std::ranges::stable_sort(m_check.findings, {},
@@ -91,6 +90,7 @@ private:
         const auto board = snapshotOf(m_addIn, command);
         if (!board)
             return;
+        m_kept += std::ranges::count_if(answers, &isAnswer);
         const QStringList passed = passedOver(*board, answers, *lowest);
         if (passed.isEmpty())
             return;

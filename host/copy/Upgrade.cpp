@@ -1,5 +1,6 @@
 #include "host/copy/Upgrade.h"
 
+#include "common/RunError.h"
 #include "store/Workspace.h"
 
 namespace tallyroom::host {
@@ -12,6 +13,11 @@ void upgradeData(const QString& dataPath, const CopyMessages& messages) {
         copyData(dataPath, copy, messages);
     }
     Workspace::completeFiles(dataPath);
+    if (const QStringList left = Workspace::lackingIn(dataPath); !left.isEmpty())
+        throw RunError(
+            ErrorNumber::readOnly,
+            QStringLiteral("This could not be done: %1.").arg(left.join(QStringLiteral("; "))),
+            QStringLiteral("Brightclock"));
     for (const QString& line : lacking)
         messages.say(line);
     if (lacking.isEmpty())

@@ -93,7 +93,7 @@ TEST_F(CallSheetTest, RefusesWhatIsNoRequest) {
     request.start = QStringLiteral("22:00");
     request.hours = QStringLiteral("8");
     EXPECT_EQ(sheet().details.front(),
-              QStringLiteral("Overtime on Monday 02/03/2020, 22:00 to 06:00"));
+              QStringLiteral("Overtime on Monday 02/03/2020, 22:00 to 06:00 the next day"));
 }
 
 // Rebuilt: E2 had an hour and a half of what was recorded after it besides.
