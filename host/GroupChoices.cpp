@@ -2,23 +2,24 @@
 
 #include <QComboBox>
 #include <QMap>
+#include <set>
 
 namespace tallyroom::host {
 
 void fillGroupChoices(const HostData& data, QComboBox& department, QComboBox& shift,
                       QComboBox& qualification) {
-    QMap<QString, QString> departments;
+    std::set<std::pair<QString, QString>> departments; // names, which may be alike, and codes
     QMap<QString, QString> qualifications;
     for (const Employee& employee : data.employees) {
         if (!employee.department.isEmpty()) // an empty code stands for all
-            departments.insert(data.departmentName(employee.department), employee.department);
+            departments.emplace(data.departmentName(employee.department), employee.department);
         for (const QString& code : employee.qualifications)
             qualifications.insert(code, code);
     }
     for (auto* box : {&department, &shift, &qualification})
         box->addItem(QStringLiteral("All"), QString());
-    for (auto entry = departments.cbegin(); entry != departments.cend(); ++entry)
-        department.addItem(entry.key(), entry.value());
+    for (const auto& [name, code] : departments)
+        department.addItem(name, code);
     for (const Shift& each : data.shifts)
         shift.addItem(each.code + QStringLiteral("  ") + each.description, each.code);
     for (const QString& code : qualifications)

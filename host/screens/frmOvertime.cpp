@@ -7,8 +7,10 @@
 #include "host/screens/OvertimeTable.h"
 #include "host/screens/ReportWait.h"
 #include "reports/CallSheet.h"
+#include "reports/CheckedData.h"
 #include "reports/Reports.h"
 #include "reports/StoredOrders.h"
+#include "store/Workspace.h"
 #include "ui_frmOvertime.h"
 
 #include <QScopedValueRollback>
@@ -69,9 +71,27 @@ void frmOvertime::setUpChoices() {
 
 void frmOvertime::setUpDays() {
     const Period shown = periodOf(std::nullopt, *m_context.database, m_context.dataFolder);
-    m_ui->FromDate->setDate(shown.from);
-    m_ui->ToDate->setDate(shown.to);
+    showPeriod(shown);
     m_ui->Day->setDate(nearestDay(shown, QDate::currentDate()));
+}
+
+void frmOvertime::showPeriod(const Period& period) {
+    const QSignalBlocker quietFrom(m_ui->FromDate);
+    const QSignalBlocker quietTo(m_ui->ToDate);
+    m_ui->FromDate->setDate(period.from);
+    m_ui->ToDate->setDate(period.to);
+}
+
+// Checks go by the days on which answers were recorded, all else by those of the overtime.
+void frmOvertime::chooseDays() {
+    const bool isOfRecording = kind() == ReportKind::Checks;
+    if (isOfRecording == m_showsRecordingDays)
+        return;
+    showPeriod(isOfRecording ? recordingDays(*Workspace::openAddIn(m_context.dataFolder))
+                             : periodOf(std::nullopt, *m_context.database, m_context.dataFolder));
+    m_showsRecordingDays = isOfRecording;
+    m_ui->FromLabel->setText(isOfRecording ? QStringLiteral("Recorded &from")
+                                           : QStringLiteral("&From"));
 }
 
 void frmOvertime::connectControls() {
@@ -142,6 +162,7 @@ ReportRequest frmOvertime::request() const {
 void frmOvertime::chooseKind() {
     if (asksFor(kind(), ReportField::Order) && m_ui->Order->count() == 0)
         listOrders();
+    chooseDays();
     showFields();
     refresh();
 }

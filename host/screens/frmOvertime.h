@@ -27,6 +27,8 @@ public:
 private:
     void setUpChoices();
     void setUpDays();
+    void showPeriod(const Period& period);
+    void chooseDays();
     void connectControls();
     void connectFields();
     void connectCalls();
@@ -47,6 +49,7 @@ private:
 
     std::unique_ptr<Ui::frmOvertime> m_ui;
     ScreenContext m_context;
+    bool m_showsRecordingDays = false; // in FromDate and ToDate
     std::unique_ptr<ReportCommands> m_commands;
     ScreenKind m_shown;
     bool m_isMaking = false;

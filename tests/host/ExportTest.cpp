@@ -80,6 +80,8 @@ print(json.dumps(list(csv.reader(open(sys.argv[1], newline='', encoding='utf-8-s
         QStringLiteral("|Time"),
         QStringLiteral("one|01:00"),
         QStringLiteral("Mean|01:30"),
+        QString(),
+        QStringLiteral("'@note"),
     };
     ASSERT_EQ(rows.size(), static_cast<qsizetype>(std::size(expected)));
     for (qsizetype at = 0; at < rows.size(); ++at)

@@ -1,10 +1,12 @@
 #include "host/screens/ReportWait.h"
 #include "host/screens/frmOvertime.h"
+#include "reports/CheckedData.h"
 #include "tests/host/HostDataFolder.h"
 #include "tests/support/DialogScript.h"
 
 #include <QClipboard>
 #include <QComboBox>
+#include <QDateEdit>
 #include <QFile>
 #include <QHeaderView>
 #include <QLabel>
@@ -133,10 +135,15 @@ TEST_F(ReportScreensTest, WhatIsAskedWronglyIsSaidAndNobodyIsCalled) {
     child<QLineEdit>(*m_window, u"Hours").setText(QStringLiteral("eight"));
     clickButton(*m_window, u"Refresh");
     EXPECT_EQ(child<QPlainTextEdit>(*m_window, u"Words").toPlainText(),
-              QStringLiteral("\"eight\" is no amount of hours."));
+              QStringLiteral("\"eight\" is no amount from 0:01 to 24:00 hours."));
     EXPECT_EQ(child<QLabel>(*m_window, u"Count").text(), QString());
     EXPECT_FALSE(child<QPushButton>(*m_window, u"NoAnswer").isEnabled());
+    const QDate first = child<QDateEdit>(*m_window, u"FromDate").date();
+    choose(u"Report", QStringLiteral("Checks"));
+    EXPECT_EQ(child<QDateEdit>(*m_window, u"ToDate").date(),
+              recordingDays(*m_folder.open(QStringLiteral("aidb01.mdb"))).to);
     choose(u"Report", QStringLiteral("Overtime"));
+    EXPECT_EQ(child<QDateEdit>(*m_window, u"FromDate").date(), first);
     EXPECT_TRUE(child<QRadioButton>(*m_window, u"ByEmployee").isVisible());
     EXPECT_GT(rows().rowCount(), 1);
 }
