@@ -95,12 +95,10 @@ QString keyValues(const EntryKey& key) {
         .join(comma);
 }
 
-// A list may be long: it is handed over as it is, where a statement would have to be read.
-void keepSnapshot(Database& addIn, const QString& command, const Snapshot& snapshot) {
-    addIn.appendRows(
-        QStringLiteral("TLYR_Standing"),
-        {QStringLiteral("Command"), QStringLiteral("Listed"), QStringLiteral("Details")},
-        {{command, snapshot.listed, toText(snapshot)}});
+QString keepSnapshot(const QString& command, const Snapshot& snapshot) {
+    return QStringLiteral("Insert Into [TLYR_Standing] ([Command], [Listed], [Details]) Values (") +
+           literal(command) + comma + QString::number(snapshot.listed) + QStringLiteral(", '") +
+           SqlText::escaped(toText(snapshot)) + QStringLiteral("');");
 }
 
 QString keepPlace(const EntryKey& key, const Place& place) {

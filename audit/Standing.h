@@ -59,9 +59,9 @@ QStringList keyColumns();
 // The same as values of an Insert. Raises 3075 for a text that no statement can hold.
 QString keyValues(const EntryKey& key);
 
-// Writes what the answers of a command share into aidb01.mdb. Raises what the database raises.
-void keepSnapshot(Database& addIn, const QString& command, const Snapshot& snapshot);
-// The statement that keeps an answer's place. Raises 3075 as keyValues() does.
+// Statements on aidb01.mdb: what the answers of a command share, and an answer's place. The second
+// one raises 3075 as keyValues() does.
+QString keepSnapshot(const QString& command, const Snapshot& snapshot);
 QString keepPlace(const EntryKey& key, const Place& place);
 
 // Statements that take an entry's standing along when its answer is taken back: its own row, and

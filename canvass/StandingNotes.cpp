@@ -31,9 +31,10 @@ bool StandingNotes::write(Database& addIn, const QString& auditInsert,
     if (!m_board || m_failure || m_place.place == 0)
         return false;
     try {
+        QStringList statements{auditInsert, Standing::keepPlace(entry, m_place)};
         if (!m_hasSnapshot)
-            Standing::keepSnapshot(addIn, m_place.command, *m_board);
-        addIn.executeAll({auditInsert, Standing::keepPlace(entry, m_place)});
+            statements << Standing::keepSnapshot(m_place.command, *m_board);
+        addIn.executeAll(statements); // a single question to a server
         return true;
     } catch (const RunError& error) {
         m_failure = error;
