@@ -6,6 +6,7 @@
 #include "store/Readable.h"
 
 #include <algorithm>
+#include <map>
 
 namespace tallyroom {
 
@@ -62,8 +63,8 @@ public:
             requireNotCancelled(progress, done++, static_cast<int>(commands.size()));
             check(command.key(), *command);
         }
-        std::ranges::stable_sort(m_check.findings, {},
-                                 [](const Finding& finding) { return finding.day.toDate(); });
+        for (auto& [day, finding] : m_byDay)
+            m_check.findings.push_back(std::move(finding));
         return std::move(m_check);
     }
 
@@ -96,13 +97,14 @@ private:
             return;
         const QString order =
             board->ordering.isEmpty() ? QStringLiteral("no ordering") : board->ordering;
-        m_check.findings.push_back(
-            {lowest->date, lowest->code,
-             QStringLiteral("Place %1 of %2 (%3), before %4")
-                 .arg(lowest->place)
-                 .arg(board->listed)
-                 .arg(order, listed(passed)),
-             QStringLiteral("Ask those above, or note why they were not asked.")});
+        m_byDay.emplace(
+            lowest->date,
+            Finding{lowest->date, lowest->code,
+                    QStringLiteral("Place %1 of %2 (%3), before %4")
+                        .arg(lowest->place)
+                        .arg(board->listed)
+                        .arg(order, listed(passed)),
+                    QStringLiteral("Ask those above, or note why they were not asked.")});
     }
 
     QStringList passedOver(const Standing::Snapshot& board, const std::vector<Placed>& answers,
@@ -128,6 +130,7 @@ private:
     QHash<PersonDay, Date> m_asked;
     Check m_check{QStringLiteral("Asked before somebody above who had neither answer nor contact"),
                   {}};
+    std::multimap<Date, Finding> m_byDay; // of the check, by the day of the overtime
     qsizetype m_kept = 0;
 };
 
