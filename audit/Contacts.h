@@ -27,7 +27,7 @@ struct Contact {
 // "No answer, 11/21/2026 9:12 by jo: tries again at ten"
 QString text(const Contact& contact);
 
-// Keeps a contact, and tells other desks of it. Raises what the database raises; 3078 for data of
+// Keeps a contact, and tells other desks of it. Raises what the database raises; 3192 for data of
 // another version, which has no table for it.
 void record(const QString& dataPath, const Contact& contact);
 
