@@ -6,19 +6,11 @@
 #include "host/copy/TableCopy.h"
 #include "store/Workspace.h"
 
-#include <algorithm>
 #include <deque>
 
 namespace tallyroom::host {
 
 namespace {
-
-bool isScratch(const Schema::File& file, const QString& table) {
-    return std::ranges::any_of(file.tables, [&](const Schema::Table& known) {
-        return known.scratch &&
-               table.compare(QString::fromUtf16(known.name), Qt::CaseInsensitive) == 0;
-    });
-}
 
 std::shared_ptr<Database> openFile(const QString& dataPath, const Schema::File& file) {
     return Workspace::openDatabase(dataPath + u'\\' + QString::fromUtf16(file.name));
@@ -34,33 +26,50 @@ RunError different(const QString& table, qint64 expected, qint64 found) {
             QStringLiteral("Brightclock")};
 }
 
-// A file of the source, as it stands while this lives.
-class CopiedFile {
+// A file as it stands in a folder or on a server.
+class DatabaseSource final : public CopySource {
 public:
-    CopiedFile(const QString& from, const Schema::File& file)
-        : m_file(file), m_database(openFile(from, file)),
-          m_reading(m_database, TransactionKind::Read), m_tables(m_database->tables()) {
+    DatabaseSource(const QString& from, const Schema::File& file)
+        : m_database(openFile(from, file)), m_reading(m_database, TransactionKind::Read),
+          m_tables(m_database->tables()) {
         std::erase_if(m_tables,
                       [&](const TableFormat& table) { return isScratch(file, table.name); });
     }
 
-    const Schema::File& file() const { return m_file; }
-    const std::vector<TableFormat>& tables() const { return m_tables; }
+    const std::vector<TableFormat>& tables() const override { return m_tables; }
+    void readRows(const TableFormat& table, const TakeRows& take) override {
+        m_database->readPortions(table.name, portion, take);
+    }
+
+private:
+    static constexpr std::size_t portion = 5'000; // rows
+
+    std::shared_ptr<Database> m_database;
+    Transaction m_reading;
+    std::vector<TableFormat> m_tables;
+};
+
+class CopiedFile {
+public:
+    explicit CopiedFile(const CopiedSource& copied)
+        : m_file(copied.file), m_source(*copied.source) {}
+
+    const std::vector<TableFormat>& tables() const { return m_source.tables(); }
 
     void writeTo(const QString& to, const CopyMessages& messages) {
         const auto target = openFile(to, m_file);
         Transaction writing(target, TransactionKind::Write);
-        for (const TableFormat& table : m_tables)
+        for (const TableFormat& table : tables())
             m_sums.push_back(
-                copyTable(*m_database, *target, table, progressOf(messages, "copied", table)));
+                copyTable(m_source, *target, table, progressOf(messages, "copied", table)));
         writing.commit();
     }
 
     // From the beginning, on a connection of its own where that is a file.
     void compareWith(const QString& to, const CopyMessages& messages) const {
         const auto target = openFile(to, m_file);
-        for (std::size_t at = 0; at < m_tables.size(); ++at) {
-            const TableFormat& table = m_tables[at];
+        for (std::size_t at = 0; at < tables().size(); ++at) {
+            const TableFormat& table = tables()[at];
             const TableSum sum =
                 sumOfTable(*target, table, progressOf(messages, "compared", table));
             if (sum != m_sums[at])
@@ -84,20 +93,26 @@ private:
     }
 
     const Schema::File& m_file;
-    std::shared_ptr<Database> m_database;
-    Transaction m_reading;
-    std::vector<TableFormat> m_tables;
+    CopySource& m_source;
     std::vector<TableSum> m_sums; // of each table
 };
 
 } // namespace
 
 void copyData(const QString& from, const QString& to, const CopyMessages& messages) {
+    std::vector<CopiedSource> sources;
+    for (const Schema::File& file : Schema::files())
+        sources.push_back({file, std::make_unique<DatabaseSource>(from, file)});
+    copySources(sources, to, messages);
+}
+
+void copySources(const std::vector<CopiedSource>& sources, const QString& to,
+                 const CopyMessages& messages) {
     std::deque<CopiedFile> files;
     CopiedTables tables;
-    for (const Schema::File& file : Schema::files()) {
-        const CopiedFile& copied = files.emplace_back(from, file);
-        tables.add(file, copied.tables());
+    for (const CopiedSource& source : sources) {
+        const CopiedFile& copied = files.emplace_back(source);
+        tables.add(source.file, copied.tables());
     }
     for (const QString& remark : tables.remarks())
         messages.say(remark);

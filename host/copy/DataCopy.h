@@ -1,6 +1,8 @@
 // Copying a data folder, or a site on a server, to a new one of either kind.
 #pragma once
 
+#include "host/copy/CopySource.h"
+
 #include <QString>
 #include <functional>
 
@@ -17,5 +19,14 @@ struct CopyMessages {
 // see makeData(). Raises besides 3421 for what the copy cannot hold, and 3049 for a copy that has
 // other rows than the source.
 void copyData(const QString& from, const QString& to, const CopyMessages& messages);
+
+struct CopiedSource {
+    const Schema::File& file;
+    std::unique_ptr<CopySource> source;
+};
+
+// The same from whatever the three files come from.
+void copySources(const std::vector<CopiedSource>& sources, const QString& to,
+                 const CopyMessages& messages);
 
 } // namespace tallyroom::host

@@ -58,13 +58,15 @@ void prepare(std::vector<Row>& rows, const TableFormat& format, qint64 before) {
     }
 }
 
-// Reads in portions; `take` gets the rows and the number of those before.
+using ReadRows = std::function<void(const TakeRows&)>;
+
+// `take` gets the rows of a table in portions, and the number of those before.
 template<class Take>
-void read(Database& database, const TableFormat& format, const RowProgress& progress,
+void read(const TableFormat& format, const ReadRows& readRows, const RowProgress& progress,
           const Take& take) {
     try {
         qint64 done = 0;
-        database.readPortions(format.name, portion, [&](const std::vector<Row>& rows) {
+        readRows([&](const std::vector<Row>& rows) {
             take(rows, done);
             done += static_cast<qint64>(rows.size());
             progress(done);
@@ -84,11 +86,12 @@ QStringList namesOf(const TableFormat& format) {
 
 } // namespace
 
-TableSum copyTable(Database& source, Database& target, const TableFormat& format,
+TableSum copyTable(CopySource& source, Database& target, const TableFormat& format,
                    const RowProgress& progress) {
     const QStringList names = namesOf(format);
     RowDigest digest;
-    read(source, format, progress, [&](const std::vector<Row>& found, qint64 before) {
+    const auto rowsOfSource = [&](const TakeRows& take) { source.readRows(format, take); };
+    read(format, rowsOfSource, progress, [&](const std::vector<Row>& found, qint64 before) {
         std::vector<Row> rows = found;
         prepare(rows, format, before);
         digest.add(rows);
@@ -99,7 +102,10 @@ TableSum copyTable(Database& source, Database& target, const TableFormat& format
 
 TableSum sumOfTable(Database& database, const TableFormat& format, const RowProgress& progress) {
     RowDigest digest;
-    read(database, format, progress, [&](const std::vector<Row>& found, qint64) {
+    const auto rowsOfTable = [&](const TakeRows& take) {
+        database.readPortions(format.name, portion, take);
+    };
+    read(format, rowsOfTable, progress, [&](const std::vector<Row>& found, qint64) {
         std::vector<Row> rows = found;
         for (Row& row : rows)
             row.resize(format.columns.size());

@@ -1,6 +1,7 @@
 // Copying the rows of one table.
 #pragma once
 
+#include "host/copy/CopySource.h"
 #include "host/copy/RowDigest.h"
 
 namespace tallyroom::host {
@@ -12,7 +13,7 @@ using RowProgress = std::function<void(qint64 rows)>;
 // up what was to be written. Bytes become a text of their digits, for no column keeps them. Raises
 // 3421 for a value that its column cannot hold, and what reading and writing raise, all with the
 // table's name.
-TableSum copyTable(Database& source, Database& target, const TableFormat& format,
+TableSum copyTable(CopySource& source, Database& target, const TableFormat& format,
                    const RowProgress& progress);
 
 // Sums up what is there. Columns that `format` does not name are left out.
