@@ -13,6 +13,7 @@
 #include "host/copy/Upgrade.h"
 #include "host/demo/DemoData.h"
 #include "host/frmStart.h"
+#include "host/oldfiles/OldCopy.h"
 
 #include <QApplication>
 #include <QTemporaryFile>
@@ -86,15 +87,22 @@ int runWatched(const std::function<void(const CopyMessages&)>& action) {
     return exitFailure;
 }
 
-int copy(const QString& from, const QString& to) {
+int copy(const Options& options, int argc, char** argv) {
+    const QCoreApplication application(argc, argv); // for the programs that it starts
     return runWatched([&](const CopyMessages& messages) {
-        copyData(from, to, messages);
+        if (isOldFolder(options.copiedFrom))
+            copyOldData(options.copiedFrom, options.copiedTo, options.codePage, messages);
+        else
+            copyData(options.copiedFrom, options.copiedTo, messages);
         messages.say(QStringLiteral("Copied and compared."));
     });
 }
 
 int upgrade(const QString& dataPath) {
-    return runWatched([&](const CopyMessages& messages) { upgradeData(dataPath, messages); });
+    return runWatched([&](const CopyMessages& messages) {
+        refuseOldFolder(dataPath);
+        upgradeData(dataPath, messages);
+    });
 }
 
 int runWindow(const Options& options) {
@@ -110,6 +118,7 @@ int askAndRun(Options options) {
         options.dataFolder = form.folder();
         options.user = form.user();
         try {
+            refuseOldFolder(options.dataFolder);
             return runWindow(options);
         } catch (const RunError& error) {
             showError(error, &form);
@@ -153,6 +162,7 @@ int run(const Options& options, int argc, char** argv) {
     try {
         if (options.dataFolder.isEmpty())
             return askAndRun(options);
+        refuseOldFolder(options.dataFolder);
         return options.isScripted() ? runBoard(options) : runWindow(options);
     } catch (const RunError& error) {
         if (options.isScripted())
@@ -177,7 +187,7 @@ int main(int argc, char** argv) {
     case Command::CreateData:
         return createData(parsed.options->demo);
     case Command::CopyData:
-        return copy(parsed.options->copiedFrom, parsed.options->copiedTo);
+        return copy(*parsed.options, argc, argv);
     case Command::Upgrade:
         return upgrade(parsed.options->upgraded);
     case Command::Report:

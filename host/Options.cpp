@@ -7,6 +7,7 @@ namespace tallyroom::host {
 namespace {
 
 const QString boardEntry = QStringLiteral("TLYRShow");
+constexpr int largestCodePage = 65535;
 
 void addDataOptions(QCommandLineParser& parser) {
     parser.addOptions({
@@ -20,8 +21,11 @@ void addDataOptions(QCommandLineParser& parser) {
         {text("bare"), text("Make the tables without rows.")},
         {text("copy-data"),
          text("Copy a data folder or a site to a new one of either kind, named behind it, and "
-              "compare them."),
+              "compare them. A folder may be of the old desktop engine: it is read only."),
          text("DATA")},
+        {text("code-page"),
+         text("Of the texts in old files of 1997, where they are in another than the file names."),
+         text("N")},
         {text("upgrade"),
          text("Add to data of an older version what it lacks, after a copy beside it."),
          text("DATA")},
@@ -95,7 +99,7 @@ const std::vector<KnownCommand>& knownCommands() {
          text("create-data"),
          {text("employees"), text("days"), text("seed"), text("end"), text("first-run"),
           text("bare")}},
-        {Command::CopyData, text("copy-data"), {}},
+        {Command::CopyData, text("copy-data"), {text("code-page")}},
         {Command::Upgrade, text("upgrade"), {}},
         {Command::Report, text("report"),
          reportOptionNames() + QStringList{text("data"), text("user")}},
@@ -190,6 +194,8 @@ Options readOptions(const QCommandLineParser& parser) {
     case Command::CopyData:
         options.copiedFrom = dataOption(parser, "copy-data");
         options.copiedTo = dataPath(arguments.first());
+        if (parser.isSet(text("code-page")))
+            options.codePage = numberOption(parser, "code-page", 1, largestCodePage);
         break;
     case Command::Upgrade:
         options.upgraded = dataOption(parser, "upgrade");

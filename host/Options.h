@@ -17,6 +17,7 @@ struct Options {
     DemoSettings demo;  // CreateData
     QString copiedFrom; // CopyData; as dataFolder
     QString copiedTo;   // CopyData
+    int codePage = 0;   // of old texts; 0: as their file says
     QString upgraded;   // Upgrade
     ReportOptions report;
     QString dataFolder; // Run, Report; absolute or a site's address, empty to ask the user

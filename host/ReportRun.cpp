@@ -3,6 +3,7 @@
 #include "common/RunError.h"
 #include "host/ExitCodes.h"
 #include "host/HostMessages.h"
+#include "host/oldfiles/OldCopy.h"
 #include "reports/Reports.h"
 
 #include <cstdio>
@@ -34,6 +35,7 @@ void write(const Report& report, const QString& user, const ReportOptions& optio
 
 int runReport(const QString& dataFolder, const QString& user, const ReportOptions& options) {
     try {
+        refuseOldFolder(dataFolder);
         const Report report = Reports::make(dataFolder, options.request);
         write(report, user, options);
         return report.findings > 0 ? exitFindings : exitSuccess;

@@ -71,6 +71,10 @@ std::shared_ptr<Database> openDatabase(const QString& path, WhenInUse answer) {
     }
 }
 
+QString resolveFile(const QString& path) {
+    return FilePaths::resolveFile(path);
+}
+
 std::shared_ptr<Database> openAddIn(const QString& dataPath, WhenInUse answer) {
     return openDatabase(dataPath + QStringLiteral("\\aidb01.mdb"), answer);
 }

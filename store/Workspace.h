@@ -19,6 +19,9 @@ bool isOnServer(const QString& dataPath);
 // 3029 (login refused), 3033 (no permission). Never creates a file.
 std::shared_ptr<Database> openDatabase(const QString& path, WhenInUse answer = WhenInUse::Wait);
 
+// The native path of the file that such a path stands for. Raises 3024 and 3044 as opening it does.
+QString resolveFile(const QString& path);
+
 // The same for the three files of the host's data folder: aidb01.mdb, vrlxdb01.mdb and bcx.mdb.
 std::shared_ptr<Database> openAddIn(const QString& dataPath, WhenInUse answer = WhenInUse::Wait);
 std::shared_ptr<Database> openMain(const QString& dataPath, WhenInUse answer = WhenInUse::Wait);
