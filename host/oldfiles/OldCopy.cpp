@@ -79,8 +79,9 @@ bool isOldFolder(const QString& dataPath) {
 void refuseOldFolder(const QString& dataPath) {
     if (isOldFolder(dataPath))
         throw unrecognized(
-            QStringLiteral("'%1' is in the format of the old desktop engine; bring it over to a "
-                           "new folder, which leaves it as it is: brightclock --copy-data '%1' NEW")
+            QStringLiteral(
+                "The folder '%1' is in the format of the old desktop engine; bring it over to a "
+                "new folder, which leaves it as it is: brightclock --copy-data '%1' NEW")
                 .arg(dataPath));
 }
 

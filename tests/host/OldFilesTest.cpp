@@ -113,20 +113,28 @@ OldRow person(const char16_t* code, const QString& name, const char16_t* seniori
 
 class OldFolders : public testing::Test {
 protected:
-    QString to() const { return place.filePath(QStringLiteral("new")); }
+    // The report on a site goes into the current folder.
+    OldFolders() { QDir::setCurrent(place.path()); }
+    ~OldFolders() override { QDir::setCurrent(QDir::rootPath()); }
+
+    const QString& to() const { return m_to; }
+    QString reportFile() const {
+        return place.filePath(to().section(u'?', 0, 0).section(u'/', -1) +
+                              QStringLiteral("-copied.txt"));
+    }
     QString report() const {
-        QFile file(to() + QStringLiteral("-copied.txt"));
+        QFile file(reportFile());
         return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
     }
     QStringList rows(const char16_t* file, QStringView sql) const {
-        const auto open = Workspace::openDatabase(to() + u'/' + text(file));
+        const auto open = Workspace::openDatabase(to() + u'\\' + text(file));
         return textsOf(*open->openRecordset(sql.toString(), RecordsetType::Snapshot));
     }
     static CopyMessages silent() {
         return {[](const QString&) {}, [](const QString&) {}};
     }
     void copyMadeUp(std::vector<MadeUp::Content> host) {
-        CopyReport written(to() + QStringLiteral("-copied.txt"));
+        CopyReport written(reportFile());
         std::vector<CopiedSource> sources;
         for (const Schema::File& file : Schema::files()) {
             const bool isHost = text(file.name) == text(hostFile);
@@ -147,7 +155,16 @@ protected:
     }
     QString old() const { return place.filePath(QStringLiteral("old")); }
 
+    void expectNothingMade(const QStringList& left) const {
+        EXPECT_THROW(Workspace::openAddIn(to()), RunError);
+        const QDir folder(place.path());
+        EXPECT_EQ(folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), left);
+    }
+
     QTemporaryDir place;
+
+private:
+    QString m_to = testsOnServer() ? newSite() : place.filePath(QStringLiteral("new"));
 };
 
 TEST_F(OldFolders, TablesGetOurNamesAndTheReportWhatIsNotTheSame) {
@@ -176,8 +193,7 @@ TEST_F(OldFolders, TablesGetOurNamesAndTheReportWhatIsNotTheSame) {
 
 TEST_F(OldFolders, RowsThatAreMissingMakeADamagedFile) {
     EXPECT_THROW(copyMadeUp({{people, {person(u"E1", text(u"First"))}, 2}}), RunError);
-    EXPECT_EQ(QDir(place.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-              QStringList());
+    expectNothingMade({});
 }
 
 // The program that reads old files, with what it is to read.
@@ -255,8 +271,7 @@ TEST_F(OldFilesRead, WhatCannotBeReadWholeIsRefusedByName) {
             EXPECT_TRUE(error.description().contains(text(hostFile))) << error.what();
             EXPECT_TRUE(error.description().contains(text(each.said))) << error.what();
         }
-        EXPECT_EQ(QDir(place.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
-                  QStringList{QStringLiteral("old")});
+        expectNothingMade({QStringLiteral("old")});
     }
     QFile::remove(old() + u'/' + text(mainFile));
     EXPECT_THROW(copyOldData(old(), to(), 0, silent()), RunError);
