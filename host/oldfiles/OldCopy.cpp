@@ -87,7 +87,9 @@ void refuseOldFolder(const QString& dataPath) {
 
 void copyOldData(const QString& from, const QString& to, int codePage,
                  const CopyMessages& messages) {
-    CopyReport report(reportPath(to));
+    const QString reportFile = reportPath(to);
+    QDir().mkpath(QFileInfo(reportFile).path()); // where that fails, so does the report
+    CopyReport report(reportFile);
     report.line(QStringLiteral("%1, copied to %2 on %3")
                     .arg(from, to, QDateTime::currentDateTime().toString(Qt::ISODate)));
     const CopyMessages noted{[&](const QString& line) {

@@ -4,6 +4,7 @@
 #include "host/oldfiles/OldFrames.h"
 #include "host/oldfiles/reader/MdbFile.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <sys/prctl.h>
@@ -43,10 +44,14 @@ void limitOneself(const QString& path) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
 }
 
-// What users set for other programs of the library.
-void forgetEnvironment() {
-    for (const char* name : {"MDBPATH", "MDBOPTS", "MDBICONV", "MDB_JET3_CHARSET"})
-        unsetenv(name);
+// What users set for other programs of the library is not for this one. Names are of the same code
+// page as texts.
+void setEnvironment(int codePage) {
+    constexpr const char* codePageName = "MDB_JET3_CHARSET";
+    for (const char* name : {"MDBPATH", "MDBOPTS", "MDBICONV", codePageName})
+        qunsetenv(name);
+    if (codePage != 0)
+        qputenv(codePageName, "CP" + QByteArray::number(codePage));
 }
 
 // Whoever reads is gone when this fails.
@@ -69,15 +74,17 @@ void sendRows(MdbFile& file, const QString& table) {
 int main(int argc, char** argv) {
     if (argc != 3 && argc != 4)
         return exitUsage;
+    const QCoreApplication application(argc, argv); // paths are of the user's locale
     const QString path = QFile::decodeName(argv[1]);
+    const int codePage = QByteArray(argv[2]).toInt();
     limitOneself(path);
-    forgetEnvironment();
+    setEnvironment(codePage);
     try {
-        MdbFile file(path, std::atoi(argv[2]));
+        MdbFile file(path, codePage);
         if (argc == 3)
             send(file.tables());
         else
-            sendRows(file, QString::fromUtf8(argv[3]));
+            sendRows(file, QString::fromLocal8Bit(argv[3]));
     } catch (const OldFileRefused& refused) {
         send(refused);
     }
