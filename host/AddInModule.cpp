@@ -1,9 +1,9 @@
 #include "host/AddInModule.h"
 
 #include "common/RunError.h"
+#include "host/Places.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QEvent>
 #include <QFileInfo>
 #include <dlfcn.h>
@@ -27,35 +27,14 @@ QString loaderMessage() {
     return QString::fromLocal8Bit(dlerror());
 }
 
-// Whether the file can be loaded and exports what an add-in exports.
-bool isAddIn(const QString& file) {
-    void* handle = dlopen(QFile::encodeName(file).constData(), RTLD_LAZY | RTLD_LOCAL);
-    if (!handle)
-        return false;
-    const bool hasFactory = dlsym(handle, "DllGetClassObject") != nullptr;
-    dlclose(handle);
-    return hasFactory;
-}
-
 } // namespace
 
+// Looking into a file by loading it would run what it brings, so its name alone decides.
 QString findModule(const QString& given) {
-    if (!given.isEmpty()) {
-        if (QFileInfo(given).isFile())
-            return QFileInfo(given).absoluteFilePath();
-        throw cannotLoad(QStringLiteral("there is no file ") + QFileInfo(given).absoluteFilePath());
-    }
-    const QDir program(QCoreApplication::applicationDirPath());
-    const QStringList folders{
-        program.path(), QDir::cleanPath(program.filePath(QStringLiteral(TALLYROOM_MODULE_FOLDER)))};
-    for (const QString& folder : folders) {
-        for (const QFileInfo& file :
-             QDir(folder).entryInfoList({QStringLiteral("*.so")}, QDir::Files, QDir::Name)) {
-            if (isAddIn(file.absoluteFilePath()))
-                return file.absoluteFilePath();
-        }
-    }
-    throw cannotLoad(QStringLiteral("there is none in ") + folders.join(QStringLiteral(" or ")));
+    const QFileInfo file(given.isEmpty() ? Places::module() : given);
+    if (!file.isFile())
+        throw cannotLoad(QStringLiteral("there is no file ") + file.absoluteFilePath());
+    return file.absoluteFilePath();
 }
 
 AddInModule::AddInModule(const QString& file)

@@ -5,8 +5,8 @@
 
 namespace tallyroom::host {
 
-// The module's file: the given one, else the first file beside the program or in the installed
-// place that exports what an add-in exports. Raises 429 when there is none.
+// The module's file: the given one, else that of Places. Raises 429 with its name when it is not
+// there.
 QString findModule(const QString& given);
 
 class AddInModule {
