@@ -9,6 +9,7 @@
 #include <unicode/uchar.h>
 #include <unicode/ucol.h>
 #include <unicode/uset.h>
+#include <unicode/uversion.h>
 
 namespace tallyroom::TextOrder {
 
@@ -185,6 +186,14 @@ QStringList spellings(const QString& text) {
         result = std::move(longer);
     }
     return result;
+}
+
+QString version() {
+    UVersionInfo numbers{};
+    u_getVersion(numbers);
+    std::array<char, U_MAX_VERSION_STRING_LENGTH> text{};
+    u_versionToString(numbers, text.data());
+    return QString::fromLatin1(text.data());
 }
 
 bool isAscii(QStringView text) {

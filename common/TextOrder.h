@@ -26,6 +26,8 @@ int compare(QUtf8StringView left, QUtf8StringView right);
 // thousand.
 QStringList spellings(const QString& text);
 
+QString version(); // of the library that knows the collation: "72.1"
+
 bool isAscii(QStringView text);
 
 } // namespace tallyroom::TextOrder

@@ -10,6 +10,7 @@
 #include "host/Options.h"
 #include "host/RecentFolders.h"
 #include "host/ReportRun.h"
+#include "host/Versions.h"
 #include "host/copy/Upgrade.h"
 #include "host/demo/DemoData.h"
 #include "host/frmStart.h"
@@ -34,6 +35,12 @@ QStringList argumentTexts(int argc, char** argv) {
 int showHelp(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     QTextStream(stdout) << helpText();
+    return exitSuccess;
+}
+
+int showVersion(const QString& moduleFile, int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    QTextStream(stdout) << versionLines(moduleFile).join(u'\n') << '\n';
     return exitSuccess;
 }
 
@@ -184,6 +191,8 @@ int main(int argc, char** argv) {
     switch (parsed.options->command) {
     case Command::ShowHelp:
         return showHelp(argc, argv);
+    case Command::ShowVersion:
+        return showVersion(parsed.options->moduleFile, argc, argv);
     case Command::CreateData:
         return createData(parsed.options->demo);
     case Command::CopyData:

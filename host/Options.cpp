@@ -57,6 +57,7 @@ void prepare(QCommandLineParser& parser) {
              "postgresql://[user@]host[:port]/database/SITE"));
     parser.addPositionalArgument(text("TO"), text("Where --copy-data copies to."), text("[TO]"));
     parser.addOption({{text("h"), text("help")}, text("Show this help.")});
+    parser.addOption({text("version"), text("Show versions, and where the add-in is found.")});
     addDataOptions(parser);
     addRunOptions(parser);
     addReportOptions(parser);
@@ -95,6 +96,7 @@ struct KnownCommand {
 // Where several are named, the first counts.
 const std::vector<KnownCommand>& knownCommands() {
     static const std::vector<KnownCommand> known{
+        {Command::ShowVersion, text("version"), {text("module")}},
         {Command::CreateData,
          text("create-data"),
          {text("employees"), text("days"), text("seed"), text("end"), text("first-run"),
@@ -188,6 +190,9 @@ Options readOptions(const QCommandLineParser& parser) {
     Options options;
     options.command = command.command;
     switch (command.command) {
+    case Command::ShowVersion:
+        options.moduleFile = parser.value(text("module"));
+        break;
     case Command::CreateData:
         options.demo = demoSettings(parser);
         break;

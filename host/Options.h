@@ -10,7 +10,7 @@
 
 namespace tallyroom::host {
 
-enum class Command { ShowHelp, CreateData, CopyData, Upgrade, Report, Run };
+enum class Command { ShowHelp, ShowVersion, CreateData, CopyData, Upgrade, Report, Run };
 
 struct Options {
     Command command = Command::Run;

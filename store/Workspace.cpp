@@ -5,6 +5,7 @@
 #include "store/engine/FilePaths.h"
 #include "store/postgres/PostgresSite.h"
 #include "store/postgres/ServerAddress.h"
+#include "store/sqlite/SqliteConnection.h"
 #include "store/sqlite/SqliteCopySearch.h"
 #include "store/sqlite/SqliteDatabase.h"
 #include "store/sqlite/SqliteSchema.h"
@@ -57,6 +58,13 @@ void createInFolder(const QDir& folder, const std::function<void()>& fill,
 }
 
 } // namespace
+
+QStringList engineVersions() {
+    QStringList versions{QStringLiteral("SQLite ") + sqliteVersion()};
+    if (const QString server = postgresVersion(); !server.isEmpty())
+        versions << QStringLiteral("libpq ") + server;
+    return versions;
+}
 
 bool isOnServer(const QString& dataPath) {
     return isServerAddress(dataPath);

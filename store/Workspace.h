@@ -9,6 +9,10 @@
 
 namespace tallyroom::Workspace {
 
+// The engines' libraries and their versions: "SQLite 3.40.1", "libpq 15.14". Without the last one
+// there are no sites.
+QStringList engineVersions();
+
 // Whether a data folder is a site on a server, as far as its beginning tells.
 bool isOnServer(const QString& dataPath);
 

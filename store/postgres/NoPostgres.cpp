@@ -15,6 +15,10 @@ namespace {
 
 } // namespace
 
+QString postgresVersion() {
+    return {};
+}
+
 std::shared_ptr<Database> openOnServer(const QString& path, WhenInUse, CopySearchMaker) {
     parseServerAddress(path);
     refuse();

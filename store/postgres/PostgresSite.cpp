@@ -7,6 +7,8 @@
 #include "store/postgres/PostgresSession.h"
 #include "store/postgres/PostgresVersion.h"
 
+#include <libpq-fe.h>
+
 namespace tallyroom {
 
 namespace {
@@ -59,6 +61,11 @@ private:
 };
 
 } // namespace
+
+QString postgresVersion() {
+    constexpr int major = 10000; // as libpq counts versions
+    return QStringLiteral("%1.%2").arg(PQlibVersion() / major).arg(PQlibVersion() % major);
+}
 
 std::shared_ptr<Database> openOnServer(const QString& path, WhenInUse answer,
                                        CopySearchMaker maker) {

@@ -8,6 +8,9 @@
 
 namespace tallyroom {
 
+// Of the server's library: "15.14"; "" in a program that was built without it.
+QString postgresVersion();
+
 // The file of that address, which isServerAddress(). Raises 3044 and 3024 as parseServerAddress()
 // does, 3024 for a site that is not there, 3343 for a database that this program has not prepared,
 // and what hinders a connection: 3151, 3029, 3033. A program that was built without the server's

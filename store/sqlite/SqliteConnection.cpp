@@ -52,6 +52,10 @@ bool isSound(sqlite3* handle) {
 
 } // namespace
 
+QString sqliteVersion() {
+    return QString::fromLatin1(sqlite3_libversion());
+}
+
 SqliteConnection::SqliteConnection(const QString& file, WhenInUse answer)
     : m_file(file), m_database(openFile(file)) {
     sqlite3_extended_result_codes(handle(), 1);

@@ -14,6 +14,8 @@ struct sqlite3_stmt;
 
 namespace tallyroom {
 
+QString sqliteVersion(); // of the engine's library: "3.40.1"
+
 class SqliteConnection {
 public:
     // Opens an existing file, never creates one; without a name, a database in memory. Raises a

@@ -50,6 +50,10 @@ TEST(Program, LoadsNothingThatHappensToLieBesideIt) {
     ASSERT_TRUE(QFile::copy(QStringLiteral(TALLYROOM_MODULE), place));
     const Outcome opened = run(program, order);
     EXPECT_EQ(opened.exitCode, host::exitSuccess) << opened.errors.toStdString();
+    const Outcome asked = run(program, {QStringLiteral("--version")});
+    EXPECT_EQ(asked.exitCode, host::exitSuccess);
+    EXPECT_TRUE(asked.out.startsWith(QStringLiteral("brightclock ")));
+    EXPECT_TRUE(asked.out.endsWith(QStringLiteral("\nmodule %1\n").arg(place)));
 }
 
 } // namespace
