@@ -4,8 +4,11 @@
 #include "host/DatePicker.h"
 #include "host/HostMessages.h"
 #include "host/SplashPicture.h"
+#include "host/Versions.h"
+#include "host/help/frmAbout.h"
 #include "store/Workspace.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <algorithm>
@@ -58,6 +61,9 @@ Host::Host(const Options& options)
                      [this](const QString& callName) {
                          runCommand(m_menu.get(), [this, callName] { callEntry(callName); });
                      });
+    QObject::connect(m_menu.get(), &frmMenu::aboutRequested, m_menu.get(), [this] {
+        frmAbout(versionLines(m_options.moduleFile), QApplication::activeWindow()).exec();
+    });
     m_bucket = new BucketObject(m_selection, m_buckets, m_data);
     m_bucketForm = ObjectRef(Counted<IObject>(m_bucket));
     m_datePickerForm = makeObject<DatePickerObject>();

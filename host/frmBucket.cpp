@@ -4,6 +4,7 @@
 #include "host/GroupChoices.h"
 #include "host/HostMessages.h"
 #include "host/frmBucketName.h"
+#include "host/help/frmHelp.h"
 #include "ui_frmBucket.h"
 
 #include <QKeyEvent>
@@ -40,6 +41,7 @@ frmBucket::frmBucket(const BucketSelection& selection, NamedBuckets& buckets,
     listBuckets(selection.name());
     connectControls();
     showCount();
+    frmHelp::offerIn(*this);
     WindowFit::fit(*this);
 }
 

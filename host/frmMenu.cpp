@@ -4,6 +4,7 @@
 #include "common/look/Veil.h"
 #include "common/look/WindowFit.h"
 #include "host/HostMessages.h"
+#include "host/help/frmHelp.h"
 #include "host/screens/frmOvertime.h"
 #include "host/screens/frmSchedule.h"
 #include "host/screens/frmTransactions.h"
@@ -54,6 +55,8 @@ void frmMenu::connectMenus() {
     connectHandler(m_ui->mnuchangesched, &frmMenu::mnuchangesched_click);
     connectHandler(m_ui->mnuemployeesch, &frmMenu::mnuemployeesch_click);
     connectHandler(m_ui->mnu_ot_anal, &frmMenu::mnu_ot_anal_click);
+    connect(m_ui->mnuHelpContents, &QAction::triggered, this, [this] { frmHelp::open(this); });
+    connect(m_ui->mnuHelpAbout, &QAction::triggered, this, &frmMenu::aboutRequested);
     connect(m_ui->mnuExit, &QAction::triggered, this, &QWidget::close);
 }
 

@@ -40,6 +40,7 @@ public:
 
 Q_SIGNALS:
     void entryRequested(const QString& callName);
+    void aboutRequested();
 
 protected:
     void changeEvent(QEvent* event) override;

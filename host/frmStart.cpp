@@ -4,6 +4,7 @@
 #include "host/HostMessages.h"
 #include "host/RecentFolders.h"
 #include "host/demo/DemoData.h"
+#include "host/help/frmHelp.h"
 #include "store/Workspace.h"
 #include "ui_frmStart.h"
 
@@ -41,6 +42,7 @@ frmStart::frmStart() : m_ui(std::make_unique<Ui::frmStart>()) {
     connect(m_ui->Buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(m_ui->Buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     showWhatCanBeDone();
+    frmHelp::offerIn(*this);
     WindowFit::fit(*this);
 }
 

@@ -3,6 +3,7 @@
 #include "common/look/WindowFit.h"
 #include "host/GroupChoices.h"
 #include "host/HostMessages.h"
+#include "host/help/frmHelp.h"
 #include "host/screens/FlowLayout.h"
 #include "host/screens/OvertimeTable.h"
 #include "host/screens/ReportWait.h"
@@ -50,6 +51,7 @@ frmOvertime::frmOvertime(const ScreenContext& context, QWidget* parent)
     showFields();
     refresh();
     connectControls();
+    frmHelp::offerIn(*this);
     WindowFit::fit(*this);
 }
 

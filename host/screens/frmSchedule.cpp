@@ -2,6 +2,7 @@
 
 #include "common/look/WindowFit.h"
 #include "host/HostMessages.h"
+#include "host/help/frmHelp.h"
 #include "ui_frmSchedule.h"
 
 namespace tallyroom::host {
@@ -34,6 +35,7 @@ frmSchedule::frmSchedule(const ScreenContext& context, ScheduleSpan span,
                                : lastRecordedDay(*context.database));
     refresh();
     connectControls();
+    frmHelp::offerIn(*this);
     WindowFit::fit(*this);
 }
 

@@ -2,6 +2,7 @@
 
 #include "common/look/WindowFit.h"
 #include "host/HostMessages.h"
+#include "host/help/frmHelp.h"
 #include "host/screens/TransactionTable.h"
 #include "ui_frmTransactions.h"
 
@@ -21,6 +22,7 @@ frmTransactions::frmTransactions(const ScreenContext& context, QWidget* parent)
     connect(m_ui->FromDate, &QDateEdit::dateChanged, this, refreshSafely);
     connect(m_ui->ToDate, &QDateEdit::dateChanged, this, refreshSafely);
     connect(m_ui->Buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    frmHelp::offerIn(*this);
     WindowFit::fit(*this);
 }
 

@@ -33,6 +33,7 @@ public:
                 if (window->objectName() == QStringLiteral("frmMenu")) {
                     window->show();
                     lookAt(*window);
+                    lookAtHelp(*window);
                 }
             }
         });
@@ -63,6 +64,17 @@ private:
             QStringLiteral("Are you sure that you want to print the Canvassing Details?"),
             QMessageBox::Yes, QMessageBox::Question);
         press(board, u"Command2", u"ReportPreview");
+    }
+
+    void lookAtHelp(QWidget& menu) {
+        visit(menu, u"mnuHelpAbout", u"frmAbout");
+        trigger(menu, u"mnuHelpContents");
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (window->objectName() == QStringLiteral("frmHelp")) {
+                lookAt(*window);
+                window->close();
+            }
+        }
     }
 
     void lookAt(QWidget& window) {
