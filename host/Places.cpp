@@ -25,4 +25,8 @@ QString guide() {
     return place("guide/usage.md", TALLYROOM_GUIDE_FOLDER "/usage.md");
 }
 
+QString oldFileReader() {
+    return place("brightclock-oldfiles", TALLYROOM_TOOLS_FOLDER "/brightclock-oldfiles");
+}
+
 } // namespace tallyroom::host::Places

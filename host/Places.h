@@ -6,7 +6,8 @@
 
 namespace tallyroom::host::Places {
 
-QString module(); // the add-in's, tallyroom.so
-QString guide();  // usage.md; its pictures lie beside it
+QString module();        // the add-in's, tallyroom.so
+QString guide();         // usage.md; its pictures lie beside it
+QString oldFileReader(); // a program: see OldFileProcess
 
 } // namespace tallyroom::host::Places

@@ -1,7 +1,7 @@
 #include "host/oldfiles/OldFileProcess.h"
 
-#include <QCoreApplication>
-#include <QDir>
+#include "host/Places.h"
+
 #include <QFileInfo>
 
 namespace tallyroom::host {
@@ -40,15 +40,8 @@ void OldFileProcess::requireUnchanged() const {
 }
 
 QString OldFileProcess::program() {
-    const QDir own(QCoreApplication::applicationDirPath());
-    const QString name = QStringLiteral("brightclock-oldfiles");
-    for (const QString& folder :
-         {own.path(), own.filePath(QStringLiteral(TALLYROOM_TOOLS_FOLDER))}) {
-        QString program = QDir::cleanPath(QDir(folder).filePath(name));
-        if (QFileInfo(program).isExecutable())
-            return program;
-    }
-    return {};
+    const QString program = Places::oldFileReader();
+    return QFileInfo(program).isExecutable() ? program : QString();
 }
 
 void OldFileProcess::start(QProcess& process, const QStringList& arguments) const {
