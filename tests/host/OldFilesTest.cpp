@@ -207,6 +207,7 @@ protected:
     }
     static OldFileWriter host() {
         OldFileWriter writer;
+        writer.scatter();
         writer.addTable(people, {person(u"E1", text(u"Name \u4e2d"), u"-0.0100"),
                                  {text(u"E2"), {}, {}, {}, {}}});
         writer.addTable({text(u"All"),

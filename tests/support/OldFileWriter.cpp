@@ -63,64 +63,9 @@ bool isFixed(const OldColumn& column) {
     return column.type == OldType::Boolean || formOf(column.type).size > 0;
 }
 
-QByteArray bytesOf(const OldValue& value, OldType type) {
-    switch (type) {
-    case OldType::Boolean:
-        break;
-    case OldType::Whole:
-        return le(std::get<qint32>(value));
-    case OldType::Single:
-        return le(float(std::get<double>(value)));
-    case OldType::Double:
-        return le(std::get<double>(value));
-    case OldType::Date:
-        return le(std::get<Date>(value).serial);
-    case OldType::Decimal:
-        return le(
-            qint64(std::get<OldDecimal>(value).digits.split(u'.').join(QString()).toLongLong()));
-    case OldType::Text:
-        return utf16(std::get<QString>(value));
-    case OldType::Memo: {
-        const QByteArray text = utf16(std::get<QString>(value));
-        return le(quint32(text.size()) | 0x80000000U) + QByteArray(8, '\0') + text;
-    }
-    case OldType::Guid:
-        return QByteArray::fromHex(std::get<QString>(value).toLatin1());
-    case OldType::Binary:
-        return std::get<QByteArray>(value);
-    }
-    return {};
-}
-
 bool isMarked(const OldValue& value) {
     const bool* flag = std::get_if<bool>(&value);
     return flag ? *flag : !std::holds_alternative<std::monostate>(value);
-}
-
-// The fixed values, the others, where each of those begins, and which are there.
-QByteArray rowBytes(const OldTable& table, const OldRow& row) {
-    QByteArray bytes = le(quint16(row.size()));
-    QByteArray marks((qsizetype(row.size()) + 7) / 8, '\0');
-    for (std::size_t at = 0; at < row.size(); ++at) {
-        const OldColumn& column = table.columns[at];
-        if (isMarked(row[at]))
-            marks[qsizetype(at / 8)] = char(marks[qsizetype(at / 8)] | (1 << (at % 8)));
-        if (isFixed(column))
-            bytes += std::holds_alternative<std::monostate>(row[at])
-                         ? QByteArray(formOf(column.type).size, '\0')
-                         : bytesOf(row[at], column.type);
-    }
-    QByteArray places;
-    quint16 varying = 0;
-    for (std::size_t at = 0; at < row.size(); ++at) {
-        if (isFixed(table.columns[at]))
-            continue;
-        ++varying;
-        places.prepend(le(quint16(bytes.size())));
-        if (!std::holds_alternative<std::monostate>(row[at]))
-            bytes += bytesOf(row[at], table.columns[at].type);
-    }
-    return bytes + le(quint16(bytes.size())) + places + le(varying) + marks;
 }
 
 // Over the file's first page.
@@ -159,6 +104,79 @@ void OldFileWriter::put(quint32 page, int place, const QByteArray& bytes) {
     m_pages.replace(qsizetype(page) * pageSize + place, bytes.size(), bytes);
 }
 
+// A page with this row alone, which is reached from elsewhere.
+quint32 OldFileWriter::putRow(quint32 definition, const QByteArray& row) {
+    constexpr quint16 reached = 0x8000;
+    const quint32 page = newPage();
+    put(page, 0, QByteArray::fromHex("01010000") + le(definition));
+    put(page, 12, le(quint16(1)) + le(quint16((pageSize - row.size()) | reached)));
+    put(page, pageSize - int(row.size()), row);
+    return page;
+}
+
+QByteArray OldFileWriter::memo(const QString& text) {
+    constexpr quint32 isInline = 0x80000000;
+    constexpr quint32 isInOneRow = 0x40000000;
+    const QByteArray bytes = utf16(text);
+    const auto size = quint32(bytes.size());
+    if (m_isScattered)
+        return le(size | isInOneRow) + le(putRow(0, bytes) << 8) + QByteArray(4, '\0');
+    return le(size | isInline) + QByteArray(8, '\0') + bytes;
+}
+
+QByteArray OldFileWriter::bytesOf(const OldValue& value, OldType type) {
+    switch (type) {
+    case OldType::Boolean:
+        break;
+    case OldType::Whole:
+        return le(std::get<qint32>(value));
+    case OldType::Single:
+        return le(float(std::get<double>(value)));
+    case OldType::Double:
+        return le(std::get<double>(value));
+    case OldType::Date:
+        return le(std::get<Date>(value).serial);
+    case OldType::Decimal:
+        return le(
+            qint64(std::get<OldDecimal>(value).digits.split(u'.').join(QString()).toLongLong()));
+    case OldType::Text:
+        return utf16(std::get<QString>(value));
+    case OldType::Memo:
+        return memo(std::get<QString>(value));
+    case OldType::Guid:
+        return QByteArray::fromHex(std::get<QString>(value).toLatin1());
+    case OldType::Binary:
+        return std::get<QByteArray>(value);
+    }
+    return {};
+}
+
+// The fixed values, the others, where each of those begins, and which are there.
+QByteArray OldFileWriter::rowBytes(const OldTable& table, const OldRow& row) {
+    QByteArray bytes = le(quint16(row.size()));
+    QByteArray marks((qsizetype(row.size()) + 7) / 8, '\0');
+    for (std::size_t at = 0; at < row.size(); ++at) {
+        const OldColumn& column = table.columns[at];
+        if (isMarked(row[at]))
+            marks[qsizetype(at / 8)] = char(marks[qsizetype(at / 8)] | (1 << (at % 8)));
+        if (isFixed(column))
+            bytes += std::holds_alternative<std::monostate>(row[at])
+                         ? QByteArray(formOf(column.type).size, '\0')
+                         : bytesOf(row[at], column.type);
+    }
+    QByteArray places;
+    quint16 varying = 0;
+    for (std::size_t at = 0; at < row.size(); ++at) {
+        if (isFixed(table.columns[at]))
+            continue;
+        ++varying;
+        places.prepend(le(quint16(bytes.size())));
+        if (!std::holds_alternative<std::monostate>(row[at]))
+            bytes += bytesOf(row[at], table.columns[at].type);
+    }
+    return bytes + le(quint16(bytes.size())) + places + le(varying) + marks;
+}
+
 void OldFileWriter::addTable(const OldTable& table, const std::vector<OldRow>& rows) {
     constexpr qint32 isTable = 1;
     const quint32 definition = newPage();
@@ -175,11 +193,14 @@ void OldFileWriter::addLink(const QString& name) {
 OldFileWriter::Stored OldFileWriter::addRows(quint32 definition, const OldTable& table,
                                              const std::vector<OldRow>& rows) {
     constexpr int head = 14;
+    constexpr int isElsewhere = 0x4000;
     Stored stored{definition, {}};
     int count = 0;
     int end = 0;
     for (const OldRow& row : rows) {
-        const QByteArray bytes = rowBytes(table, row);
+        QByteArray bytes = rowBytes(table, row);
+        if (m_isScattered)
+            bytes = le(putRow(definition, bytes) << 8);
         if (end - int(bytes.size()) < head + 2 * (count + 1)) {
             stored.pages.push_back(newPage());
             put(stored.pages.back(), 0, QByteArray::fromHex("01010000") + le(definition));
@@ -188,7 +209,8 @@ OldFileWriter::Stored OldFileWriter::addRows(quint32 definition, const OldTable&
         }
         end -= int(bytes.size());
         put(stored.pages.back(), end, bytes);
-        put(stored.pages.back(), head + 2 * count, le(quint16(end)));
+        put(stored.pages.back(), head + 2 * count,
+            le(quint16(m_isScattered ? end | isElsewhere : end)));
         put(stored.pages.back(), head - 2, le(quint16(++count)));
     }
     return stored;
@@ -264,6 +286,7 @@ QByteArray OldFileWriter::bytes() const {
     for (const Entry& entry : m_entries)
         rows.push_back({qint32(entry.page), entry.name, entry.type, qint32(0), {}});
     OldFileWriter whole(*this);
+    whole.m_isScattered = false;
     whole.define(whole.addRows(catalogPage, catalog, rows), catalog, qsizetype(rows.size()));
     whole.put(0, 0, header());
     return whole.m_pages;

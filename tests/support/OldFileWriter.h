@@ -14,6 +14,8 @@ public:
 
     // Values are of their columns' types. Whole numbers take four bytes, decimals are currency.
     void addTable(const host::OldTable& table, const std::vector<host::OldRow>& rows);
+    // Rows of later tables lie on pages of their own, and so do their memos.
+    void scatter() { m_isScattered = true; }
     // A table that lies in another file.
     void addLink(const QString& name);
 
@@ -35,6 +37,10 @@ private:
 
     quint32 newPage();
     void put(quint32 page, int place, const QByteArray& bytes);
+    quint32 putRow(quint32 definition, const QByteArray& row);
+    QByteArray memo(const QString& text);
+    QByteArray bytesOf(const host::OldValue& value, host::OldType type);
+    QByteArray rowBytes(const host::OldTable& table, const host::OldRow& row);
     Stored addRows(quint32 definition, const host::OldTable& table,
                    const std::vector<host::OldRow>& rows);
     void define(const Stored& stored, const host::OldTable& table, qsizetype rows);
@@ -43,6 +49,7 @@ private:
 
     QByteArray m_pages;
     std::vector<Entry> m_entries;
+    bool m_isScattered = false;
     bool m_hasPassword = false;
     bool m_isEncrypted = false;
 };

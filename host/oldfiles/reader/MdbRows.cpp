@@ -1,6 +1,8 @@
 #include "host/oldfiles/reader/MdbRows.h"
 
 #include <QtEndian>
+#include <algorithm>
+#include <array>
 
 namespace tallyroom::host {
 
@@ -43,16 +45,21 @@ qsizetype sizeOf(const OldValue& value) {
     return text ? text->size() * 2 : bytes ? bytes->size() : 0;
 }
 
-// The page that the library keeps aside in the place of the current one, while this lives.
+// The page that was read last in the place of the current one, while this lives. A copy, for a memo
+// takes a page as well.
 class PageAside {
 public:
-    explicit PageAside(MdbHandle& mdb) : m_mdb(mdb) { mdb_swap_pgbuf(&m_mdb); }
-    ~PageAside() { mdb_swap_pgbuf(&m_mdb); }
+    explicit PageAside(MdbHandle& mdb) : m_mdb(mdb) {
+        std::ranges::copy(mdb.pg_buf, m_page.begin());
+        std::ranges::copy(mdb.alt_pg_buf, mdb.pg_buf);
+    }
+    ~PageAside() { std::ranges::copy(m_page, m_mdb.pg_buf); }
     PageAside(const PageAside&) = delete;
     PageAside& operator=(const PageAside&) = delete;
 
 private:
     MdbHandle& m_mdb;
+    std::array<uchar, MDB_PGSIZE> m_page;
 };
 
 } // namespace
