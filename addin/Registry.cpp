@@ -18,6 +18,16 @@ bool mayBeOpened(const QString& file) {
     return info.isFile() || !info.exists();
 }
 
+constexpr QFile::Permissions readableByAll =
+    QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther;
+
+// The registry is the machine's, whatever a host's mask makes of files of its own.
+bool makeFolder(const QString& folder) {
+    constexpr QFile::Permissions search = QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther;
+    return QFileInfo(folder).isDir() ||
+           (QDir().mkpath(folder) && QFile::setPermissions(folder, readableByAll | search));
+}
+
 } // namespace
 
 Registry::Registry(QString file) : m_file(std::move(file)) {}
@@ -51,12 +61,14 @@ std::optional<RegistryText> Registry::read() const {
 }
 
 bool Registry::write(const RegistryText& text) const {
+    const bool isNew = !QFileInfo::exists(m_file);
     QSaveFile file(m_file);
-    return file.open(QIODevice::WriteOnly) && file.write(text.text()) >= 0 && file.commit();
+    return file.open(QIODevice::WriteOnly) && (!isNew || file.setPermissions(readableByAll)) &&
+           file.write(text.text()) >= 0 && file.commit();
 }
 
 bool Registry::change(const std::function<void(RegistryText&)>& edit) {
-    if (!QDir().mkpath(QFileInfo(m_file).absolutePath()))
+    if (!makeFolder(QFileInfo(m_file).absolutePath()))
         return false;
     const QString lockFile = m_file + QStringLiteral(".lock");
     QLockFile lock(lockFile);

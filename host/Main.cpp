@@ -19,6 +19,7 @@
 #include <QApplication>
 #include <QTemporaryFile>
 #include <QTextStream>
+#include <sys/stat.h>
 
 using namespace tallyroom;
 using namespace tallyroom::host;
@@ -30,6 +31,13 @@ QStringList argumentTexts(int argc, char** argv) {
     for (int at = 0; at < argc; ++at)
         texts << QString::fromLocal8Bit(argv[at]);
     return texts;
+}
+
+// What is made here, data, reports, pictures, holds people's names and hours: nobody but their
+// owner and the group may read it.
+void keepFromOthers() {
+    const mode_t given = umask(S_IRWXO);
+    umask(given | S_IRWXO);
 }
 
 int showHelp(int argc, char** argv) {
@@ -183,6 +191,7 @@ int run(const Options& options, int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
+    keepFromOthers();
     const OptionsResult parsed = parseOptions(argumentTexts(argc, argv));
     if (!parsed.options) {
         printError(parsed.error + QStringLiteral(" Try --help."));

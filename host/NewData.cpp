@@ -6,6 +6,8 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace tallyroom::host {
 
@@ -25,6 +27,17 @@ void requireFree(const QString& folder) {
         throw notFree(folder);
 }
 
+// A folder that was prepared for the data keeps the group that shares it.
+void makeLike(const QString& folder, const QString& made) {
+    struct stat prepared {};
+    if (stat(QFile::encodeName(folder).constData(), &prepared) != 0)
+        return;
+    const QByteArray name = QFile::encodeName(made);
+    constexpr mode_t permissions = 07777;
+    if (chown(name.constData(), static_cast<uid_t>(-1), prepared.st_gid) == 0)
+        chmod(name.constData(), prepared.st_mode & permissions);
+}
+
 // Made beside its place and moved there when it is complete.
 void makeFolder(const QString& folder, std::span<const Schema::File> files, const FillData& fill) {
     requireFree(folder);
@@ -36,6 +49,7 @@ void makeFolder(const QString& folder, std::span<const Schema::File> files, cons
         throw RunError::make(ErrorNumber::invalidPath, {folder});
     const QString made = workshop.filePath(QStringLiteral("data"));
     QDir().mkdir(made);
+    makeLike(folder, made);
     Workspace::createFiles(
         made, [&] { fill(made); }, files);
     QDir().rmdir(folder); // an empty one makes room, another one stays

@@ -32,9 +32,10 @@ std::shared_ptr<Database> openMain(const QString& dataPath, WhenInUse answer = W
 std::shared_ptr<Database> openHostOptions(const QString& dataPath);
 
 // Creates files with their tables and indexes in an existing folder, which is a native path, or as
-// a site on a server. `fill` may then open them and write rows; on a server nobody else sees the
-// site before it is done. Raises 3204 when one of the files is there already, and what `fill`
-// raises; all is then as it was.
+// a site on a server. Files can be read and written by their owner and group, as far as the
+// process's mask allows, and by nobody else. `fill` may then open them and write rows; on a server
+// nobody else sees the site before it is done. Raises 3204 when one of the files is there already,
+// and what `fill` raises; all is then as it was.
 void createFiles(
     const QString& folder, const std::function<void()>& fill = [] {},
     std::span<const Schema::File> files = Schema::files());

@@ -5,6 +5,7 @@
 #include "store/sqlite/SqliteConnection.h"
 #include "store/sqlite/SqliteTypes.h"
 
+#include <QFile>
 #include <QStringList>
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <sqlite3.h>
@@ -108,12 +109,22 @@ int schemaVersion(SqliteConnection& connection) {
     return static_cast<int>(query.key(0));
 }
 
+// The engine would let everybody read it, and give its journal the same permissions.
+void makeEmptyFile(const QString& path) {
+    QFile file(path);
+    const bool isMade =
+        file.open(QIODevice::WriteOnly | QIODevice::NewOnly,
+                  QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::WriteGroup);
+    if (!isMade)
+        throw RunError::make(ErrorNumber::cannotOpenFile, {path});
+}
+
 } // namespace
 
 void createSqliteFile(const QString& path, const File& file) {
+    makeEmptyFile(path);
     try {
-        SQLite::Database database(path.toUtf8().constData(),
-                                  SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+        SQLite::Database database(path.toUtf8().constData(), SQLite::OPEN_READWRITE);
         SQLite::Transaction transaction(database);
         for (const QString& statement : createStatements(file))
             database.exec(statement.toUtf8().constData());

@@ -53,6 +53,17 @@ TEST_F(RegistryTest, KeepsValuesInTheExportedForm) {
     EXPECT_TRUE(remove(u"A\\B")) << "nothing is left to remove";
 }
 
+TEST_F(RegistryTest, CanBeReadByAllUsersOfTheMachine) {
+    const mode_t before = umask(077);
+    EXPECT_TRUE(set(u"A", {}, {}));
+    umask(before);
+    struct stat status {};
+    EXPECT_EQ(stat(QFile::encodeName(file).constData(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, mode_t{0644});
+    EXPECT_EQ(stat(QFile::encodeName(QFileInfo(file).path()).constData(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, mode_t{0755});
+}
+
 TEST_F(RegistryTest, KeepsWhatOthersHaveWritten) {
     ASSERT_TRUE(QDir().mkpath(QFileInfo(file).path()));
     QFile others(file);

@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <SQLiteCpp/SQLiteCpp.h>
+#include <sys/stat.h>
 
 namespace tallyroom {
 
@@ -115,6 +116,20 @@ TEST(Schema, LeavesAFolderAloneThatHasOneOfTheFiles) {
     EXPECT_EQ(errorNumberOf([&] { Workspace::createFiles(folder.path()); }), 3204);
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{QStringLiteral("BCX.mdb")});
     EXPECT_EQ(readFile(folder.filePath(QStringLiteral("BCX.mdb"))), "kept");
+}
+
+TEST(Schema, KeepsNewFilesFromOthers) {
+    for (const auto& [mask, wanted] : {std::pair<mode_t, mode_t>{0, 0660}, {027, 0640}}) {
+        const mode_t before = umask(mask);
+        const DataFolder folder(false);
+        Transaction writing(folder.open(addInFile), TransactionKind::Reserve);
+        for (const char16_t* file : {addInFile, hostFile, u"aidb01.mdb-journal"}) {
+            struct stat status {};
+            stat(QFile::encodeName(folder.file(file)).constData(), &status);
+            EXPECT_EQ(status.st_mode & 07777, wanted) << QString::fromUtf16(file).toStdString();
+        }
+        umask(before);
+    }
 }
 
 class DatabaseTest : public testing::Test {

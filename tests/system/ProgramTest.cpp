@@ -3,11 +3,13 @@
 #include "tests/host/HostDataFolder.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 #include <QRegularExpression>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 using namespace tallyroom;
 
@@ -19,8 +21,9 @@ struct Outcome {
     QString errors;
 };
 
-Outcome run(const QString& program, const QStringList& arguments) {
+Outcome run(const QString& program, const QStringList& arguments, const QString& folder = {}) {
     QProcess process;
+    process.setWorkingDirectory(folder);
     process.start(program, arguments);
     process.waitForFinished();
     return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
@@ -54,6 +57,49 @@ TEST(Program, LoadsNothingThatHappensToLieBesideIt) {
     EXPECT_EQ(asked.exitCode, host::exitSuccess);
     EXPECT_TRUE(asked.out.startsWith(QStringLiteral("brightclock ")));
     EXPECT_TRUE(asked.out.endsWith(QStringLiteral("\nmodule %1\n").arg(place)));
+}
+
+// Permissions of everything below the folder, by name within it.
+QMap<QString, mode_t> modesIn(const QDir& folder) {
+    QMap<QString, mode_t> modes;
+    QDirIterator each(folder.path(), QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
+                      QDirIterator::Subdirectories);
+    while (each.hasNext()) {
+        struct stat status {};
+        stat(QFile::encodeName(each.next()).constData(), &status);
+        modes.insert(folder.relativeFilePath(each.filePath()), status.st_mode & 07777);
+    }
+    return modes;
+}
+
+TEST(Program, KeepsWhatItMakesFromOthers) {
+    const QTemporaryDir root;
+    const mode_t before = umask(0);
+    const auto path = [&](const char* name) { return root.filePath(QString::fromLatin1(name)); };
+    ASSERT_TRUE(QDir().mkdir(path("shared")));
+    ASSERT_EQ(chmod(path("shared").toLocal8Bit().constData(), 02775), 0);
+    QFile old(path("old.csv"));
+    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+    const QString orders[] = {QStringLiteral("--create-data made --employees 3 --days 3"),
+                              QStringLiteral("--copy-data made copy"),
+                              QStringLiteral("--copy-data made shared"),
+                              QStringLiteral("--data made --report fairness --out new.csv"),
+                              QStringLiteral("--data made --report fairness --out old.csv"),
+                              QStringLiteral("--data made --report fairness --out new.png")};
+    for (const QString& order : orders) {
+        const Outcome outcome = run(QStringLiteral(BRIGHTCLOCK), order.split(u' '), root.path());
+        EXPECT_EQ(outcome.exitCode, host::exitSuccess) << outcome.errors.toStdString();
+    }
+    umask(before);
+    const QMap<QString, mode_t> modes = modesIn(QDir(root.path()));
+    for (auto mode = modes.begin(); mode != modes.end(); ++mode) {
+        const mode_t wanted = mode.key() == QStringLiteral("old.csv")  ? 0666
+                              : mode.key() == QStringLiteral("shared") ? 02775
+                              : !mode.key().contains(u'.')             ? 0770
+                                                                       : 0660;
+        EXPECT_EQ(*mode, wanted) << mode.key().toStdString();
+    }
+    EXPECT_EQ(modes.size(), 15);
 }
 
 } // namespace
