@@ -16,6 +16,19 @@ if(TALLYROOM_SANITIZE)
         -fsanitize=${TALLYROOM_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(project_options INTERFACE -fsanitize=${TALLYROOM_SANITIZE})
 endif()
+# What is installed meets texts from anywhere: an overflow ends it instead of being used.
+if(TALLYROOM_HARDENED)
+    include(CheckPIESupported)
+    check_pie_supported()
+    string(REGEX MATCH "x86_64|aarch64" processor "${CMAKE_SYSTEM_PROCESSOR}")
+    set(branch_protection_x86_64 -fcf-protection)
+    set(branch_protection_aarch64 -mbranch-protection=standard)
+    target_compile_options(project_options INTERFACE
+        -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -fstack-protector-strong -fstack-clash-protection
+        ${branch_protection_${processor}} -Werror=format-security
+        -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
+    target_link_options(project_options INTERFACE -Wl,-z,relro,-z,now)
+endif()
 
 # tallyroom_library(NAME [QOBJECTS] SOURCES... LINKS targets...): a static library under the project's
 # options. QOBJECTS: it holds classes with signals or windows drawn in .ui files.
