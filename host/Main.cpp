@@ -17,6 +17,7 @@
 #include "host/oldfiles/OldCopy.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QTemporaryFile>
 #include <QTextStream>
 #include <sys/stat.h>
@@ -161,6 +162,13 @@ int report(const Options& options, int argc, char** argv) {
     return runReport(options.dataFolder, options.user, options.report);
 }
 
+QIcon windowIcon() {
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 128})
+        icon.addFile(QStringLiteral(":/icons/%1.png").arg(size));
+    return icon;
+}
+
 int run(const Options& options, int argc, char** argv) {
     QTemporaryFile screens;
     if (!options.pictureFile.isEmpty())
@@ -173,6 +181,8 @@ int run(const Options& options, int argc, char** argv) {
     QApplication application(argc, argv);
     Contrast::giveToAll(application);
     QApplication::setApplicationName(QStringLiteral("Brightclock"));
+    QApplication::setWindowIcon(windowIcon());
+    QApplication::setDesktopFileName(QStringLiteral("brightclock"));
     QApplication::setQuitOnLastWindowClosed(false);
     try {
         if (options.dataFolder.isEmpty())
