@@ -33,8 +33,7 @@ EXCUSED = {
     r"postgresql://|db\.example|hostssl ": "is no command, but a line of a file or an address",
 }
 # What stands in a document for what everybody has of one's own.
-OWN = {"/srv/brightclock/south": "overtime", "DIR": "overtime", "NEW": "overtime",
-       "DESCRIPTION": "Seniority",
+OWN = {"/srv/brightclock/south": "demo", "DIR": "demo", "NEW": "demo", "DESCRIPTION": "Seniority",
        "SITE": "postgresql://manager@localhost/brightclock/north", "FOLDER": "backup"}
 # A document shows two ways; the second begins where the first one did.
 BEFORE = {"psql -h localhost -U manager restored":
@@ -109,7 +108,7 @@ def home(folder):
     passwords = pathlib.Path(folder, ".pgpass")
     passwords.write_text("localhost:*:*:manager:secret\n")
     passwords.chmod(0o600)
-    subprocess.run([HOST, "--create-data", f"{folder}/overtime", "--end", "2026-11-22"], check=True)
+    subprocess.run([HOST, "--create-data", f"{folder}/demo", "--end", "2026-11-22"], check=True)
     return {"HOME": folder, "LC_ALL": "C.UTF-8", "QT_QPA_PLATFORM": "offscreen",
             "XDG_RUNTIME_DIR": folder, "TALLYROOM_REGISTRY": f"{folder}/registry",
             "PATH": f"{tools}:{SERVER.parent if SERVER else ''}:/usr/bin:/bin"}
