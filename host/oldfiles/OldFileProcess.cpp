@@ -8,7 +8,7 @@ namespace tallyroom::host {
 
 namespace {
 
-constexpr int patience = 60'000; // ms of silence until the other program is given up
+constexpr int patience = 30'000; // ms of silence until the other program is given up
 
 OldFileRefused unreadable(const QString& text) {
     return {OldRefusal::Unreadable, text};

@@ -35,7 +35,7 @@ void limit(decltype(RLIMIT_CPU) what, rlim_t most) {
 void limitOneself(const QString& path) {
     constexpr rlim_t mebi = 1024 * 1024;
     constexpr rlim_t memory = 1024 * mebi;
-    constexpr rlim_t seconds = 60;
+    constexpr rlim_t seconds = 30;
     if (!takesAddressSpace)
         limit(RLIMIT_AS, memory);
     limit(RLIMIT_CPU, seconds + rlim_t(QFileInfo(path).size()) / mebi);
