@@ -75,9 +75,9 @@ private:
 
     void record() {
         const AnswerRecording::Result result = AnswerRecording::record(m_state, m_request);
-        for (const auto& failure : {result.failure, result.standing}) {
-            if (failure)
-                throw std::runtime_error(failure->description().toStdString());
+        for (const auto* failure : {&result.failure, &result.standing}) {
+            if (*failure)
+                throw std::runtime_error((*failure)->description().toStdString());
         }
     }
 
