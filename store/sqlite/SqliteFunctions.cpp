@@ -96,7 +96,8 @@ void rightPart(sqlite3_context* context, int, sqlite3_value** values) {
     if (isNull(values[0]) || isNull(values[1]))
         return;
     const std::u32string text = textOf(values[0]).toStdU32String();
-    const auto count = static_cast<std::size_t>(std::max(sqlite3_value_int(values[1]), 0));
+    const auto count =
+        static_cast<std::size_t>(std::max(sqlite3_value_int64(values[1]), sqlite3_int64{}));
     returnText(context,
                QString::fromStdU32String(text.substr(text.size() - std::min(count, text.size()))));
 }
