@@ -77,7 +77,7 @@ bool isReady(pg_conn* connection, short events, int timeout) {
 }
 
 // A prepared statement gives columns that are no longer those of its tables.
-bool isOutdated(const pg_result* result) {
+bool hasOutdatedPlan(const pg_result* result) {
     return qstrcmp(PQresultErrorField(result, PG_DIAG_SQLSTATE), "0A000") == 0;
 }
 
@@ -208,9 +208,8 @@ PostgresConnection::answersOf(const std::vector<PostgresResult>& results) {
     const std::vector<Queued> queued = std::exchange(m_queued, {});
     for (std::size_t i = 0; i < results.size() && i < queued.size(); ++i) {
         if (!isDone(results[i].native())) {
+            noteFailure(queued[i], results[i].native(), failed == nullptr);
             failed = failed ? failed : results[i].native();
-            m_isLost = m_isLost || queued[i].purpose == Purpose::Settings;
-            forgetUnprepared(queued[i], results[i].native());
         } else if (queued[i].purpose == Purpose::Answer) {
             answers.push_back(results[i]);
         }
@@ -220,8 +219,14 @@ PostgresConnection::answersOf(const std::vector<PostgresResult>& results) {
     return answers;
 }
 
-void PostgresConnection::forgetUnprepared(const Queued& queued, const pg_result* failed) {
-    if (queued.purpose == Purpose::Preparation || isOutdated(failed))
+// Where one statement is outdated, others are likely to be.
+void PostgresConnection::noteFailure(const Queued& queued, const pg_result* failed, bool isFirst) {
+    m_isLost = m_isLost || queued.purpose == Purpose::Settings;
+    if (isFirst)
+        m_isOutdated = hasOutdatedPlan(failed);
+    if (m_isOutdated)
+        m_statements.clear();
+    else if (queued.purpose == Purpose::Preparation)
         m_statements.remove(queued.native);
 }
 

@@ -53,6 +53,9 @@ public:
 
     bool inTransaction() const; // also in one that has failed and waits for its rollback
     bool lost() const { return m_isLost; }
+    // Whether the last failure was of a statement that had been prepared for tables as they were
+    // before somebody changed them. What undoes the failure and repeats it has it prepared anew.
+    bool isOutdated() const { return m_isOutdated; }
     qint64 roundTrips() const { return m_roundTrips; }
 
     // Readable when something has come from the server; -1 when the connection is gone.
@@ -83,7 +86,7 @@ private:
     bool forgetStatements();
     std::vector<PostgresResult> collect();
     std::vector<PostgresResult> answersOf(const std::vector<PostgresResult>& results);
-    void forgetUnprepared(const Queued& queued, const pg_result* failed);
+    void noteFailure(const Queued& queued, const pg_result* failed, bool isFirst);
     PostgresResult nextResult();
     void wait(Awaited awaited);
 
@@ -91,6 +94,7 @@ private:
     std::shared_ptr<pg_conn> m_connection;
     std::chrono::milliseconds m_patience;
     bool m_isLost = false;
+    bool m_isOutdated = false;
     qint64 m_roundTrips = 0;
     std::function<void()> m_progress;
     QHash<QString, QByteArray> m_statements; // names on the server, by text

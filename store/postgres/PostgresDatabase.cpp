@@ -27,11 +27,12 @@ std::vector<Row> rowsOf(const PostgresResult& result, const sql::BoundSelect& qu
 
 // The server does not tidy up what belongs to a session: in a table of its own, rows that are only
 // deleted would be read over as long as the session lasts.
-QString deletion(const sql::BoundDelete& statement) {
+sql::Native deletion(const sql::BoundDelete& statement) {
     const sql::CatalogTable& table = *statement.target.table;
     const bool isEmptied = table.place == ownSchema && !statement.where;
-    return isEmptied ? QStringLiteral("TRUNCATE ") + postgresGenerator().tableName(table)
-                     : postgresGenerator().deleteRows(statement);
+    if (isEmptied)
+        return {QStringLiteral("TRUNCATE ") + postgresGenerator().tableName(table), {}};
+    return postgresGenerator().deleteRows(statement);
 }
 
 QStringList namesOf(const std::vector<sql::CatalogColumn>& columns) {
@@ -93,7 +94,7 @@ void PostgresDatabase::makeOwnTables() {
     std::vector<PostgresStatement> statements;
     for (const QString& statement : createOwnTableStatements())
         statements.push_back({statement, {}});
-    m_session->writeAll(ownSchema, std::move(statements));
+    m_session->writeAll(ownSchema, statements);
     m_session->tables().forget(ownSchema);
 }
 
@@ -118,7 +119,7 @@ PostgresDatabase::readAll(const std::vector<sql::BoundSelect>& queries) {
     std::vector<PostgresStatement> statements;
     for (const sql::BoundSelect& query : queries)
         statements.push_back({postgresGenerator().rows(query), {}});
-    const std::vector<PostgresResult> results = session().readAll(std::move(statements));
+    const std::vector<PostgresResult> results = session().readAll(statements);
     std::vector<std::vector<Row>> all;
     for (std::size_t at = 0; at < queries.size(); ++at)
         all.push_back(rowsOf(results[at], queries[at]));
@@ -149,15 +150,12 @@ std::unique_ptr<KeyedRows> PostgresDatabase::keyedRows(const sql::BoundSelect& q
 // Updates, deletions and single rows; of other statements, nothing.
 std::optional<PostgresStatement> PostgresDatabase::native(const sql::Statement& statement) {
     if (const auto* update = std::get_if<sql::UpdateStatement>(&statement))
-        return PostgresStatement{
-            postgresGenerator().updateRows(sql::bindUpdate(m_catalog, *update)), {}};
+        return statementOf(postgresGenerator().updateRows(sql::bindUpdate(m_catalog, *update)));
     if (const auto* removal = std::get_if<sql::DeleteStatement>(&statement))
-        return PostgresStatement{
-            postgresGenerator().deleteRows(sql::bindDelete(m_catalog, *removal)), {}};
+        return statementOf(postgresGenerator().deleteRows(sql::bindDelete(m_catalog, *removal)));
     if (const auto* row = std::get_if<sql::InsertStatement>(&statement);
         row && row->file.isEmpty() && row->rows.index() == 0)
-        return PostgresStatement{postgresGenerator().insertRows(sql::bindInsert(m_catalog, *row)),
-                                 {}};
+        return statementOf(postgresGenerator().insertRows(sql::bindInsert(m_catalog, *row)));
     return std::nullopt;
 }
 
@@ -171,7 +169,7 @@ void PostgresDatabase::executeAll(const QStringList& statements) {
     try {
         if (static_cast<qsizetype>(natives.size()) == statements.size())
             return session().writeAll(hasOwnTables(m_address.schema) ? ownSchema : m_address.schema,
-                                      std::move(natives));
+                                      natives);
     } catch (const RunError& error) {
         if (!isRefusal(error))
             throw;
@@ -220,7 +218,8 @@ void PostgresDatabase::run(const sql::BoundInsert& statement) {
 }
 
 void PostgresDatabase::run(const sql::BoundDrop& statement) {
-    session().write(statement.target.table->place, postgresGenerator().dropTable(statement));
+    session().write(statement.target.table->place,
+                    PostgresStatement{postgresGenerator().dropTable(statement), {}});
     session().tables().forget();
 }
 
@@ -255,7 +254,8 @@ void PostgresDatabase::refill(const std::shared_ptr<const sql::CatalogTable>& ta
     if (!table->keepsWhatIsWritten)
         return EngineDatabase::refill(table, columns, rows);
     session().copyRows(table->place, postgresGenerator().tableWithColumns(*table, namesOf(columns)),
-                       converted(rows, columns), deletion({{table, QStringLiteral("t")}, nullptr}));
+                       converted(rows, columns),
+                       deletion({{table, QStringLiteral("t")}, nullptr}).text);
 }
 
 void PostgresDatabase::begin(TransactionKind kind) {

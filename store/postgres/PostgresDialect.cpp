@@ -63,6 +63,7 @@ constexpr sql::Dialect dialect = {
     .dateLiteral = u"($1)::timestamp",
     .wholeLiteral = u"($1)::bigint",
     .realLiteral = u"($1)::double precision",
+    .textLiteral = u"($1)::text",
     .keyColumn = u"tr_key",
     .hasKey = u"$1 = ANY ($2::bigint[])",
     .parameter = u"$$$1",

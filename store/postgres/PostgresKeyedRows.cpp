@@ -84,7 +84,8 @@ PostgresResult PostgresKeyedRows::write(const QString& native, const Row& values
     if (key)
         parameters.emplace_back(*key);
     const bool current = m_asOf == changes();
-    PostgresResult result = session().write(m_query.source->table->place, native, parameters);
+    PostgresResult result =
+        session().write(m_query.source->table->place, PostgresStatement{native, parameters});
     if (current)
         m_asOf = changes();
     if (key)

@@ -7,9 +7,9 @@ namespace tallyroom {
 namespace {
 
 void writeUnlessRefused(PostgresSession& session, const sql::CatalogTable& table,
-                        const QString& native, const PostgresParameters& parameters) {
+                        const PostgresStatement& statement) {
     try {
-        session.write(table.place, native, parameters);
+        session.write(table.place, statement);
     } catch (const RunError& error) {
         if (!isRefusal(error))
             throw;
@@ -29,18 +29,23 @@ void updateOneByOne(PostgresSession& session, const sql::BoundUpdate& statement)
     rows.source = statement.target;
     sql::BoundUpdate row = statement;
     row.where = nullptr;
-    const QString update = postgresGenerator().updateRows(row) + QStringLiteral(" WHERE tr_key = ");
-    const PostgresResult keys = session.read(postgresGenerator().keysWhere(rows, statement.where) +
-                                             QStringLiteral(" ORDER BY 1"));
-    for (int at = 0; at < keys.rows(); ++at)
-        writeUnlessRefused(session, *statement.target.table, update + keys.text(at, 0), {});
+    PostgresStatement update = statementOf(postgresGenerator().updateRows(row));
+    update.parameters.emplace_back(qint64());
+    update.native += QStringLiteral(" WHERE tr_key = $%1").arg(update.parameters.size());
+    sql::Native ordered = postgresGenerator().keysWhere(rows, statement.where);
+    ordered.text += QStringLiteral(" ORDER BY 1");
+    const PostgresResult keys = session.read(ordered);
+    for (int at = 0; at < keys.rows(); ++at) {
+        update.parameters.back() = keys.key(at, 0);
+        writeUnlessRefused(session, *statement.target.table, update);
+    }
 }
 
 void insertOneByOne(PostgresSession& session, const sql::CatalogTable& table,
                     const QStringList& columns, const std::vector<Row>& rows) {
     const QString insert = postgresGenerator().insertRowOrSkip(table, columns);
     for (const Row& row : rows)
-        writeUnlessRefused(session, table, insert, {row.begin(), row.end()});
+        writeUnlessRefused(session, table, {insert, {row.begin(), row.end()}});
 }
 
 void insertAtOnce(PostgresSession& session, const sql::CatalogTable& table,
@@ -50,7 +55,7 @@ void insertAtOnce(PostgresSession& session, const sql::CatalogTable& table,
     for (const Row& row : rows)
         statements.push_back({insert, PostgresParameters(row.begin(), row.end())});
     try {
-        session.writeAll(table.place, std::move(statements));
+        session.writeAll(table.place, statements);
     } catch (const RunError& error) {
         if (!isRefusal(error))
             throw;

@@ -103,20 +103,32 @@ PostgresResult PostgresSession::read(const QString& native, const PostgresParame
     return sendGuarded({{native, parameters}}).front();
 }
 
-PostgresResult PostgresSession::write(const QString& schema, const QString& native,
-                                      const PostgresParameters& parameters) {
+PostgresResult PostgresSession::write(const QString& schema, const PostgresStatement& statement) {
     ++m_writes[schema];
-    return sendGuarded({{native, parameters}}).front();
+    return sendGuarded({statement}).front();
 }
 
-void PostgresSession::writeAll(const QString& schema, std::vector<PostgresStatement> statements) {
+void PostgresSession::writeAll(const QString& schema,
+                               const std::vector<PostgresStatement>& statements) {
     ++m_writes[schema];
-    sendGuarded(std::move(statements));
+    sendGuarded(statements);
+}
+
+// Somebody who changes a table under a desk does not make its statements fail.
+std::vector<PostgresResult>
+PostgresSession::sendGuarded(const std::vector<PostgresStatement>& statements) {
+    try {
+        return sendUndoable(statements);
+    } catch (const RunError&) {
+        if (!m_connection.isOutdated() || m_connection.lost())
+            throw;
+    }
+    return sendUndoable(statements);
 }
 
 // The engine gives a transaction up with any statement that fails, the desktop engine does not.
 std::vector<PostgresResult>
-PostgresSession::sendGuarded(std::vector<PostgresStatement> statements) {
+PostgresSession::sendUndoable(std::vector<PostgresStatement> statements) {
     if (m_depth == 0)
         return send(std::move(statements));
     statements.insert(statements.begin(), {savepoint, {}});

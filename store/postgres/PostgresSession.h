@@ -5,6 +5,7 @@
 #include "store/postgres/PostgresCatalog.h"
 #include "store/postgres/PostgresConnection.h"
 #include "store/postgres/ServerAddress.h"
+#include "store/sql/Generator.h"
 
 #include <QSocketNotifier>
 
@@ -15,6 +16,10 @@ struct PostgresCaller {
     QString name; // the file's, for messages
     WhenInUse whenInUse = WhenInUse::Wait;
 };
+
+inline PostgresStatement statementOf(const sql::Native& native) {
+    return {native.text, {native.values.begin(), native.values.end()}};
+}
 
 // What a statement needs besides itself, the waiting time for locks, a transaction's beginning and
 // a mark to come back to, goes to the server in the same round trip. Not for several threads.
@@ -37,14 +42,19 @@ public:
     PostgresTables& tables() { return m_tables; }
 
     PostgresResult read(const QString& native, const PostgresParameters& parameters = {});
-    std::vector<PostgresResult> readAll(std::vector<PostgresStatement> statements) {
-        return sendGuarded(std::move(statements));
+    PostgresResult read(const sql::Native& native) {
+        return sendGuarded({statementOf(native)}).front();
+    }
+    std::vector<PostgresResult> readAll(const std::vector<PostgresStatement>& statements) {
+        return sendGuarded(statements);
     }
     // In a transaction a failure undoes this statement alone. `schema` is that of what is written.
-    PostgresResult write(const QString& schema, const QString& native,
-                         const PostgresParameters& parameters = {});
+    PostgresResult write(const QString& schema, const PostgresStatement& statement);
+    PostgresResult write(const QString& schema, const sql::Native& native) {
+        return write(schema, statementOf(native));
+    }
     // All or nothing.
-    void writeAll(const QString& schema, std::vector<PostgresStatement> statements);
+    void writeAll(const QString& schema, const std::vector<PostgresStatement>& statements);
     // Likewise, in a transaction; after the statement `first`, if there is one.
     void copyRows(const QString& schema, const QString& target, const std::vector<Row>& rows,
                   const QString& first = {});
@@ -77,7 +87,8 @@ public:
 private:
     std::vector<PostgresStatement> beginning() const;
     std::vector<PostgresResult> send(std::vector<PostgresStatement> statements);
-    std::vector<PostgresResult> sendGuarded(std::vector<PostgresStatement> statements);
+    std::vector<PostgresResult> sendGuarded(const std::vector<PostgresStatement>& statements);
+    std::vector<PostgresResult> sendUndoable(std::vector<PostgresStatement> statements);
     std::vector<PostgresStatement> takeAnnouncements();
     void backToSavepoint();
     void keep();

@@ -89,7 +89,7 @@ void createSite(const QString& path, const std::function<void()>& fill,
         add(statements, createSchemaStatements(address.schema, file));
     }
     Making making(*session);
-    session->writeAll({}, std::move(statements));
+    session->writeAll({}, statements);
     session->tables().forget();
     fill();
     making.commit();
@@ -100,7 +100,7 @@ void completeOnServer(const QString& path, const FileCompletion& completion) {
     const auto session = PostgresSession::of(address);
     std::vector<PostgresStatement> statements;
     add(statements, completeSchemaStatements(address.schema, completion));
-    session->writeAll(address.schema, std::move(statements));
+    session->writeAll(address.schema, statements);
     session->tables().forget();
 }
 

@@ -18,15 +18,16 @@ struct Dialect {
     const char16_t* nullLiteral;
     const char16_t* trueLiteral;
     const char16_t* falseLiteral;
-    // Where the type of a Null has to be told, $1 is the null literal.
+    // $1 may be a parameter as well and, where the type of a Null has to be told, the null literal.
     const char16_t* dateLiteral;  // $1 is a text: YYYY-MM-DD HH:MM:SS
     const char16_t* wholeLiteral; // $1 are digits ...
     const char16_t* realLiteral;  // ... with a point or an exponent
-    const char16_t* keyColumn;    // by which a row is found again
-    const char16_t* hasKey;       // $1 a key, $2 the parameter of the keys that are wanted
-    const char16_t* parameter;    // the $1st value that is bound to a statement
-    const char16_t* ascending;    // Nulls come first
-    const char16_t* descending;   // Nulls come last
+    const char16_t* textLiteral;
+    const char16_t* keyColumn;  // by which a row is found again
+    const char16_t* hasKey;     // $1 a key, $2 the parameter of the keys that are wanted
+    const char16_t* parameter;  // the $1st value that is bound to a statement
+    const char16_t* ascending;  // Nulls come first
+    const char16_t* descending; // Nulls come last
     // How doubles are left out: by what is read, or by keys of it beside it.
     enum class Distinct { Values, OnKeys };
     Distinct distinct;

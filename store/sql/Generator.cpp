@@ -4,11 +4,15 @@
 #include "store/sql/Filling.h"
 #include "store/sql/LiteralTexts.h"
 
+#include <QScopedValueRollback>
+#include <utility>
+
 namespace tallyroom::sql {
 
 namespace {
 
 constexpr qsizetype maximumLength = 8'000'000;
+constexpr std::size_t maximumParameters = 100; // more values than that do not come again
 
 // What a kind of node speaks of, and nothing that another kind does.
 bool hasItsFields(const BoundNode& node) {
@@ -22,7 +26,15 @@ bool hasItsFields(const BoundNode& node) {
 
 } // namespace
 
+template<class TextOf>
+Native Generator::withParameters(const TextOf& textOf) {
+    const QScopedValueRollback taken(m_takesParameters, true);
+    QString nativeText = textOf();
+    return {std::move(nativeText), std::exchange(m_values, {})};
+}
+
 QString Generator::rows(const BoundSelect& query) {
+    const QScopedValueRollback inFull(m_takesParameters, false);
     return select(query, columns(query)) + order(query);
 }
 
@@ -41,34 +53,46 @@ QString Generator::rowsByKey(const BoundSelect& query) {
              filled(dialect().hasKey, {keyText, parameter(1)}));
 }
 
-QString Generator::rowsWhere(const BoundSelect& query, const BoundPtr& criteria) {
-    return QStringLiteral("SELECT %1, %2 FROM %3%4")
-        .arg(key(*query.source), columns(query), source(*query.source),
-             clause(u" WHERE ", criteria));
+Native Generator::rowsWhere(const BoundSelect& query, const BoundPtr& criteria) {
+    return withParameters([&] {
+        return QStringLiteral("SELECT %1, %2 FROM %3%4")
+            .arg(key(*query.source), columns(query), source(*query.source),
+                 clause(u" WHERE ", criteria));
+    });
 }
 
-QString Generator::keysWhere(const BoundSelect& query, const BoundPtr& criteria) {
-    return QStringLiteral("SELECT %1 FROM %2%3")
-        .arg(key(*query.source), source(*query.source), clause(u" WHERE ", criteria));
+Native Generator::keysWhere(const BoundSelect& query, const BoundPtr& criteria) {
+    return withParameters([&] {
+        return QStringLiteral("SELECT %1 FROM %2%3")
+            .arg(key(*query.source), source(*query.source), clause(u" WHERE ", criteria));
+    });
 }
 
-QString Generator::deleteRows(const BoundDelete& statement) {
-    return filled(dialect().deleteRows,
-                  {tableName(*statement.target.table), quotedName(statement.target.alias),
-                   clause(u" WHERE ", statement.where)});
+Native Generator::deleteRows(const BoundDelete& statement) {
+    return withParameters([&] {
+        return filled(dialect().deleteRows,
+                      {tableName(*statement.target.table), quotedName(statement.target.alias),
+                       clause(u" WHERE ", statement.where)});
+    });
 }
 
-QString Generator::insertRows(const BoundInsert& statement) {
+Native Generator::insertRows(const BoundInsert& statement) {
     const auto* values = std::get_if<std::vector<BoundPtr>>(&statement.rows);
-    return filled(dialect().insertRows,
-                  {tableName(*statement.target.table), quotedNames(statement.columns),
-                   values ? rowOf(texts(*values)) : rows(std::get<BoundSelect>(statement.rows))});
+    return withParameters([&] {
+        return filled(
+            dialect().insertRows,
+            {tableName(*statement.target.table), quotedNames(statement.columns),
+             values ? rowOf(texts(*values)) : rows(std::get<BoundSelect>(statement.rows))});
+    });
 }
 
-QString Generator::updateRows(const BoundUpdate& statement) {
-    return filled(dialect().updateRows,
-                  {tableName(*statement.target.table), quotedName(statement.target.alias),
-                   assignmentTexts(statement.assignments), clause(u" WHERE ", statement.where)});
+Native Generator::updateRows(const BoundUpdate& statement) {
+    return withParameters([&] {
+        return filled(dialect().updateRows,
+                      {tableName(*statement.target.table), quotedName(statement.target.alias),
+                       assignmentTexts(statement.assignments),
+                       clause(u" WHERE ", statement.where)});
+    });
 }
 
 QString Generator::assignmentTexts(const std::vector<BoundAssignment>& assignments) {
@@ -167,6 +191,7 @@ QString Generator::clause(const char16_t* keyword, const BoundPtr& condition) {
 
 // The order of a subquery's rows is of no consequence.
 QString Generator::subselect(const BoundSelect& query) {
+    const QScopedValueRollback inFull(m_takesParameters, false);
     return select(query, columnText(query, query.columns.front()) + QStringLiteral(" AS ") +
                              quotedName(QStringLiteral("v")));
 }
@@ -182,8 +207,7 @@ void Generator::append(const BoundNode& node) {
         m_out += quotedName(node.source) + u'.' + quotedName(node.column);
         return;
     case BoundKind::Apply:
-        return appendFilled(m_out, dialect().operation(node.operation),
-                            [&](int at) { append(*node.operands[static_cast<std::size_t>(at)]); });
+        return appendOperation(node);
     case BoundKind::InList:
     case BoundKind::InSelect:
         return appendFilled(m_out, inTemplate(node), [&](int at) {
@@ -194,8 +218,16 @@ void Generator::append(const BoundNode& node) {
     }
 }
 
+// A pattern is taken to pieces once, unless it may be another one in each row.
+void Generator::appendOperation(const BoundNode& node) {
+    const QScopedValueRollback inFull(m_takesParameters,
+                                      m_takesParameters && node.operation != Operation::Like);
+    appendFilled(m_out, dialect().operation(node.operation),
+                 [&](int at) { append(*node.operands[static_cast<std::size_t>(at)]); });
+}
+
 void Generator::appendLiteral(const BoundNode& literal) {
-    const QString value = literalText(literal.value);
+    const QString value = valueText(literal.value);
     switch (literal.type) {
     case ValueType::Date:
         m_out += filled(dialect().dateLiteral, {value});
@@ -209,9 +241,25 @@ void Generator::appendLiteral(const BoundNode& literal) {
     case ValueType::Double:
         m_out += filled(dialect().realLiteral, {value});
         break;
+    case ValueType::Text:
+        m_out += filled(dialect().textLiteral, {value});
+        break;
     default:
         m_out += value;
     }
+}
+
+// Logical values are two only, and Nulls take part in what type a value has.
+bool Generator::isParameter(const Variant& value) const {
+    return m_takesParameters && m_values.size() < maximumParameters && !value.isNull() &&
+           value.type() != Variant::Type::Boolean;
+}
+
+QString Generator::valueText(const Variant& value) {
+    if (!isParameter(value))
+        return literalText(value);
+    m_values.push_back(value);
+    return parameter(static_cast<qsizetype>(m_values.size()));
 }
 
 QString Generator::literalText(const Variant& value) const {
@@ -251,6 +299,7 @@ void Generator::appendSet(const BoundNode& in) {
         m_out += quoted(dialect().textQuote, jsonArray(in.texts));
         return;
     }
+    const QScopedValueRollback inFull(m_takesParameters, false);
     for (std::size_t at = 1; at < in.operands.size(); ++at) {
         m_out += at > 1 ? QLatin1String(", ") : QLatin1String();
         append(*in.operands[at]);

@@ -6,7 +6,16 @@
 
 namespace tallyroom::sql {
 
-// Each raises 3360 when the text would grow out of all proportion.
+// An engine's text with the values of its parameters.
+struct Native {
+    QString text;
+    std::vector<Variant> values;
+};
+
+// Each raises 3360 when the text would grow out of all proportion. What comes again and again with
+// other values has them as parameters, so that its text stays the same and an engine reads and
+// plans it once. Not patterns, nor the values of lists and of queries, by which plans are chosen
+// and rows are grouped.
 class Generator : public RowGenerator {
 public:
     using RowGenerator::RowGenerator;
@@ -20,16 +29,22 @@ public:
     // ... key and columns of the rows whose keys are the one parameter ...
     QString rowsByKey(const BoundSelect& select);
     // ... the same of the rows of the table for which criteria hold, and their keys alone.
-    QString rowsWhere(const BoundSelect& select, const BoundPtr& criteria);
-    QString keysWhere(const BoundSelect& select, const BoundPtr& criteria);
+    Native rowsWhere(const BoundSelect& select, const BoundPtr& criteria);
+    Native keysWhere(const BoundSelect& select, const BoundPtr& criteria);
 
-    QString deleteRows(const BoundDelete& statement);
-    QString insertRows(const BoundInsert& statement);
-    QString updateRows(const BoundUpdate& statement);
+    Native deleteRows(const BoundDelete& statement);
+    Native insertRows(const BoundInsert& statement);
+    Native updateRows(const BoundUpdate& statement);
     QString dropTable(const BoundDrop& statement);
 
 private:
+    template<class TextOf>
+    Native withParameters(const TextOf& textOf);
+    bool isParameter(const Variant& value) const;
+    QString valueText(const Variant& value);
+
     void append(const BoundNode& node);
+    void appendOperation(const BoundNode& node);
     void appendLiteral(const BoundNode& literal);
     QString literalText(const Variant& value) const;
     const char16_t* inTemplate(const BoundNode& in) const;
@@ -51,6 +66,8 @@ private:
     QString namedRows(const BoundSelect& query);
 
     QString m_out;
+    bool m_takesParameters = false;
+    std::vector<Variant> m_values; // of the parameters so far
 };
 
 } // namespace tallyroom::sql

@@ -90,6 +90,10 @@ void SqliteConnection::synchronize(const QString& schema) {
 }
 
 void SqliteConnection::run(const QString& native) {
+    run(sql::Native{native, {}});
+}
+
+void SqliteConnection::run(const sql::Native& native) {
     SqliteQuery query(*this, native);
     while (query.next()) {
     }
@@ -134,6 +138,11 @@ std::shared_ptr<sqlite3_stmt> SqliteConnection::prepare(const QString& native) {
 SqliteQuery::SqliteQuery(SqliteConnection& connection, const QString& native)
     : m_connection(connection), m_statement(connection.prepare(native)) {}
 
+SqliteQuery::SqliteQuery(SqliteConnection& connection, const sql::Native& native)
+    : SqliteQuery(connection, native.text) {
+    bindAll(native.values);
+}
+
 SqliteQuery::~SqliteQuery() {
     sqlite3_reset(m_statement.get()); // its result repeats the error that a step has raised already
     sqlite3_clear_bindings(m_statement.get());
@@ -141,6 +150,12 @@ SqliteQuery::~SqliteQuery() {
 
 void SqliteQuery::bind(int parameter, qint64 key) {
     m_connection.require(sqlite3_bind_int64(m_statement.get(), parameter, key) == SQLITE_OK);
+}
+
+void SqliteQuery::bindAll(const std::vector<Variant>& values) {
+    int parameter = 0;
+    for (const Variant& value : values)
+        bind(++parameter, value);
 }
 
 void SqliteQuery::bind(int parameter, const Variant& value) {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "store/Database.h"
-#include "store/sql/Bound.h"
+#include "store/sql/Generator.h"
 
 #include <QHash>
 #include <QString>
@@ -38,8 +38,9 @@ public:
     // What is committed in the schema ("main", or an attached one) survives a power cut.
     void synchronize(const QString& schema);
 
-    // Runs a statement without parameters that gives no rows.
+    // Runs a statement that gives no rows.
     void run(const QString& native);
+    void run(const sql::Native& native);
 
 private:
     friend class SqliteQuery;
@@ -60,6 +61,7 @@ private:
 class SqliteQuery {
 public:
     SqliteQuery(SqliteConnection& connection, const QString& native);
+    SqliteQuery(SqliteConnection& connection, const sql::Native& native);
     ~SqliteQuery();
     SqliteQuery(const SqliteQuery&) = delete;
     SqliteQuery& operator=(const SqliteQuery&) = delete;
@@ -67,6 +69,7 @@ public:
     // Parameters count from 1, columns from 0.
     void bind(int parameter, const Variant& value);
     void bind(int parameter, qint64 key);
+    void bindAll(const std::vector<Variant>& values); // from the first one on
     bool next();
     void again(); // from the beginning; the parameters stay
     qint64 key(int column) const;

@@ -65,8 +65,7 @@ void SqliteCopySearch::fill(const std::vector<Row>& rows) {
     m_connection.run(QStringLiteral("BEGIN"));
     for (const std::vector<Variant>& row : rows) {
         SqliteQuery query(m_connection, insert);
-        for (std::size_t i = 0; i < row.size(); ++i)
-            query.bind(static_cast<int>(i) + 1, row[i]);
+        query.bindAll(row);
         query.next();
     }
     m_connection.run(QStringLiteral("COMMIT"));

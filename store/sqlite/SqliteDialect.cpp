@@ -60,6 +60,7 @@ constexpr sql::Dialect dialect = {
     .dateLiteral = u"$1",
     .wholeLiteral = u"$1",
     .realLiteral = u"$1",
+    .textLiteral = u"$1",
     .keyColumn = u"rowid",
     .hasKey = u"$1 = $2",
     .parameter = u"?$1",

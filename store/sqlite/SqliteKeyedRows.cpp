@@ -6,21 +6,10 @@
 
 namespace tallyroom {
 
-namespace {
-
-int bindAll(SqliteQuery& query, const Row& values) {
-    int parameter = 0;
-    for (const Variant& value : values)
-        query.bind(++parameter, value);
-    return parameter;
-}
-
-} // namespace
-
 SqliteKeyedRows::SqliteKeyedRows(SqliteConnection& connection, const sql::BoundSelect& query)
     : m_connection(connection), m_query(query), m_readText(sqliteGenerator().rowsByKey(query)) {}
 
-std::vector<qint64> SqliteKeyedRows::keysOf(const QString& native) {
+std::vector<qint64> SqliteKeyedRows::keysOf(const sql::Native& native) {
     std::vector<qint64> keys;
     SqliteQuery query(m_connection, native);
     while (query.next())
@@ -29,7 +18,7 @@ std::vector<qint64> SqliteKeyedRows::keysOf(const QString& native) {
 }
 
 std::vector<qint64> SqliteKeyedRows::keys() {
-    return keysOf(sqliteGenerator().keys(m_query));
+    return keysOf({sqliteGenerator().keys(m_query), {}});
 }
 
 std::vector<qint64> SqliteKeyedRows::find(const sql::BoundPtr& criteria) {
@@ -46,7 +35,7 @@ std::optional<Row> SqliteKeyedRows::read(qint64 key) {
 
 qint64 SqliteKeyedRows::insert(const QStringList& columns, const Row& values) {
     SqliteQuery query(m_connection, sqliteGenerator().insertRow(*m_query.source->table, columns));
-    bindAll(query, values);
+    query.bindAll(values);
     query.next();
     return sqlite3_last_insert_rowid(m_connection.handle());
 }
@@ -58,7 +47,8 @@ bool SqliteKeyedRows::update(qint64 key, const QStringList& columns, const Row& 
         m_updated = columns;
     }
     SqliteQuery query(m_connection, m_updateText);
-    query.bind(bindAll(query, values) + 1, key);
+    query.bindAll(values);
+    query.bind(static_cast<int>(values.size()) + 1, key);
     query.next();
     return hasChangedRow();
 }

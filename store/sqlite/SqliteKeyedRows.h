@@ -19,7 +19,7 @@ public:
     bool remove(qint64 key) override;
 
 private:
-    std::vector<qint64> keysOf(const QString& native);
+    std::vector<qint64> keysOf(const sql::Native& native);
     bool hasChangedRow() const;
 
     SqliteConnection& m_connection;

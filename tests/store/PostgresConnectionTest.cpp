@@ -1,9 +1,10 @@
 // The wrapper around the server's library, on a server of its own.
-#include "store/postgres/PostgresConnection.h"
+#include "store/postgres/PostgresSession.h"
 #include "tests/store/StoreFixture.h"
 #include "tests/support/PostgresCluster.h"
 
 #include <csignal>
+#include <libpq-fe.h>
 #include <tuple>
 
 namespace tallyroom {
@@ -187,11 +188,25 @@ TEST_F(PostgresConnectionTest, KeepsSomeStatementsPrepared) {
     }
     const int count = one(connection, "SELECT count(*) FROM pg_prepared_statements").toInt();
     EXPECT_TRUE(count > 30 && count <= 64) << count;
+}
 
-    connection.run(utf8("SELECT * FROM s.t"));
+// Alone, and amid a transaction, of which nothing is lost.
+TEST_F(PostgresConnectionTest, ATableMayChangeUnderASession) {
+    const QString site = QStringLiteral("postgresql://postgres@/postgres/x?host=%1\\bcx.mdb");
+    PostgresSession session(parseServerAddress(site.arg(PostgresCluster::shared().folder())));
+    const auto columns = [&] {
+        const auto all = session.readAll({statement("SELECT * FROM s.t"), statement("SELECT 1")});
+        return PQnfields(all.front().native());
+    };
+    EXPECT_EQ(columns(), 3);
     natively("ALTER TABLE s.t ADD COLUMN c text");
-    EXPECT_EQ(errorNumberOf([&] { connection.run(utf8("SELECT * FROM s.t")); }), 51);
-    EXPECT_EQ(errorNumberOf([&] { connection.run(utf8("SELECT * FROM s.t")); }), 0);
+    EXPECT_EQ(columns(), 4);
+    natively("ALTER TABLE s.t ADD COLUMN d text");
+    session.begin(TransactionKind::Write);
+    session.write(utf8("s"), insert(1));
+    EXPECT_EQ(columns(), 5);
+    session.commit();
+    EXPECT_EQ(keys(session.connection()), u"1");
 }
 
 TEST_F(PostgresConnectionTest, OpensInOneWayOnlyOrSaysWhyNot) {
