@@ -38,6 +38,7 @@ constexpr sql::OperationTemplate templates[] = {
     {Operation::Sum, u"sum($1)::double precision"},
     {Operation::FirstText, u"tallyroom.tr_min($1 ORDER BY $1 COLLATE \"C\")"},
     {Operation::LastText, u"tallyroom.tr_max($1 ORDER BY $1 COLLATE \"C\")"},
+    {Operation::FirstSpelling, u"min($1 COLLATE \"C\")"},
     {Operation::Average, u"avg($1)::double precision"},
     {Operation::AnySpelling, u"min($1 COLLATE \"C\")"},
     {Operation::ConditionAsNumber, u"(- ($1)::int)"},
@@ -80,6 +81,7 @@ constexpr sql::Dialect dialect = {
     .tableWithAlias = u"$1 AS $2",
     .singleValue = u"($1)", // the engine itself refuses a second row
     .inSet = u"($1 IN ($2))",
+    .comparesFewOneByOne = false,
     .inTexts = u"(tallyroom.tr_same($1) IN (SELECT tallyroom.tr_same(\"v\") FROM ($2) AS texts))",
     .inCaseBlindTexts = u"($1 = ANY (tallyroom.tr_nocase_all($2)))",
     .inCollatedTexts = u"($1 = ANY (tallyroom.tr_same_all($2)))",

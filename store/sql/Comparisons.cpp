@@ -141,7 +141,7 @@ BoundPtr between(const BoundPtr& value, const BoundPtr& low, const BoundPtr& hig
 
 namespace {
 
-// Comparisons one by one are quicker than a search in a set of so few.
+// A single value, or a few with spellings of their own.
 BoundPtr anyOf(const BoundPtr& value, const std::vector<BoundPtr>& list) {
     BoundPtr result;
     for (const BoundPtr& item : list) {
@@ -170,13 +170,13 @@ BoundPtr inList(const BoundPtr& value, std::vector<BoundPtr> list, const QString
     }
     for (const QString& text : texts)
         list.push_back(literalNode(Variant(text)));
+    const bool asAscii = std::all_of(list.begin(), list.end(), foldsAsAscii);
     if (isColumn(value) && static_cast<int>(list.size()) <= fewValues &&
-        areLiterals(list, value->type))
+        areLiterals(list, value->type) && (list.size() == 1 || !asAscii))
         return anyOf(value, list);
     BoundPtr left = value;
     for (BoundPtr& item : list)
         matchForComparison(left, item);
-    const bool asAscii = std::all_of(list.begin(), list.end(), foldsAsAscii);
     list.insert(list.begin(), std::move(left));
     for (BoundPtr& item : list)
         item = asAscii ? caseBlind(std::move(item)) : collated(std::move(item));

@@ -43,7 +43,9 @@ struct Dialect {
     const char16_t* tableWithAlias;
     const char16_t* singleValue; // $1 a query of one column "v"; fails on a second row
     const char16_t* inSet;       // $1 value, $2 list or query
-    const char16_t* inTexts;     // $1 text, $2 a query of one column "v", in any spelling
+    // Whether a column is compared with a few values one by one, which may be quicker than a set.
+    bool comparesFewOneByOne;
+    const char16_t* inTexts; // $1 text, $2 a query of one column "v", in any spelling
     // $1 a text as CaseBlind and Collated give it, $2 a JSON array of texts as they are.
     const char16_t* inCaseBlindTexts;
     const char16_t* inCollatedTexts;

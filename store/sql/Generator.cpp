@@ -5,6 +5,7 @@
 #include "store/sql/LiteralTexts.h"
 
 #include <QScopedValueRollback>
+#include <algorithm>
 #include <utility>
 
 namespace tallyroom::sql {
@@ -209,6 +210,9 @@ void Generator::append(const BoundNode& node) {
     case BoundKind::Apply:
         return appendOperation(node);
     case BoundKind::InList:
+        if (isOneByOne(node))
+            return appendOneByOne(node);
+        [[fallthrough]];
     case BoundKind::InSelect:
         return appendFilled(m_out, inTemplate(node), [&](int at) {
             at == 0 ? append(*node.operands.front()) : appendSet(node);
@@ -304,6 +308,32 @@ void Generator::appendSet(const BoundNode& in) {
         m_out += at > 1 ? QLatin1String(", ") : QLatin1String();
         append(*in.operands[at]);
     }
+}
+
+bool Generator::isOneByOne(const BoundNode& in) const {
+    constexpr std::ptrdiff_t fewValues = 4;
+    const auto unfolded = [](const BoundPtr& node) {
+        return node->applies(Operation::CaseBlind) ? node->operands.front()->kind : node->kind;
+    };
+    const auto isLiteral = [&](const BoundPtr& item) {
+        return unfolded(item) == BoundKind::Literal;
+    };
+    const auto first = in.operands.begin() + 1;
+    return dialect().comparesFewOneByOne && in.texts.isEmpty() &&
+           in.operands.end() - first <= fewValues &&
+           unfolded(in.operands.front()) == BoundKind::Column &&
+           std::all_of(first, in.operands.end(), isLiteral);
+}
+
+void Generator::appendOneByOne(const BoundNode& in) {
+    const QScopedValueRollback inFull(m_takesParameters, false);
+    m_out += u'(';
+    for (std::size_t at = 1; at < in.operands.size(); ++at) {
+        m_out += at > 1 ? QLatin1String(" OR ") : QLatin1String();
+        appendFilled(m_out, dialect().operation(Operation::Equal),
+                     [&](int side) { append(*in.operands[side == 0 ? 0 : at]); });
+    }
+    m_out += u')';
 }
 
 // Totals without groups are one row in any case.

@@ -49,6 +49,8 @@ private:
     QString literalText(const Variant& value) const;
     const char16_t* inTemplate(const BoundNode& in) const;
     void appendSet(const BoundNode& in);
+    bool isOneByOne(const BoundNode& in) const;
+    void appendOneByOne(const BoundNode& in);
     void appendSubquery(const BoundSelect& select);
 
     QString text(const BoundNode& node);

@@ -61,6 +61,7 @@ enum class Operation {
     Maximum,
     FirstText, // by the order of CaseBlind
     LastText,
+    FirstSpelling, // of texts that are the same
     Average,
     // Of a group by texts that are the same, one as it is written.
     AnySpelling,

@@ -97,7 +97,9 @@ void TextGroups::addGroups(BoundSelect& query) {
         m_groups.push_back(group);
         m_inner->groupBy.push_back(isText(group) ? asIndexed(group) : group);
         group = addColumn(group);
-        m_values.push_back(isText(group) ? oneOfValues(Operation::Minimum, group) : group);
+        m_values.push_back(
+            isText(group) ? applyNode(Operation::FirstSpelling, group->type, {group}, group->width)
+                          : group);
     }
 }
 

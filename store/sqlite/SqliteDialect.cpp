@@ -35,6 +35,7 @@ constexpr sql::OperationTemplate templates[] = {
     {Operation::Sum, u"sum($1)"},
     {Operation::FirstText, u"min($1 COLLATE NOCASE)"},
     {Operation::LastText, u"max($1 COLLATE NOCASE)"},
+    {Operation::FirstSpelling, u"min($1 COLLATE NOCASE)"},
     {Operation::Average, u"avg($1)"},
     {Operation::AnySpelling, u"$1"}, // the first one met
     {Operation::ConditionAsNumber, u"(- $1)"},
@@ -77,6 +78,7 @@ constexpr sql::Dialect dialect = {
     .tableWithAlias = u"$1 AS $2",
     .singleValue = u"(SELECT tr_single(\"v\") FROM ($1))",
     .inSet = u"($1 IN ($2))",
+    .comparesFewOneByOne = true,
     .inTexts = u"($1 COLLATE NOCASE IN (SELECT ifnull(value, \"v\") FROM ($2) LEFT JOIN "
                u"json_each(tr_spellings(\"v\"))))",
     .inCaseBlindTexts = u"($1 IN (SELECT value FROM json_each($2)))",
