@@ -20,6 +20,8 @@ SKIPPED = 77
 HOST, PAGE = sys.argv[1:]
 SERVER = max(pathlib.Path("/usr/lib/postgresql").glob("*/bin/initdb"), default=None,
              key=lambda path: int(path.parts[-3]))
+HELP = subprocess.run([HOST, "--help"], check=True, capture_output=True, text=True).stdout
+OPTIONS = set(re.findall(r"^ +(?:-h, )?(--[\w-]+)", HELP, flags=re.M))
 
 RUN = ("brightclock", "runuser", "psql", "pg_dump", "pg_restore")
 EXCUSED = {
@@ -59,6 +61,9 @@ def as_typed(command):
 
 
 def fault_of(command, environment):
+    unknown = set(re.findall(r"[ [](--[\w-]+)", command)) - OPTIONS
+    if command.startswith("brightclock ") and unknown:
+        return f"there is no {', '.join(unknown)}"
     command = re.sub(r"\s*(\[[^]]*\]|…)", "", command)  # what may be left out
     for pattern in EXCUSED:
         if re.match(pattern, command):
@@ -124,14 +129,12 @@ def document_faults(environment):
 
 
 def page_faults():
-    told = subprocess.run([HOST, "--help"], check=True, capture_output=True, text=True).stdout
     page = pathlib.Path(PAGE).read_text(encoding="utf-8").replace("\\-", "-")
     heads = "\n".join(re.findall(r"^\.TP\n(.*)", page, flags=re.M))
-    for what, pattern, named in (("option", r"^ +(?:-h, )?--([\w-]+)", r"--([\w-]+)"),
-                                 ("exit code", r"(?:: |; |;\n)(\d) ", r"^\.B (\d)$")):
-        known = set(re.findall(pattern, told, flags=re.M))
+    codes = set(re.findall(r"(?:: |; |;\n)(\d) ", HELP))
+    for known, named in ((OPTIONS, r"--[\w-]+"), (codes, r"^\.B (\d)$")):
         for one in known ^ set(re.findall(named, heads, flags=re.M)):
-            yield f"the manual page and --help differ in the {what} {one}"
+            yield f"the manual page and --help differ in {one}"
 
 
 def main():
