@@ -15,7 +15,8 @@ public:
     // Those that are copied, with the columns and types that the copy gets.
     virtual const std::vector<TableFormat>& tables() const = 0;
 
-    // Gives all rows of one of them in the order of their entry, some thousands at a time. `take` may throw.
+    // Gives all rows of one of them in the order of their entry, some thousands at a time. `take`
+    // may throw.
     virtual void readRows(const TableFormat& table, const TakeRows& take) = 0;
 };
 
