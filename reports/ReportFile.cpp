@@ -99,11 +99,28 @@ QString pictureName(const QString& fileName, int page) {
     return fileName.chopped(suffix.size()) + QStringLiteral("-%1").arg(page) + suffix;
 }
 
+// Whoever has the first page replaced means all of them; else nobody was asked about the others.
+void requireFree(const QString& fileName, int pages) {
+    if (QFileInfo::exists(fileName))
+        return;
+    for (int page = 2; page <= pages; ++page) {
+        const QString name = pictureName(fileName, page);
+        if (QFileInfo::exists(name))
+            throw RunError(ErrorNumber::cannotOpenFile,
+                           QStringLiteral("'%1' is there already, where page %2 would go; nothing "
+                                          "was written. Choose another name.")
+                               .arg(name)
+                               .arg(page),
+                           QStringLiteral("Brightclock"));
+    }
+}
+
 void writePictures(const PageSource& pages, const QString& fileName) {
     const QPageLayout paper = paperFor(pages);
     const QRect sheet = paper.fullRectPixels(screenResolution);
     const QRect room = paper.paintRectPixels(screenResolution);
     const ReportLayout layout(pages, room.size(), screenResolution / 72.0);
+    requireFree(fileName, layout.count());
     for (int page = 1; page <= layout.count(); ++page) {
         QImage image(sheet.size(), QImage::Format_RGB32);
         image.fill(Qt::white);

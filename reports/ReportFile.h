@@ -23,8 +23,9 @@ bool isText(ReportFormat format);
 QByteArray text(const Report& report, ReportFormat format);
 
 // Writes the file whole or leaves what was there. A picture is one of each page: the second page
-// goes to "FILE-2.png" where the first goes to "FILE.png". Raises 3051 with the file's name when it
-// cannot be written. Pages need a QGuiApplication.
+// goes to "FILE-2.png" where the first goes to "FILE.png", and replaces another file only where the
+// first does. Raises 3051 with the file's name when it cannot be written. Pages need a
+// QGuiApplication.
 void write(const Report& report, ReportFormat format, const QString& fileName, const QString& user);
 
 } // namespace ReportFile

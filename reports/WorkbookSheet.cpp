@@ -1,5 +1,6 @@
 #include "reports/WorkbookSheet.h"
 
+#include "common/RunError.h"
 #include "reports/ExportText.h"
 
 #include <algorithm>
@@ -120,7 +121,18 @@ void WorkbookSheet::addHead(const Report& report, const QString& user, Date now)
     ++m_row;
 }
 
+void WorkbookSheet::requireRoom(std::size_t lines) const {
+    if (m_row + lines > LXW_ROW_MAX)
+        throw RunError(ErrorNumber::cannotOpenFile,
+                       QStringLiteral("A sheet of a workbook holds %L1 rows, and the report has "
+                                      "%L2. Choose fewer days, or a .csv.")
+                           .arg(LXW_ROW_MAX)
+                           .arg(lines - 1),
+                       QStringLiteral("Brightclock"));
+}
+
 void WorkbookSheet::addTable(const ValueTable& table) {
+    requireRoom(table.rows.size() + 1);
     lxw_col_t column = 0;
     for (std::size_t at = 0; at < table.columns.size(); ++at) {
         const ValueTable::Column& shown = table.columns[at];

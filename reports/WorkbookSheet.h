@@ -34,12 +34,14 @@ public:
     // The title, the details, who printed it, and when.
     void addHead(const Report& report, const QString& user, Date now);
     // Its columns become as wide as their texts; what is above the values stays where it is.
+    // Raises 3051 for more rows than a sheet can hold.
     void addTable(const ValueTable& table);
     void addParagraphs(const QStringList& paragraphs);
 
     bool isWhole() const { return m_isWhole; }
 
 private:
+    void requireRoom(std::size_t lines) const;
     void writeText(lxw_col_t column, const QString& text, lxw_format* format);
     void writeValue(lxw_col_t column, ValueKind kind, const Variant& value);
     void writeLine(const QString& text, lxw_format* format) {

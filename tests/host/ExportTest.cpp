@@ -142,5 +142,34 @@ TEST(Export, WhatCannotBeWrittenLeavesWhatWasThere) {
               QStringList(QStringLiteral("taken")));
 }
 
+TEST(Export, SaysWhyItReplacesNothingUnasked) {
+    const QTemporaryDir folder;
+    const QString first = folder.filePath(QStringLiteral("sheet.png"));
+    const QString second = folder.filePath(QStringLiteral("sheet-2.png"));
+    Report report = everyKind();
+    report.notes.insert(0, 200, QStringLiteral("A line of the second page"));
+    const auto write = [&](const QString& file) {
+        try {
+            ReportFile::write(report, *ReportFile::formatOf(file), file, QString());
+        } catch (const RunError& error) {
+            return error.description();
+        }
+        return QString();
+    };
+    QFile other(second);
+    ASSERT_TRUE(other.open(QIODevice::WriteOnly));
+    EXPECT_TRUE(write(first).contains(second));
+    EXPECT_EQ(QFileInfo(second).size(), 0);
+    EXPECT_FALSE(QFile::exists(first));
+    ASSERT_TRUE(other.rename(first)) << "the user is asked about this one";
+    EXPECT_EQ(write(first), QString());
+    EXPECT_EQ(write(first), QString()) << "with all of its pages";
+    EXPECT_TRUE(QFile::exists(second));
+
+    report.tables.resize(1);
+    report.tables[0].rows.resize(1'048'576);
+    EXPECT_TRUE(write(folder.filePath(QStringLiteral("rows.xlsx"))).contains(u"1,048,576 rows"));
+}
+
 } // namespace
 } // namespace tallyroom
