@@ -70,6 +70,10 @@ bool isOnServer(const QString& dataPath) {
     return isServerAddress(dataPath);
 }
 
+QString siteBeside(const QString& address, const QString& ending) {
+    return addressBeside(address, ending);
+}
+
 std::shared_ptr<Database> openDatabase(const QString& path, WhenInUse answer) {
     try {
         return isServerAddress(path) ? openOnServer(path, answer, makeSqliteCopySearch)

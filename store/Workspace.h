@@ -16,6 +16,10 @@ QStringList engineVersions();
 // Whether a data folder is a site on a server, as far as its beginning tells.
 bool isOnServer(const QString& dataPath);
 
+// The address of another site beside a site, named as it and with the ending. A name that would be
+// too long for a site is cut before the ending.
+QString siteBeside(const QString& address, const QString& ending);
+
 // Opens the database file at `path` for reading and writing. "\" and "/" both separate folders,
 // and names are found without regard to case. A data folder may be a site on a server, written
 // postgresql://[user@]host[:port]/database/SITE[?parameters]. Raises 3024 (no such file), 3044 (no

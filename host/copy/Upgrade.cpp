@@ -28,8 +28,7 @@ QString copyBefore(const QString& dataPath, const QDateTime& moment) {
     const QString stamp = moment.toString(QStringLiteral("yyyyMMdd-HHmm"));
     if (!Workspace::isOnServer(dataPath))
         return dataPath + QStringLiteral(".before-upgrade-") + stamp;
-    const QString address = dataPath.section(u'?', 0, 0);
-    return address + u'-' + stamp + dataPath.mid(address.size());
+    return Workspace::siteBeside(dataPath, u'-' + stamp);
 }
 
 } // namespace tallyroom::host

@@ -67,6 +67,13 @@ bool isServerAddress(const QString& path) {
            path.startsWith(QLatin1String("postgres://"), Qt::CaseInsensitive);
 }
 
+QString addressBeside(const QString& address, const QString& ending) {
+    const QString place = address.section(u'?', 0, 0);
+    const QString site = place.section(u'/', -1);
+    return place.chopped(site.size()) + site.left(longestSite - ending.size()) + ending +
+           address.mid(place.size());
+}
+
 QStringList schemasOf(const QString& site) {
     QStringList schemas;
     for (const QString& file : files)
@@ -78,13 +85,14 @@ ServerAddress parseServerAddress(const QString& path) {
     // User, hosts with ports, database, site, parameters, file.
     static const auto form = wholly(
         uR"(postgres(?:ql)?://(([^@/?\\]*@)?(?:(?:\[[\dA-Fa-f:.]*\]|[^@/?\\:,]*)(?::\d*)?(?:,|(?=/)))+))"
-        uR"(/([^@/?\\]+)/([A-Za-z0-9_-]{1,40})(\?[^\\]*)?\\([^\\/]*))");
+        uR"(/([^@/?\\]+)/([A-Za-z0-9_-]+)(\?[^\\]*)?\\([^\\/]*))");
     const auto match = form.match(path);
     const QString parameters = match.captured(5);
     const QStringList names = parameterNames(parameters.mid(1));
     if (match.capturedView(2).contains(u':') || namesPassword(names))
         throw hasPassword(path);
-    if (!match.hasMatch() || names.contains(QLatin1String("dbname")))
+    if (!match.hasMatch() || match.capturedView(4).size() > longestSite ||
+        names.contains(QLatin1String("dbname")))
         throw invalidPath(path);
     const QString server = scheme + match.captured(1) + u'/' + match.captured(3);
     const QString site = match.captured(4);

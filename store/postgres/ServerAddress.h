@@ -9,6 +9,8 @@ namespace tallyroom {
 //     postgresql://[user@]host[:port]/database/SITE[?parameters of libpq]
 // and a file of it has "\" and its name behind that. A file is a schema of the database. No secret
 // stands in an address, for hosts keep addresses in the open and messages show them.
+inline constexpr qsizetype longestSite = 40; // characters of a name
+
 struct ServerAddress {
     QString conninfo; // the server and the database, as libpq takes them
     QString site;     // as written; small letters and capitals make no difference
@@ -18,6 +20,9 @@ struct ServerAddress {
 
 // Whether a path speaks of a server at all, rightly or not.
 bool isServerAddress(const QString& path);
+
+// See Workspace::siteBeside().
+QString addressBeside(const QString& address, const QString& ending);
 
 // The schemas of all files of a site.
 QStringList schemasOf(const QString& site);

@@ -63,6 +63,22 @@ TEST(ServerAddress, LeadsToASchemaAndNeverShowsASecret) {
     EXPECT_FALSE(isServerAddress(QStringLiteral("/data/postgresql://x")));
 }
 
+TEST(ServerAddress, OfASiteBesideIsOne) {
+    const QString ending = QStringLiteral("-20261122-1023");
+    for (const int length : {1, 26, 27, 40}) {
+        const QString site(length, u's');
+        const QString beside =
+            addressBeside(QStringLiteral("postgresql://a@h/t/%1?service=x/y").arg(site), ending);
+        const ServerAddress address = parseServerAddress(beside + QStringLiteral("\\bcx.mdb"));
+        EXPECT_EQ(address.site, site.left(26) + ending);
+        EXPECT_EQ(address.conninfo, QStringLiteral("postgresql://a@h/t?service=x/y"));
+    }
+    EXPECT_THROW(
+        parseServerAddress(
+            QStringLiteral("postgresql://h/t/%1\\bcx.mdb").arg(QString(longestSite + 1, u's'))),
+        RunError);
+}
+
 } // namespace
 
 } // namespace tallyroom
