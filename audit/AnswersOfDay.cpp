@@ -1,11 +1,11 @@
 #include "audit/AnswersOfDay.h"
 
 #include "audit/Contacts.h"
+#include "audit/EmployeeKey.h"
 #include "audit/Moments.h"
 #include "audit/Standing.h"
 #include "common/AnswerKind.h"
 #include "common/RunError.h"
-#include "common/TextOrder.h"
 #include "common/Units.h"
 #include "store/Readable.h"
 #include "store/Recordset.h"
@@ -17,11 +17,6 @@
 namespace tallyroom {
 
 namespace {
-
-// The board's codes and the audit's: those may have blanks at their ends.
-QString keyOf(const QString& code) {
-    return TextOrder::folded(code.trimmed());
-}
 
 // Without an order, which would have the engine walk an index.
 QString statement(Date day) {
@@ -80,13 +75,13 @@ void addAnswers(NotesByTime& notes, Recordset& entries) {
         const Variant moment = Readable::date(entries.field(Now));
         const auto text = texts.of(entries, moment);
         if (code && text)
-            notes.emplace(moment.toDate(), Note{keyOf(*code), *text, true});
+            notes.emplace(moment.toDate(), Note{employeeKey(*code), *text, true});
     }
 }
 
 void addContacts(NotesByTime& notes, Recordset& rows) {
     for (const Contacts::Contact& contact : Contacts::contactsIn(rows))
-        notes.emplace(contact.now, Note{keyOf(contact.code), Contacts::text(contact), false});
+        notes.emplace(contact.now, Note{employeeKey(contact.code), Contacts::text(contact), false});
 }
 
 // The entries and the contacts; data of another version has no table for these.
@@ -131,11 +126,11 @@ bool AnswersOfDay::read(const QString& dataPath, Date day) {
 }
 
 QString AnswersOfDay::noteOf(const QString& employee) const {
-    return m_known.value(keyOf(employee)).note;
+    return m_known.value(employeeKey(employee)).note;
 }
 
 bool AnswersOfDay::hasAnswered(const QString& employee) const {
-    return m_known.value(keyOf(employee)).hasAnswered;
+    return m_known.value(employeeKey(employee)).hasAnswered;
 }
 
 } // namespace tallyroom

@@ -1,5 +1,6 @@
 #include "reports/CheckedData.h"
 
+#include "audit/EmployeeKey.h"
 #include "audit/Moments.h"
 #include "common/AnswerLimits.h"
 #include "reports/AuditReading.h"

@@ -1,6 +1,6 @@
 #include "reports/StandingReading.h"
 
-#include "common/TextOrder.h"
+#include "audit/EmployeeKey.h"
 #include "common/Units.h"
 #include "reports/AuditReading.h"
 #include "reports/Group.h"
@@ -131,10 +131,6 @@ Stood readStanding(const QString& dataFolder, Database& host, Database& addIn,
     });
     rebuilt.place = own == rows.end() ? 0 : static_cast<int>(own - rows.begin()) + 1;
     return rebuilt;
-}
-
-QString employeeKey(const QString& code) {
-    return TextOrder::folded(code.trimmed());
 }
 
 QString whatRebuildingLacks() {

@@ -26,7 +26,4 @@ std::optional<Standing::Snapshot> snapshotOf(Database& addIn, const QString& com
 // What a rebuilt standing cannot know, as sentences.
 QString whatRebuildingLacks();
 
-// Codes are those of the same employee where these are the same.
-QString employeeKey(const QString& code);
-
 } // namespace tallyroom

@@ -1,6 +1,7 @@
 #include "reports/StandingReport.h"
 
 #include "audit/Contacts.h"
+#include "audit/EmployeeKey.h"
 #include "reports/Absences.h"
 #include "reports/AuditReading.h"
 #include "reports/Group.h"

@@ -1,8 +1,8 @@
 #include "reports/WeeklyTotals.h"
 
+#include "audit/EmployeeKey.h"
 #include "audit/Moments.h"
 #include "common/AnswerKind.h"
-#include "reports/StandingReading.h"
 #include "store/Readable.h"
 #include "store/SqlText.h"
 
