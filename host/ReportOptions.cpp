@@ -1,5 +1,6 @@
 #include "host/ReportOptions.h"
 
+#include "host/ReportFields.h"
 #include "reports/Reports.h"
 
 #include <QHash>
@@ -12,29 +13,24 @@ struct ReportOption {
     const char* name;
     const char* value;
     const char* description;
-    std::vector<ReportKind> kinds; // that have a use for it
+    ReportField field; // that it fills in
 };
 
-const std::vector<ReportOption>& options() {
-    using enum ReportKind;
-    static const std::vector<ReportOption> all{
-        {"from",
-         "YYYY-MM-DD",
-         "First day (the board's period; checks: two weeks of recording).",
-         {Calls, Checks, Fairness}},
-        {"to", "YYYY-MM-DD", "Last day.", {Calls, Checks, Fairness}},
-        {"date", "YYYY-MM-DD", "The day of the overtime.", {Standing, Calls}},
-        {"start", "HH:MM", "When the overtime begins.", {Calls}},
-        {"hours", "H", "How long it lasts: 8, 7:30 or 7.5.", {Calls}},
-        {"employee", "CODE", "Whose standing.", {Standing}},
-        {"department", "CODE", "Only employees of this department.", {Calls, Fairness}},
-        {"shift", "CODE", "Only employees of this shift.", {Calls, Fairness}},
-        {"qualification", "CODE", "Only employees with this qualification.", {Calls, Fairness}},
-        {"by", "WHAT", "Whose spread is shown: department, shift, classification.", {Fairness}},
-        {"order", "DESCRIPTION", "In the order of this stored ordering.", {Standing, Calls}},
-    };
-    return all;
-}
+constexpr ReportOption options[] = {
+    {"from", "YYYY-MM-DD", "First day (the board's period; checks: two weeks of recording).",
+     ReportField::Period},
+    {"to", "YYYY-MM-DD", "Last day.", ReportField::Period},
+    {"date", "YYYY-MM-DD", "The day of the overtime.", ReportField::Day},
+    {"start", "HH:MM", "When the overtime begins.", ReportField::Times},
+    {"hours", "H", "How long it lasts: 8, 7:30 or 7.5.", ReportField::Times},
+    {"employee", "CODE", "Whose standing.", ReportField::Employee},
+    {"department", "CODE", "Only employees of this department.", ReportField::Group},
+    {"shift", "CODE", "Only employees of this shift.", ReportField::Group},
+    {"qualification", "CODE", "Only employees with this qualification.", ReportField::Group},
+    {"by", "WHAT", "Whose spread is shown: department, shift, classification.",
+     ReportField::Compared},
+    {"order", "DESCRIPTION", "In the order of this stored ordering.", ReportField::Order},
+};
 
 std::optional<Period> periodOption(const QCommandLineParser& parser) {
     const auto from = dateOption(parser, "from");
@@ -63,8 +59,8 @@ ReportKind kindOption(const QCommandLineParser& parser) {
 }
 
 void refuseUnused(const QCommandLineParser& parser, ReportKind kind) {
-    for (const ReportOption& option : options()) {
-        if (parser.isSet(text(option.name)) && std::ranges::count(option.kinds, kind) == 0)
+    for (const ReportOption& option : options) {
+        if (parser.isSet(text(option.name)) && !asksFor(kind, option.field))
             throw UsageError{text("--%1 cannot be used with --report %2.")
                                  .arg(text(option.name), Reports::nameOf(kind))};
     }
@@ -100,7 +96,7 @@ void addReportOptions(QCommandLineParser& parser) {
                       text("Make a report of --data without a display: %1.")
                           .arg(Reports::names().join(text(", "))),
                       text("KIND")});
-    for (const ReportOption& option : options())
+    for (const ReportOption& option : options)
         parser.addOption({text(option.name), text(option.description), text(option.value)});
     parser.addOption({text("format"),
                       text("Of the report: %1 (as --out ends, else text).")
@@ -111,7 +107,7 @@ void addReportOptions(QCommandLineParser& parser) {
 
 QStringList reportOptionNames() {
     QStringList names{text("report"), text("format"), text("out")};
-    for (const ReportOption& option : options())
+    for (const ReportOption& option : options)
         names << text(option.name);
     return names;
 }

@@ -1,8 +1,8 @@
 // The screen of the overtime analysis, in which all kinds of report are made.
 #pragma once
 
+#include "host/ReportFields.h"
 #include "host/screens/ReportCommands.h"
-#include "host/screens/ReportFields.h"
 #include "host/screens/ScreenContext.h"
 #include "reports/CallOutcome.h"
 

@@ -1,4 +1,4 @@
-#include "host/screens/ReportFields.h"
+#include "host/ReportFields.h"
 
 #include "reports/Reports.h"
 

@@ -1,4 +1,5 @@
-// What the screen of the overtime analysis can show, and what each of it is asked by.
+// What the screen of the overtime analysis can show, and what each of it is asked by, there and on
+// the command line.
 #pragma once
 
 #include "reports/ReportRequest.h"
