@@ -1,5 +1,7 @@
 #include "canvass/BoardStatus.h"
 
+#include "common/Counted.h"
+
 #include <QStringList>
 
 namespace tallyroom {
@@ -48,9 +50,7 @@ QString BoardFigures::text() const {
     return joined(
         {periodText(period),
          ordering.isEmpty() ? QStringLiteral("No order") : QStringLiteral("Order: ") + ordering,
-         employees == 1 ? QStringLiteral("1 employee")
-                        : QStringLiteral("%1 employees").arg(employees),
-         bucket, user});
+         counted(employees, u"employee", u"employees"), bucket, user});
 }
 
 } // namespace tallyroom

@@ -3,6 +3,7 @@
 #include "canvass/AnswerRecording.h"
 #include "canvass/Offer.h"
 #include "common/AnswerKind.h"
+#include "common/Counted.h"
 #include "common/DateParser.h"
 #include "store/Readable.h"
 
@@ -40,9 +41,7 @@ QString offerLine(const ReportDetails& details) {
 }
 
 QString employeesLine(const ReportDetails& details) {
-    const QString count = details.employees == 1
-                              ? QStringLiteral("1 employee")
-                              : QStringLiteral("%1 employees").arg(details.employees);
+    const QString count = counted(details.employees, u"employee", u"employees");
     return details.department.isEmpty()
                ? count
                : QStringLiteral("Department: ") + details.department + Said::gap + count;

@@ -1,5 +1,6 @@
 #include "host/frmMenu.h"
 
+#include "common/Counted.h"
 #include "common/RunError.h"
 #include "common/look/Veil.h"
 #include "common/look/WindowFit.h"
@@ -38,9 +39,10 @@ void frmMenu::describe(const QString& dataFolder, const QString& user) {
     // Of a site, what it is called, but not all that it takes to reach it.
     m_ui->DataFolder->setText(Workspace::isOnServer(dataFolder) ? dataFolder.section(u'?', 0, 0)
                                                                 : dataFolder);
-    auto* summary = new QLabel(QStringLiteral("%1 employees     User: %2")
-                                   .arg(m_data.employees.size())
-                                   .arg(user.isEmpty() ? QStringLiteral("(none)") : user));
+    auto* summary = new QLabel(
+        QStringLiteral("%1     User: %2")
+            .arg(counted(static_cast<qint64>(m_data.employees.size()), u"employee", u"employees"),
+                 user.isEmpty() ? QStringLiteral("(none)") : user));
     summary->setObjectName(QStringLiteral("Summary"));
     m_ui->statusbar->addWidget(summary); // comes back after a menu's own tips
 }

@@ -1,6 +1,7 @@
 #include "reports/Fairness.h"
 
 #include "board/BoardTable.h"
+#include "common/Counted.h"
 #include "common/TextOrder.h"
 #include "common/Units.h"
 #include "reports/Group.h"
@@ -136,9 +137,9 @@ std::vector<Part> partsOf(const std::vector<Person>& people, GroupBy by) {
 }
 
 QString lineOf(const Spread& spread, std::size_t people) {
-    return QStringLiteral("%1 people, mean %2, lowest %3, highest %4")
-        .arg(people)
-        .arg(amount(spread.mean), amount(spread.lowest), amount(spread.highest));
+    return counted(static_cast<qint64>(people), u"person", u"people") +
+           QStringLiteral(", mean %1, lowest %2, highest %3")
+               .arg(amount(spread.mean), amount(spread.lowest), amount(spread.highest));
 }
 
 std::vector<double> totalsOf(const std::vector<Person>& people) {

@@ -2,6 +2,7 @@
 
 #include "audit/Contacts.h"
 #include "audit/EmployeeKey.h"
+#include "common/Counted.h"
 #include "reports/Absences.h"
 #include "reports/AuditReading.h"
 #include "reports/Group.h"
@@ -119,9 +120,8 @@ private:
                                   ? QStringLiteral("in the order \"%1\"").arg(board.ordering)
                               : stood.isRebuilt ? QStringLiteral("by their totals")
                                                 : QStringLiteral("in no order of the user's");
-        say(QStringLiteral("On the board stood %1 employees%2, %3.")
-                .arg(board.listed)
-                .arg(bucket, order));
+        say(QStringLiteral("On the board stood %1%2, %3.")
+                .arg(counted(board.listed, u"employee", u"employees"), bucket, order));
         say(QStringLiteral("The totals covered %1 and counted %2%3.")
                 .arg(periodText(board), countedText(board),
                      board.multiply ? QStringLiteral(", each hour weighed by its rate")

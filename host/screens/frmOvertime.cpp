@@ -1,5 +1,6 @@
 #include "host/screens/frmOvertime.h"
 
+#include "common/Counted.h"
 #include "common/look/WindowFit.h"
 #include "host/GroupChoices.h"
 #include "host/HostMessages.h"
@@ -239,10 +240,8 @@ void frmOvertime::showCalled() {
 
 void frmOvertime::showCount() {
     const ValueTable& table = m_ui->View->table().table();
-    const std::size_t lines = table.rows.size() - static_cast<std::size_t>(table.sumRows);
-    const QString text =
-        lines == 1 ? QStringLiteral("1 line") : QStringLiteral("%1 lines").arg(lines);
-    m_ui->Count->setText(m_ui->View->showsTable() ? text : QString());
+    const qint64 lines = static_cast<qint64>(table.rows.size()) - table.sumRows;
+    m_ui->Count->setText(m_ui->View->showsTable() ? counted(lines, u"line", u"lines") : QString());
 }
 
 void frmOvertime::recordCall(Contacts::Outcome outcome) {

@@ -1,5 +1,6 @@
 #include "host/screens/frmTransactions.h"
 
+#include "common/Counted.h"
 #include "common/look/WindowFit.h"
 #include "host/HostMessages.h"
 #include "host/help/frmHelp.h"
@@ -46,7 +47,8 @@ Period frmTransactions::period() const {
 void frmTransactions::refresh() {
     m_table->show(transactionTable(*m_context.database, m_context.data,
                                    m_ui->Employee->currentData().toString(), period()));
-    m_ui->Count->setText(QStringLiteral("%1 transactions").arg(m_table->table().rows.size()));
+    m_ui->Count->setText(counted(static_cast<qint64>(m_table->table().rows.size()), u"transaction",
+                                 u"transactions"));
 }
 
 Report frmTransactions::report() const {
