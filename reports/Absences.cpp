@@ -1,6 +1,7 @@
 #include "reports/Absences.h"
 
 #include "audit/Moments.h"
+#include "common/TextOrder.h"
 #include "store/Readable.h"
 #include "store/Recordset.h"
 
@@ -10,7 +11,8 @@ QHash<QString, QString> readPairs(Database& database, const QString& statement) 
     const auto rows = database.openRecordset(statement, RecordsetType::Snapshot);
     QHash<QString, QString> texts;
     for (; !rows->eof(); rows->moveNext())
-        texts.insert(Readable::text(rows->field(0)), Readable::text(rows->field(1)));
+        texts.insert(TextOrder::folded(Readable::text(rows->field(0))),
+                     Readable::text(rows->field(1)));
     return texts;
 }
 
@@ -25,7 +27,7 @@ QHash<QString, QString> absencesOn(Database& host, const QString& filter, QDate 
     const QHash<QString, QString> reasons =
         readPairs(host, QStringLiteral("Select [absent_code], [absent_descr] from [Absentee];"));
     for (QString& reason : absences)
-        reason = reasons.value(reason, reason);
+        reason = reasons.value(TextOrder::folded(reason), reason);
     return absences;
 }
 

@@ -4,6 +4,7 @@
 #include "board/BoardTable.h"
 #include "board/CellText.h"
 #include "common/DateParser.h"
+#include "common/TextOrder.h"
 #include "common/Units.h"
 #include "reports/Absences.h"
 #include "reports/Group.h"
@@ -152,7 +153,7 @@ private:
 
     void add(const BoardRow& row) {
         const QString code = row.code().textOrEmpty();
-        const auto absence = m_absences.constFind(code);
+        const auto absence = m_absences.constFind(TextOrder::folded(code));
         if (absence != m_absences.constEnd()) {
             m_absent << QStringLiteral("%1 %2 (%3)").arg(code, text(row, u"emp_name"), *absence);
             return;
@@ -194,7 +195,8 @@ private:
 
     QString knownOf(const QString& code) const {
         QStringList known = m_asked.noteOf(code).split(u'\n', Qt::SkipEmptyParts);
-        if (const auto shift = m_work.constFind(code); shift != m_work.constEnd())
+        if (const auto shift = m_work.constFind(TextOrder::folded(code));
+            shift != m_work.constEnd())
             known << QStringLiteral("works shift %1").arg(*shift);
         return known.join(QStringLiteral("; "));
     }

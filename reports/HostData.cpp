@@ -73,7 +73,8 @@ QString HostData::employeeName(const QString& code) const {
         return TextOrder::compare(a, b) < 0; // as they were read
     };
     const auto found = std::ranges::lower_bound(employees, code, inOrder, &Employee::code);
-    return found != employees.end() && found->code == code ? found->name : QString();
+    return found != employees.end() && TextOrder::isSame(found->code, code) ? found->name
+                                                                            : QString();
 }
 
 QString HostData::departmentName(const QString& code) const {

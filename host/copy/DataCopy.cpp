@@ -1,5 +1,6 @@
 #include "host/copy/DataCopy.h"
 
+#include "common/Counted.h"
 #include "common/RunError.h"
 #include "host/NewData.h"
 #include "host/copy/CopiedTables.h"
@@ -74,10 +75,9 @@ public:
                 sumOfTable(*target, table, progressOf(messages, "compared", table));
             if (sum != m_sums[at])
                 throw different(table.name, m_sums[at].rows, sum.rows);
-            messages.say(QStringLiteral("%1: %2 rows, checksum %3")
-                             .arg(table.name)
-                             .arg(sum.rows)
-                             .arg(QString::fromLatin1(sum.checksum.toHex().left(shownDigits))));
+            messages.say(QStringLiteral("%1: %2, checksum %3")
+                             .arg(table.name, counted(sum.rows, u"row", u"rows"),
+                                  QString::fromLatin1(sum.checksum.toHex().left(shownDigits))));
         }
     }
 

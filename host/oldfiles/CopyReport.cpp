@@ -1,5 +1,6 @@
 #include "host/oldfiles/CopyReport.h"
 
+#include "common/Counted.h"
 #include "common/RunError.h"
 
 #include <QFileInfo>
@@ -48,10 +49,12 @@ void CopyReport::difference(const QString& text) {
     line(text);
 }
 
-void CopyReport::table(const QString& name, qint64 read, qint64 written, qint64 counted) {
-    QString text = QStringLiteral("%1: %2 rows read, %3 written").arg(name).arg(read).arg(written);
-    if (counted != read)
-        text += QStringLiteral(" (the file itself counts %1)").arg(counted);
+void CopyReport::table(const QString& name, qint64 read, qint64 written, qint64 inFile) {
+    QString text = QStringLiteral("%1: %2 read, %3 written")
+                       .arg(name, counted(read, u"row", u"rows"))
+                       .arg(written);
+    if (inFile != read)
+        text += QStringLiteral(" (the file itself counts %1)").arg(inFile);
     m_tables << text;
 }
 

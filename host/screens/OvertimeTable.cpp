@@ -1,5 +1,6 @@
 #include "host/screens/OvertimeTable.h"
 
+#include "common/TextOrder.h"
 #include "host/screens/ShownTable.h"
 #include "store/Recordset.h"
 
@@ -35,6 +36,7 @@ QString totalsQuery(const Period& period) {
            QStringLiteral(" group by [thist_emp];");
 }
 
+// By employee code, folded: the history may spell it otherwise than the list of employees.
 QHash<QString, Minutes> readTotals(Database& database, const Period& period) {
     QHash<QString, Minutes> totals;
     const auto rows = database.openRecordset(totalsQuery(period), RecordsetType::Snapshot);
@@ -42,7 +44,7 @@ QHash<QString, Minutes> readTotals(Database& database, const Period& period) {
         Minutes minutes;
         for (int field = 0; field < 6; ++field)
             minutes.at[static_cast<std::size_t>(field)] = rows->field(field + 1).toLong();
-        totals.insert(rows->field(0).toText(), minutes);
+        totals.insert(TextOrder::folded(rows->field(0).toText()), minutes);
     }
     return totals;
 }
@@ -69,14 +71,15 @@ ValueTable emptyTable(const QString& first, const QString& second) {
 ValueTable byEmployee(const HostData& data, const QHash<QString, Minutes>& totals) {
     ValueTable table = emptyTable(QStringLiteral("Code"), QStringLiteral("Name"));
     for (const Employee& employee : data.employees)
-        table.rows.push_back(line(employee.code, employee.name, totals.value(employee.code)));
+        table.rows.push_back(
+            line(employee.code, employee.name, totals.value(TextOrder::folded(employee.code))));
     return table;
 }
 
 ValueTable byDepartment(const HostData& data, const QHash<QString, Minutes>& totals) {
     QMap<QString, Minutes> sums;
     for (const Employee& employee : data.employees)
-        sums[employee.department] += totals.value(employee.code);
+        sums[employee.department] += totals.value(TextOrder::folded(employee.code));
     ValueTable table = emptyTable(QStringLiteral("Dept"), QStringLiteral("Department"));
     for (auto sum = sums.cbegin(); sum != sums.cend(); ++sum)
         table.rows.push_back(line(sum.key(), data.departmentName(sum.key()), *sum));

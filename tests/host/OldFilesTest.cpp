@@ -189,7 +189,7 @@ TEST_F(OldFolders, TablesGetOurNamesAndTheReportWhatIsNotTheSame) {
           u"Seniority: 922337203685477.5807 became 922337203685477.6 (rounded)\n",
           u"Employee, picture: pictures, objects and bytes are left out, 3 of them\n",
           u"Employee: 3 rows read, 2 written (the file itself counts 2)\n",
-          u"Odd one: 1 rows read, 1 written\n", u"Not the same in the copy: 4\n"})
+          u"Odd one: 1 row read, 1 written\n", u"Not the same in the copy: 4\n"})
         EXPECT_TRUE(said.contains(text(line))) << text(line).toStdString() << said.toStdString();
 }
 

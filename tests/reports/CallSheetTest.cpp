@@ -42,11 +42,11 @@ protected:
 };
 
 TEST_F(CallSheetTest, SaysWhatIsKnownOfTheDay) {
-    addTransaction(u"E1", u"AR", u"VAC");
+    addTransaction(u"e1", u"AR", u"vac");
     folder.execute(
         hostFile,
         u"Insert Into [Absentee] ([absent_code], [absent_descr]) Values ('VAC', 'Away');");
-    addTransaction(u"E2", u"TR", u"");
+    addTransaction(u"e2 ", u"TR", u"");
     folder.addAnswer(u"Ann", u"E3", 1, 90, declinedColumn);
     Contacts::record(folder.path(), {Date{43864.5},
                                      QStringLiteral("Ann"),
