@@ -7,6 +7,8 @@
 #include "store/sqlite/SqliteCatalog.h"
 #include "store/sqlite/SqliteDialect.h"
 
+#include <tuple>
+
 namespace tallyroom {
 
 namespace {
@@ -159,6 +161,32 @@ TEST(LikePattern, Matches) {
         EXPECT_EQ(matchesLike(QStringView(entry.text), QStringView(entry.pattern)), entry.matches)
             << QString::fromUtf16(entry.text).toStdString() << " like "
             << QString::fromUtf16(entry.pattern).toStdString();
+}
+
+// So that an engine reads and plans them once.
+TEST_F(SqlTest, SameTextsServeAllValues) {
+    SqliteConnection connection(m_folder.file(hostFile));
+    const SqliteCatalog catalog(connection);
+    const auto native = [&](const char* changes) {
+        const sql::Statement statement = sql::parseStatement(
+            QStringLiteral("Update Employee Set ") + QString::fromUtf8(changes));
+        return sqliteGenerator().updateRows(
+            sql::bindUpdate(catalog, std::get<sql::UpdateStatement>(statement)));
+    };
+    constexpr std::tuple<const char*, const char*, bool> cases[] = {
+        {"emp_name = 'a', sendate = #1/1/2020# Where Seniority = 1.5 Or emp_code = 'b'",
+         "emp_name = 'c', sendate = #2/1/2020# Where Seniority = 2.5 Or emp_code = 'd'", true},
+        {"emp_name = 'a' Where emp_code Like 'b*'", "emp_name = 'a' Where emp_code Like 'c*'",
+         false},
+        {"emp_name = 'a' Where Seniority In (1, 2)", "emp_name = 'a' Where Seniority In (1, 3)",
+         false},
+        {"Seniority = (Select Count(*) + 1 From Shift)",
+         "Seniority = (Select Count(*) + 2 From Shift)", false},
+        {"emp_name = 'a'", "emp_name = Null", false},
+    };
+    for (const auto& [one, other, same] : cases)
+        EXPECT_EQ(native(one).text == native(other).text, same) << one;
+    EXPECT_EQ(native(std::get<0>(cases[0])).values.size(), 4U);
 }
 
 } // namespace
