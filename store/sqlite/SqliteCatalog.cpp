@@ -16,7 +16,8 @@ std::shared_ptr<const sql::CatalogTable> SqliteCatalog::findTargetTable(const QS
 QStringList SqliteCatalog::tableNames() const {
     SqliteQuery query(m_connection,
                       QStringLiteral("SELECT name FROM pragma_table_list WHERE schema = ?1 AND "
-                                     "type = 'table' AND name NOT LIKE 'sqlite_%' ORDER BY name"));
+                                     "type = 'table' AND name NOT LIKE 'sqlite!_%' ESCAPE '!' "
+                                     "ORDER BY name"));
     query.bind(1, Variant(ownPlace));
     QStringList names;
     while (query.next())
@@ -45,7 +46,7 @@ std::shared_ptr<const sql::CatalogTable> SqliteCatalog::read(const QString& plac
                                                              const QString& name) const {
     SqliteQuery query(m_connection, QStringLiteral("SELECT name, type, wr FROM pragma_table_list"
                                                    " WHERE schema = ?1 AND name = ?2 COLLATE NOCASE"
-                                                   " AND name NOT LIKE 'sqlite_%'"));
+                                                   " AND name NOT LIKE 'sqlite!_%' ESCAPE '!'"));
     query.bind(1, Variant(place));
     query.bind(2, Variant(name));
     if (!query.next())

@@ -62,7 +62,7 @@ constexpr sql::Dialect dialect = {
     .wholeLiteral = u"$1",
     .realLiteral = u"$1",
     .textLiteral = u"$1",
-    .keyColumn = u"rowid",
+    .keyColumn = u"_rowid_",
     .hasKey = u"$1 = $2",
     .parameter = u"?$1",
     .ascending = u"$1 ASC",

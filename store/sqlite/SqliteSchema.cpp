@@ -7,7 +7,6 @@
 
 #include <QFile>
 #include <QStringList>
-#include <SQLiteCpp/SQLiteCpp.h>
 #include <sqlite3.h>
 
 namespace tallyroom {
@@ -123,15 +122,11 @@ void makeEmptyFile(const QString& path) {
 
 void createSqliteFile(const QString& path, const File& file) {
     makeEmptyFile(path);
-    try {
-        SQLite::Database database(path.toUtf8().constData(), SQLite::OPEN_READWRITE);
-        SQLite::Transaction transaction(database);
-        for (const QString& statement : createStatements(file))
-            database.exec(statement.toUtf8().constData());
-        transaction.commit();
-    } catch (const SQLite::Exception&) {
-        throw RunError::make(ErrorNumber::cannotOpenFile, {path});
-    }
+    SqliteConnection connection(path);
+    connection.run(QStringLiteral("BEGIN EXCLUSIVE")); // undone when the connection closes
+    for (const QString& statement : createStatements(file))
+        connection.run(statement);
+    connection.run(QStringLiteral("COMMIT"));
 }
 
 void completeSqliteFile(const QString& path, const FileCompletion& completion) {
