@@ -19,6 +19,7 @@ void want(int signal) {
 
 // What is ignored stays so: a program that is to outlive its terminal.
 void allow() {
+    std::signal(SIGPIPE, SIG_IGN); // who reads no further has not broken it off
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         if (std::signal(signal, want) == SIG_IGN)
             std::signal(signal, SIG_IGN);

@@ -1,5 +1,6 @@
 #include "host/oldfiles/OldFileProcess.h"
 
+#include "host/BreakOff.h"
 #include "host/Places.h"
 
 #include <QFileInfo>
@@ -65,8 +66,10 @@ OldFrames::Frame OldFileProcess::nextFrame(QProcess& process, QByteArray& bytes)
             return std::move(*frame);
         }
         const bool hasMore = process.bytesAvailable() > 0 || process.waitForReadyRead(patience);
-        if (!hasMore)
+        if (!hasMore) {
+            BreakOff::check(); // Ctrl+C ends the other program as well
             throw brokenOff();
+        }
         bytes += process.readAll();
     }
 }
