@@ -121,11 +121,21 @@ void put(QDataStream& out, const std::vector<Value>& values) {
         put(out, value);
 }
 
+// More than sound files have: what takes a byte of a frame takes many here.
+template<class Value>
+constexpr quint32 mostOf = 32'768; // tables, or rows of a portion
+template<>
+constexpr quint32 mostOf<OldColumn> = 255;
+template<>
+constexpr quint32 mostOf<OldValue> = 255;
+
 // Grows with what is there, whatever number is claimed.
 template<class Value>
 void get(QDataStream& in, std::vector<Value>& values) {
     quint32 size = 0;
     in >> size;
+    if (size > mostOf<Value>)
+        throw garbled();
     for (quint32 at = 0; at < size; ++at) {
         if (in.status() != QDataStream::Ok)
             throw garbled();
