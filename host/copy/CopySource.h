@@ -18,6 +18,10 @@ public:
     // Gives all rows of one of them in the order of their entry, some thousands at a time. `take`
     // may throw.
     virtual void readRows(const TableFormat& table, const TakeRows& take) = 0;
+
+    // Called when the rows of all files have been read. Raises when the file has not stayed as it
+    // was.
+    virtual void requireUnchanged() const {}
 };
 
 // A board's scratch table is never copied.

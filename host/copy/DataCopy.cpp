@@ -119,6 +119,8 @@ void copySources(const std::vector<CopiedSource>& sources, const QString& to,
     makeData(to, tables.files(), [&](const QString& made) {
         for (CopiedFile& file : files)
             file.writeTo(made, messages);
+        for (const CopiedSource& source : sources)
+            source.source->requireUnchanged();
         for (const CopiedFile& file : files)
             file.compareWith(made, messages);
     });

@@ -16,6 +16,9 @@ public:
     // Gives all rows of a table in portions; returns how many the file itself says that there are.
     // Throws OldFileRefused when a row or a value cannot be read.
     virtual qint64 readRows(const OldTable& table, const TakeOldRows& take) = 0;
+
+    // Throws OldFileRefused when somebody has written to the file since.
+    virtual void requireUnchanged() const {}
 };
 
 } // namespace tallyroom::host

@@ -19,11 +19,12 @@ public:
     std::vector<OldTable> tables() override;
     qint64 readRows(const OldTable& table, const TakeOldRows& take) override;
 
+    void requireUnchanged() const override;
+
     // The program; empty when this installation has none.
     static QString program();
 
 private:
-    void requireUnchanged() const;
     void start(QProcess& process, const QStringList& arguments) const;
     OldFrames::Frame nextFrame(QProcess& process, QByteArray& bytes) const;
 

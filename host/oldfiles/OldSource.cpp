@@ -222,6 +222,14 @@ void OldSource::readRows(const TableFormat& table, const TakeRows& take) {
     }
 }
 
+void OldSource::requireUnchanged() const {
+    try {
+        m_old->requireUnchanged();
+    } catch (const OldFileRefused& reason) {
+        throw refused(reason);
+    }
+}
+
 RunError OldSource::refused(const OldFileRefused& reason) const {
     const RefusalText text = textOf(reason.reason);
     return {text.error,

@@ -20,6 +20,7 @@ public:
 
     const std::vector<TableFormat>& tables() const override { return m_formats; }
     void readRows(const TableFormat& table, const TakeRows& take) override;
+    void requireUnchanged() const override;
 
 private:
     class Conversion;
