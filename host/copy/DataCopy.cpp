@@ -21,9 +21,7 @@ RunError different(const QString& table, qint64 expected, qint64 found) {
     return {ErrorNumber::damagedFile,
             QStringLiteral("%1: the copy has %2 rows where there are %3, or others. Nothing was "
                            "copied.")
-                .arg(table)
-                .arg(found)
-                .arg(expected),
+                .arg(table, QString::number(found), QString::number(expected)),
             QStringLiteral("Brightclock")};
 }
 

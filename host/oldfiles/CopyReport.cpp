@@ -27,19 +27,22 @@ CopyReport::CopyReport(const QString& path) : m_file(path) {
 
 void CopyReport::changed(const Value& value) {
     difference(QStringLiteral("%1, row %2 (%3), %4: %5 became %6 (%7)")
-                   .arg(value.table)
-                   .arg(value.row)
-                   .arg(value.key, value.column, value.before, value.after, value.change));
+                   .arg(value.table, QString::number(value.row), value.key, value.column,
+                        value.before, value.after, value.change));
 }
 
 void CopyReport::leftOut(const QString& table, qint64 row, const QString& reason) {
-    difference(QStringLiteral("%1, row %2: left out, %3").arg(table).arg(row).arg(reason));
+    difference(QStringLiteral("%1, row %2: left out, %3").arg(table, QString::number(row), reason));
 }
 
 void CopyReport::leftOut(const QString& table, const QString& column, qint64 values) {
     difference(QStringLiteral("%1, %2: pictures, objects and bytes are left out, %3 of them")
-                   .arg(table, column)
-                   .arg(values));
+                   .arg(table, column, QString::number(values)));
+}
+
+void CopyReport::leftOut(const QString& table) {
+    difference(QStringLiteral("%1: left out, it has no columns but pictures, objects and bytes")
+                   .arg(table));
 }
 
 void CopyReport::difference(const QString& text) {
@@ -51,8 +54,7 @@ void CopyReport::difference(const QString& text) {
 
 void CopyReport::table(const QString& name, qint64 read, qint64 written, qint64 inFile) {
     QString text = QStringLiteral("%1: %2 read, %3 written")
-                       .arg(name, counted(read, u"row", u"rows"))
-                       .arg(written);
+                       .arg(name, counted(read, u"row", u"rows"), QString::number(written));
     if (inFile != read)
         text += QStringLiteral(" (the file itself counts %1)").arg(inFile);
     m_tables << text;

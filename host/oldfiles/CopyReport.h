@@ -26,6 +26,8 @@ public:
     void leftOut(const QString& table, qint64 row, const QString& reason);
     // A column whose values are not copied, so many.
     void leftOut(const QString& table, const QString& column, qint64 values);
+    // A table without any other column.
+    void leftOut(const QString& table);
     // A table is through; the file itself says how many are in it.
     void table(const QString& name, qint64 read, qint64 written, qint64 inFile);
 

@@ -21,8 +21,32 @@ const Entry* find(std::span<const Entry> entries, const QString& name) {
     return found != entries.end() ? &*found : nullptr;
 }
 
-TableFormat::Column nearest(const OldColumn& column) {
+// Of a column of ours that takes all texts of the values.
+int textWidth(const OldColumn& column) {
+    constexpr int flagWidth = 5;
+    constexpr int wholeWidth = 11;
+    constexpr int numberWidth = 22; // a date's as well
+    constexpr int decimalWidth = 40;
     constexpr int guidWidth = 38;
+    switch (column.type) {
+    case OldType::Boolean:
+        return flagWidth;
+    case OldType::Whole:
+        return wholeWidth;
+    case OldType::Single:
+    case OldType::Double:
+    case OldType::Date:
+        return numberWidth;
+    case OldType::Decimal:
+        return decimalWidth;
+    case OldType::Guid:
+        return guidWidth;
+    default:
+        return column.width;
+    }
+}
+
+TableFormat::Column nearest(const OldColumn& column) {
     switch (column.type) {
     case OldType::Boolean:
         return {column.name, Boolean};
@@ -35,9 +59,8 @@ TableFormat::Column nearest(const OldColumn& column) {
     case OldType::Date:
         return {column.name, Date};
     case OldType::Text:
-        return {column.name, Text, column.width};
     case OldType::Guid:
-        return {column.name, Text, guidWidth};
+        return {column.name, Text, textWidth(column)};
     case OldType::Memo:
     case OldType::Binary:
         return {column.name, Memo};
@@ -49,7 +72,7 @@ TableFormat::Column formatOf(const OldColumn& column, const Schema::Table* table
     const Schema::Column* known = table ? find(table->columns, column.name) : nullptr;
     if (!known)
         return nearest(column);
-    const int width = known->type == Text ? std::max(known->width, column.width) : 0;
+    const int width = known->type == Text ? std::max(known->width, textWidth(column)) : 0;
     return {QString::fromUtf16(known->name), known->type, width};
 }
 
@@ -125,9 +148,7 @@ public:
             throw OldFileRefused{
                 OldRefusal::Damaged,
                 QStringLiteral("the table %1 should have %2 rows, but only %3 can be found.")
-                    .arg(m_format.name)
-                    .arg(counted)
-                    .arg(m_read)};
+                    .arg(m_format.name, QString::number(counted), QString::number(m_read))};
         for (const auto& [column, values] : m_leftOut)
             m_report.leftOut(m_format.name, column, values);
         m_report.table(m_format.name, m_read, m_written, counted);
@@ -202,7 +223,12 @@ OldSource::OldSource(const Schema::File& file, QString path, std::unique_ptr<Old
         for (OldTable& table : m_old->tables()) {
             if (isScratch(file, table.name))
                 continue;
-            m_formats.push_back(formatOf(table, find(file.tables, table.name)));
+            TableFormat format = formatOf(table, find(file.tables, table.name));
+            if (format.columns.empty()) {
+                report.leftOut(table.name);
+                continue;
+            }
+            m_formats.push_back(std::move(format));
             m_tables.push_back(std::move(table));
         }
     } catch (const OldFileRefused& reason) {

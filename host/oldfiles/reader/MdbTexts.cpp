@@ -25,8 +25,7 @@ iconv_t codePageOf(const MdbHandle& mdb, int wanted) {
     if (converter == noCodePage)
         throw OldFileRefused{
             OldRefusal::Unknown,
-            QStringLiteral("its texts are of the code page %1, which is not known.")
-                .arg(mdb.f->code_page)};
+            QStringLiteral("its texts are of the code page %1, which is not known.").arg(number)};
     return converter;
 }
 
