@@ -36,12 +36,21 @@ QString cleaned(const QString& text) {
     return kept.isValidUtf16() ? kept : QString::fromStdU32String(kept.toStdU32String());
 }
 
+// Texts of numbers have fifteen digits.
+bool losesDigits(const Variant& value, const QString& text) {
+    return value.type() == Variant::Type::Double && text.toDouble() != value.toDouble();
+}
+
 ConvertedValue toText(const Variant& value, const TableFormat::Column& column) {
+    if (value.type() == Variant::Type::Double && !std::isfinite(value.toDouble()))
+        return unconverted();
     const QString text = value.toText();
     QString kept = cleaned(text);
     const bool isClean = kept == text && !text.contains(QChar::ReplacementCharacter);
     if (column.type == Schema::ColumnType::Memo || kept.size() <= column.width)
-        return {Variant(kept), isClean ? OldChange::None : OldChange::Cleaned};
+        return {Variant(kept), losesDigits(value, text) ? OldChange::Rounded
+                               : isClean                ? OldChange::None
+                                                        : OldChange::Cleaned};
     const bool isWithinPair = kept[column.width].isLowSurrogate();
     kept.truncate(column.width - (isWithinPair ? 1 : 0));
     return {Variant(kept), OldChange::Cut};
@@ -100,11 +109,18 @@ ConvertedValue toType(const OldValue& old, const TableFormat::Column& column) {
     return unconverted();
 }
 
+// On one line, and nothing that a terminal would obey.
 QString excerpt(const QString& text) {
     constexpr qsizetype longest = 100;
+    QString part = text.left(longest);
+    for (QChar& letter : part) {
+        if (letter.category() == QChar::Other_Control || letter == QChar::LineSeparator ||
+            letter == QChar::ParagraphSeparator)
+            letter = u'·';
+    }
     if (text.size() <= longest)
-        return u'\'' + text + u'\'';
-    return QStringLiteral("'%1…' (%2 characters)").arg(text.left(longest)).arg(text.size());
+        return u'\'' + part + u'\'';
+    return QStringLiteral("'%1…' (%2 characters)").arg(part, QString::number(text.size()));
 }
 
 } // namespace
@@ -144,7 +160,7 @@ QString shown(const OldValue& value) {
         return decimal->digits;
     if (const auto* date = std::get_if<Date>(&value)) {
         if (!Dates::isInRange(*date))
-            return QStringLiteral("the date numbered %1").arg(date->serial);
+            return QStringLiteral("the date numbered %1").arg(date->serial, 0, 'g', 17);
         return QStringLiteral("%1 (%2)").arg(Dates::toIso(*date),
                                              QString::number(date->serial, 'g', 17));
     }

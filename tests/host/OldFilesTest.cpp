@@ -38,10 +38,13 @@ TEST(OldConversion, KeepsWhatItCanAndTellsTheRest) {
         {text(u"1234\U0001F600"), Type::Text, u"'1234'", OldChange::Cut},
         {QString(QStringLiteral("a") + QChar::Null + u'b'), Type::Memo, u"'ab'",
          OldChange::Cleaned},
+        {text(u"a\n\x1B"), Type::Memo, u"'a··'"},
         {text(u"a\xD800"), Type::Memo, u"'a\xFFFD'", OldChange::Cleaned},
         {text(u"a\xFFFD"), Type::Memo, u"'a\xFFFD'", OldChange::Cleaned},
         {qint32(-7), Type::Text, u"'-7'"},
         {0.1, Type::Text, u"'0.1'"},
+        {1.0 / 3, Type::Memo, u"'0.333333333333333'", OldChange::Rounded},
+        {-infinite, Type::Memo, u"nothing", OldChange::Unconverted},
         {OldDecimal{text(u"-12.5000")}, Type::Text, u"'-12.5000'", OldChange::None, 9},
         {true, Type::Long, u"-1"},
         {2.0, Type::Long, u"2"},
@@ -170,18 +173,25 @@ private:
 };
 
 TEST_F(OldFolders, TablesGetOurNamesAndTheReportWhatIsNotTheSame) {
-    const OldTable odd{text(u"Odd one"),
-                       {{text(u"id"), OldType::Guid}, {text(u"n"), OldType::Whole}}};
+    // Names that have a meaning to engines or to the report.
+    const OldTable odd{text(u"SQLite %1"),
+                       {{text(u"it's \"id\""), OldType::Guid}, {text(u"rowid"), OldType::Whole}}};
+    const OldTable pictures{text(u"Pictures"), {{text(u"picture"), OldType::Binary}}};
+    const OldTable shifts{text(u"Shift"), {{text(u"Shift_Code"), OldType::Whole}}};
     copyMadeUp({{people,
                  {person(u"É1", text(u"First")), person(u"é1 ", text(u"Twice")),
                   person(u"123456789012", QString(60, u'n'), u"922337203685477.5807")},
                  2},
-                {odd, {{text(u"{A}"), qint32(7)}}, 1},
-                {{text(u"Shift"), {{text(u"Shift_Code"), OldType::Text, 3}}}, {}, 0}});
+                {odd, {{text(u"{A}"), qint32(7)}, {text(u"{B}"), qint32(7)}}, 2},
+                {pictures, {{QByteArray("x")}}, 1},
+                {shifts, {{qint32(-1234567890)}}, 1}});
     EXPECT_EQ(rows(hostFile, u"Select [emp_code], [Seniority], [hired], [phone] from [Employee];"),
               (QStringList{text(u"É1|1|1/1/2020 12:00:00 PM|Null"),
                            text(u"123456789012|922337203685478|1/1/2020 12:00:00 PM|Null")}));
-    EXPECT_EQ(rows(hostFile, u"Select * from [Odd one];"), QStringList{text(u"{A}|7")});
+    EXPECT_EQ(rows(hostFile, u"Select * from [SQLite %1];"),
+              (QStringList{text(u"{A}|7"), text(u"{B}|7")}));
+    EXPECT_EQ(rows(hostFile, u"Select [Shift_Code] from [Shift];"),
+              QStringList{text(u"-1234567890")});
     const QString said = report();
     for (const char16_t* line :
          {u"Employee, row 2: left out, for its key is there already: 'é1 '\n",
@@ -189,12 +199,17 @@ TEST_F(OldFolders, TablesGetOurNamesAndTheReportWhatIsNotTheSame) {
           u"Seniority: 922337203685477.5807 became 922337203685477.6 (rounded)\n",
           u"Employee, picture: pictures, objects and bytes are left out, 3 of them\n",
           u"Employee: 3 rows read, 2 written (the file itself counts 2)\n",
-          u"Odd one: 1 row read, 1 written\n", u"Not the same in the copy: 4\n"})
+          u"SQLite %1: 2 rows read, 2 written\n", u"Pictures: left out",
+          u"Not the same in the copy: 5\n"})
         EXPECT_TRUE(said.contains(text(line))) << text(line).toStdString() << said.toStdString();
 }
 
-TEST_F(OldFolders, RowsThatAreMissingMakeADamagedFile) {
-    EXPECT_THROW(copyMadeUp({{people, {person(u"E1", text(u"First"))}, 2}}), RunError);
+TEST_F(OldFolders, NothingIsThereOfWhatCannotBeWhole) {
+    EXPECT_THROW(copyMadeUp({{people, {person(u"E1", text(u"First"))}, 2}}), RunError) << "damaged";
+    const OldTable longNames{text(u"Long"), {{QString(32, u'ä'), OldType::Whole}}};
+    if (testsOnServer()) {
+        EXPECT_THROW(copyMadeUp({{longNames, {}, 0}}), RunError) << "it would cut the name";
+    }
     expectNothingMade({});
 }
 
