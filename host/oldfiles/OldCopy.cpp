@@ -41,6 +41,8 @@ QString reportPath(const QString& to) {
 std::unique_ptr<CopySource> sourceOf(const QString& from, const Schema::File& file, int codePage,
                                      CopyReport& report) {
     const QString path = pathOf(from, file);
+    if (!QFileInfo(path).isReadable())
+        throw RunError::make(ErrorNumber::cannotOpenFile, {path});
     if (!hasMark(path))
         throw unrecognized(QStringLiteral("%1 is not in the format of the old desktop engine, as "
                                           "other files of its folder are. Nothing was copied.")
