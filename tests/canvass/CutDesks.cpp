@@ -14,6 +14,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDateTime>
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <QPushButton>
@@ -39,12 +40,15 @@ struct FarSite {
         return u"postgresql://postgres@127.0.0.1:%1%2?application_name=far"_s.arg(proxy.port())
             .arg(path);
     }
-    // The server may still be at what it has got before the cut.
-    static void awaitEnd() {
+    // The server may still be at what it has got before the cut. The desk may have connected again
+    // meanwhile: that session stays.
+    static void awaitEnd(const QDateTime& cutAfter) {
         PostgresCluster::shared().execute(
             u"postgres"_s,
             u"DO $$ BEGIN WHILE EXISTS (SELECT FROM pg_stat_activity WHERE application_name = "
-            "'far') LOOP PERFORM pg_sleep(0.002), pg_stat_clear_snapshot(); END LOOP; END $$"_s);
+            "'far' AND backend_start < '%1') LOOP PERFORM pg_sleep(0.002), "
+            "pg_stat_clear_snapshot(); END LOOP; END $$"_s.arg(
+                cutAfter.toUTC().toString(Qt::ISODateWithMs)));
     }
 
     DataFolder near;
@@ -69,11 +73,12 @@ public:
             return {false, false, false, notRecorded};
         cutWithin(m_site.proxy.counted(CutProxy::ToServer),
                   m_site.proxy.counted(CutProxy::ToClient));
+        const QDateTime before = QDateTime::currentDateTime();
         const bool wasTold = m_desk.accept({u"E2"_s}, m_date).recorded == 1;
         if (wasTold)
             m_told << u"E2"_s;
         const bool isCut = !m_site.proxy.isCutDue();
-        QString fault = isCut ? goOn() : QString();
+        QString fault = isCut ? goOn(before) : QString();
         const RecordedAnswers there(m_site.near, m_date);
         if (fault.isEmpty())
             fault = there.fault(m_told);
@@ -100,8 +105,8 @@ private:
     }
 
     // Nothing is recorded until the board shows what is there.
-    QString goOn() {
-        FarSite::awaitEnd();
+    QString goOn(const QDateTime& before) {
+        FarSite::awaitEnd(before);
         if (m_desk.accept({u"E3"_s}, m_date).recorded != 0)
             return u"the desk does not know that it was cut off"_s;
         if (!m_desk.state.rows().database()->isLost() || !m_desk.count())
