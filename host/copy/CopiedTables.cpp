@@ -1,22 +1,10 @@
 #include "host/copy/CopiedTables.h"
 
-#include <algorithm>
+#include "host/copy/SchemaSearch.h"
 
 namespace tallyroom::host {
 
 namespace {
-
-bool isCalled(const char16_t* name, const QString& wanted) {
-    return wanted.compare(QString::fromUtf16(name), Qt::CaseInsensitive) == 0;
-}
-
-// The entry of that name in any case, or null.
-template<class Entry>
-const Entry* find(std::span<const Entry> entries, const QString& name) {
-    const auto found = std::ranges::find_if(
-        entries, [&](const Entry& entry) { return isCalled(entry.name, name); });
-    return found != entries.end() ? &*found : nullptr;
-}
 
 QString typeName(const TableFormat::Column& column) {
     using enum Schema::ColumnType;
@@ -48,7 +36,7 @@ void CopiedTables::add(const Schema::File& file, const std::vector<TableFormat>&
     std::vector<Schema::Table>& tables =
         m_tables.emplace_back(file.tables.begin(), file.tables.end());
     for (const TableFormat& format : found) {
-        const Schema::Table* known = find(file.tables, format.name);
+        const Schema::Table* known = findNamed(file.tables, format.name);
         if (!known)
             tables.push_back(made(format));
         else if (!known->scratch)
@@ -62,13 +50,13 @@ Schema::Table CopiedTables::merged(const Schema::Table& known, const TableFormat
     std::vector<Schema::Column>& columns = m_columns.emplace_back();
     std::vector<TableFormat::Column> strange;
     for (const TableFormat::Column& column : found.columns) {
-        const Schema::Column* own = find(known.columns, column.name);
+        const Schema::Column* own = findNamed(known.columns, column.name);
         columns.push_back({own ? own->name : kept(column.name), column.type, column.width});
         if (!own)
             strange.push_back(column);
     }
     for (const Schema::Column& own : known.columns) {
-        if (!find(std::span<const Schema::Column>(columns), QString::fromUtf16(own.name)))
+        if (!findNamed(std::span<const Schema::Column>(columns), QString::fromUtf16(own.name)))
             columns.push_back(own);
     }
     remark(found, strange);

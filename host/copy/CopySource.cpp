@@ -1,14 +1,12 @@
 #include "host/copy/CopySource.h"
 
-#include <algorithm>
+#include "host/copy/SchemaSearch.h"
 
 namespace tallyroom::host {
 
 bool isScratch(const Schema::File& file, const QString& table) {
-    return std::ranges::any_of(file.tables, [&](const Schema::Table& known) {
-        return known.scratch &&
-               table.compare(QString::fromUtf16(known.name), Qt::CaseInsensitive) == 0;
-    });
+    const Schema::Table* known = findNamed(file.tables, table);
+    return known && known->scratch;
 }
 
 } // namespace tallyroom::host

@@ -1,6 +1,7 @@
 #include "host/oldfiles/OldSource.h"
 
 #include "common/TextOrder.h"
+#include "host/copy/SchemaSearch.h"
 #include "host/oldfiles/OldConversion.h"
 
 #include <QSet>
@@ -12,14 +13,6 @@ namespace tallyroom::host {
 namespace {
 
 using enum Schema::ColumnType;
-
-template<class Entry>
-const Entry* find(std::span<const Entry> entries, const QString& name) {
-    const auto found = std::ranges::find_if(entries, [&](const Entry& entry) {
-        return name.compare(QString::fromUtf16(entry.name), Qt::CaseInsensitive) == 0;
-    });
-    return found != entries.end() ? &*found : nullptr;
-}
 
 // Of a column of ours that takes all texts of the values.
 int textWidth(const OldColumn& column) {
@@ -69,7 +62,7 @@ TableFormat::Column nearest(const OldColumn& column) {
 }
 
 TableFormat::Column formatOf(const OldColumn& column, const Schema::Table* table) {
-    const Schema::Column* known = table ? find(table->columns, column.name) : nullptr;
+    const Schema::Column* known = table ? findNamed(table->columns, column.name) : nullptr;
     if (!known)
         return nearest(column);
     const int width = known->type == Text ? std::max(known->width, textWidth(column)) : 0;
@@ -223,7 +216,7 @@ OldSource::OldSource(const Schema::File& file, QString path, std::unique_ptr<Old
         for (OldTable& table : m_old->tables()) {
             if (isScratch(file, table.name))
                 continue;
-            TableFormat format = formatOf(table, find(file.tables, table.name));
+            TableFormat format = formatOf(table, findNamed(file.tables, table.name));
             if (format.columns.empty()) {
                 report.leftOut(table.name);
                 continue;
@@ -239,7 +232,7 @@ OldSource::OldSource(const Schema::File& file, QString path, std::unique_ptr<Old
 void OldSource::readRows(const TableFormat& table, const TakeRows& take) {
     const auto at = std::size_t(&table - m_formats.data());
     const OldTable& old = m_tables[at];
-    Conversion conversion(old, table, find(m_file.tables, old.name), m_report);
+    Conversion conversion(old, table, findNamed(m_file.tables, old.name), m_report);
     try {
         conversion.finish(m_old->readRows(
             old, [&](const std::vector<OldRow>& rows) { conversion.take(rows, take); }));
